@@ -1,0 +1,12 @@
+# The warnings every target of the product is built with; all of them are errors.
+add_library(corvane_options INTERFACE)
+target_compile_options(corvane_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+if(CORVANE_SANITIZE)
+  target_compile_options(corvane_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(CORVANE_TIDY)
+  find_program(CLANG_TIDY clang-tidy REQUIRED)
+  set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY} --quiet)
+endif()
