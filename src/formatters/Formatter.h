@@ -1,5 +1,5 @@
-// What an entry field asks of the formatter that guards it: text for a value, a value for a text, and whether a text may
-// stand in the field while it is being typed.
+// What an entry field asks of the formatter that guards it: text for a value, a value for a text, and whether
+// a text may stand in the field while it is being typed.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
-// Admits only whole numbers within a range as they are typed, and remembers when the field was cleared. Used by the
-// number fields of the Configuration and Options tabs and by number options of plug-ins.
+// Admits only whole numbers within a range as they are typed, and remembers when the field was cleared. Used
+// by the number fields of the Configuration and Options tabs and by number options of plug-ins.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,8 @@ class MyNumberFormatter final : public Formatter {
   void setMaximum(std::int32_t value) { maximum_ = value; }
   void setDefaultValue(std::int32_t value) { defaultValue_ = value; }
 
-  /// The default while the field is cleared; otherwise the number's whole part; nothing for what is not a number.
+  /// The default while the field is cleared; otherwise the number's whole part; nothing for what is not a
+  /// number.
   [[nodiscard]] std::optional<std::string> stringForObjectValue(const PropertyList& value) const override;
   /// The leading integer of the text; never fails.
   [[nodiscard]] PropertyList objectValueForString(const std::string& text) const override;

@@ -11,7 +11,8 @@
 
 namespace corvane {
 
-/// The status of starting a program as root, by the numbers of the platform's authorization services; 0 means started.
+/// The status of starting a program as root, by the numbers of the platform's authorization services; 0 means
+/// started.
 using LaunchStatus = std::int32_t;
 namespace launch_status {
 inline constexpr LaunchStatus kStarted = 0;
@@ -55,13 +56,17 @@ class AuthorizationServices {
   virtual ~AuthorizationServices() = default;
   /// True when the files belong to the user and commands are carried out without asking for rights.
   [[nodiscard]] virtual bool isDirect() const = 0;
-  /// Asks the user for the right. Does not block; `done` is called once, from the run loop (or at once in direct mode).
+  /// Asks the user for the right. Does not block; `done` is called once, from the run loop (or at once in
+  /// direct mode).
   virtual void requestRights(std::string_view right, Done done) = 0;
-  /// Starts the tool as root with these rights (none: the lock is closed). A system tool has ended when this returns.
-  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
+  /// Starts the tool as root with these rights (none: the lock is closed). A system tool has ended when this
+  /// returns.
+  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization,
+                                                           const std::string& tool,
                                                            const std::vector<std::string>& arguments) = 0;
   /// The same with a pipe from the tool's standard output; `output` is set when the status is 0.
-  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
+  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization,
+                                                           const std::string& tool,
                                                            const std::vector<std::string>& arguments,
                                                            std::unique_ptr<OutputPipe>& output) = 0;
 };

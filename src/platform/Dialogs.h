@@ -1,4 +1,5 @@
-// Alerts and open panels. Sheets do not block: their end comes as a call. Modal panels block and run their own loop.
+// Alerts and open panels. Sheets do not block: their end comes as a call. Modal panels block and run their
+// own loop.
 #pragma once
 
 #include <functional>
@@ -56,10 +57,12 @@ struct OpenPanelDescription {
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
-  /// Shows the alert as a sheet. Sheets that are begun while another one is open wait for it. `ended` is called once.
+  /// Shows the alert as a sheet. Sheets that are begun while another one is open wait for it. `ended` is
+  /// called once.
   virtual void beginSheet(const AlertDescription& alert, SheetWindow window,
                           std::function<void(const AlertResult&)> ended) = 0;
-  /// Shows the alert as an application-modal panel titled with its message text; returns when it was answered.
+  /// Shows the alert as an application-modal panel titled with its message text; returns when it was
+  /// answered.
   virtual AlertResult runModalAlert(const AlertDescription& alert) = 0;
   /// The chosen paths; empty when the panel was cancelled.
   [[nodiscard]] virtual std::vector<std::string> runOpenPanel(const OpenPanelDescription& panel) = 0;

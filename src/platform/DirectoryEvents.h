@@ -25,10 +25,10 @@ class DirectoryEvents {
   using Callback = std::function<void(const std::vector<std::string>& directories)>;
 
   virtual ~DirectoryEvents() = default;
-  /// A stream over the directories (which need not exist) and everything below them, from now on. A batch is delivered
-  /// `latency` seconds after its first event, whatever else happens meanwhile.
-  [[nodiscard]] virtual std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string> directories,
-                                                                           double latency, Callback callback) = 0;
+  /// A stream over the directories (which need not exist) and everything below them, from now on. A batch is
+  /// delivered `latency` seconds after its first event, whatever else happens meanwhile.
+  [[nodiscard]] virtual std::unique_ptr<DirectoryEventStream> createStream(
+      std::vector<std::string> directories, double latency, Callback callback) = 0;
 };
 
 }  // namespace corvane

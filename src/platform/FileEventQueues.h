@@ -1,5 +1,5 @@
-// Event queues that report what happens to one path. The steps are separate since each can fail in its own way and the
-// single-file watcher reports each failure in its own words.
+// Event queues that report what happens to one path. The steps are separate since each can fail in its own
+// way and the single-file watcher reports each failure in its own words.
 #pragma once
 
 #include <functional>
@@ -26,8 +26,8 @@ class FileEventQueue {
   virtual ~FileEventQueue() = default;
   /// Registers the event; the system's error text when that fails.
   [[nodiscard]] virtual std::optional<std::string> registerEvent(WatchedPath& path, FileEventKind kind) = 0;
-  /// Wraps the queue's descriptor for the run loop; the callback is called each time an event waits, once `enable` was
-  /// called. False when the wrapper can't be made.
+  /// Wraps the queue's descriptor for the run loop; the callback is called each time an event waits, once
+  /// `enable` was called. False when the wrapper can't be made.
   [[nodiscard]] virtual bool wrap(std::function<void()> gotActivity) = 0;
   /// Asks for one callback; after it, none comes until the next call.
   virtual void enableCallBack() = 0;

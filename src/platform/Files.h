@@ -20,10 +20,11 @@ class Files {
   /// Whether something exists at the path; links are followed, a dangling one does not exist.
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
   [[nodiscard]] virtual ModificationDate modificationDate(const std::string& path) = 0;
-  /// The contents of a regular file; nothing when it can't be read, is of another kind or is larger than `limit` bytes.
+  /// The contents of a regular file; nothing when it can't be read, is of another kind or is larger than
+  /// `limit` bytes.
   [[nodiscard]] virtual std::optional<std::string> contents(const std::string& path, std::size_t limit) = 0;
-  /// The paths, relative to the folder, of everything below it at any depth (links are not entered, unreadable folders
-  /// are passed over), in a fixed order; nothing when the folder itself can't be walked.
+  /// The paths, relative to the folder, of everything below it at any depth (links are not entered,
+  /// unreadable folders are passed over), in a fixed order; nothing when the folder itself can't be walked.
   [[nodiscard]] virtual std::optional<std::vector<std::string>> walk(const std::string& folder) = 0;
 };
 

@@ -1,5 +1,5 @@
-// The bundle of services that one operating system and one toolkit give to the core. Holds references only; whoever
-// builds a platform keeps the services alive longer than the pane.
+// The bundle of services that one operating system and one toolkit give to the core. Holds references only;
+// whoever builds a platform keeps the services alive longer than the pane.
 #pragma once
 
 #include "platform/Authorization.h"

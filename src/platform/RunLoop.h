@@ -1,5 +1,5 @@
-// The run loop of the one thread: timers and readable descriptors. What it calls is never called from inside another
-// call of it, except while a modal panel runs its own loop.
+// The run loop of the one thread: timers and readable descriptors. What it calls is never called from inside
+// another call of it, except while a modal panel runs its own loop.
 #pragma once
 
 #include <functional>
@@ -9,19 +9,22 @@ namespace corvane {
 
 class RunLoop {
  public:
-  /// A timer or a watched descriptor; destroying it ends it. It may be destroyed from inside its own callback.
+  /// A timer or a watched descriptor; destroying it ends it. It may be destroyed from inside its own
+  /// callback.
   class Source {
    public:
     virtual ~Source() = default;
   };
 
   virtual ~RunLoop() = default;
-  /// Calls back after the interval, in seconds; again and again when it repeats. In the common modes: also while a
-  /// menu is tracked or a sheet is open.
+  /// Calls back after the interval, in seconds; again and again when it repeats. In the common modes: also
+  /// while a menu is tracked or a sheet is open.
   [[nodiscard]] virtual std::unique_ptr<Source> scheduleTimer(double interval, bool repeats,
-                                                             std::function<void()> fire) = 0;
-  /// Calls back whenever the descriptor can be read or its other end has closed. The descriptor stays the caller's.
-  [[nodiscard]] virtual std::unique_ptr<Source> watchDescriptor(int descriptor, std::function<void()> readable) = 0;
+                                                              std::function<void()> fire) = 0;
+  /// Calls back whenever the descriptor can be read or its other end has closed. The descriptor stays the
+  /// caller's.
+  [[nodiscard]] virtual std::unique_ptr<Source> watchDescriptor(int descriptor,
+                                                                std::function<void()> readable) = 0;
 };
 
 }  // namespace corvane

@@ -1,5 +1,5 @@
-// A text with fonts, colours and underlines on parts of it: what labels, rows and button titles are made of. Colours are
-// named by role so that a shell can give each its value in light and dark.
+// A text with fonts, colours and underlines on parts of it: what labels, rows and button titles are made of.
+// Colours are named by role so that a shell can give each its value in light and dark.
 #pragma once
 
 #include <cstddef>
@@ -34,7 +34,8 @@ struct TextAttributes {
   friend bool operator==(const TextAttributes&, const TextAttributes&) = default;
 };
 
-/// Text with runs of attributes; a run counts bytes of the UTF-8 text. Runs do not overlap and stand in order.
+/// Text with runs of attributes; a run counts bytes of the UTF-8 text. Runs do not overlap and stand in
+/// order.
 struct AttributedText {
   struct Run {
     std::size_t start = 0;

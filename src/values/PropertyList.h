@@ -1,13 +1,14 @@
 // The property-list value tree: dictionaries, arrays and scalar values in shared nodes.
 //
 // A `PropertyList` is a handle to one node, or to nothing. Copying a handle shares the node, so that identity
-// (`isSameObject`) and equality (`==`) are different questions: the settings store replaces a value unless it is the
-// very same object, and the rows of the plug-in outline are told apart by their objects. Containers are mutable in
-// place through `Dictionary` and `Array`, which are handles to the same nodes; scalar nodes never change. Everything
-// runs on one thread, so reference counts are not atomic.
+// (`isSameObject`) and equality (`==`) are different questions: the settings store replaces a value unless it
+// is the very same object, and the rows of the plug-in outline are told apart by their objects. Containers
+// are mutable in place through `Dictionary` and `Array`, which are handles to the same nodes; scalar nodes
+// never change. Everything runs on one thread, so reference counts are not atomic.
 //
-// Asking a handle for something it does not hold answers with nothing (a null pointer, an empty optional, an empty
-// handle): a value of the wrong type counts as absent everywhere in the pane. Changing an empty handle does nothing.
+// Asking a handle for something it does not hold answers with nothing (a null pointer, an empty optional, an
+// empty handle): a value of the wrong type counts as absent everywhere in the pane. Changing an empty handle
+// does nothing.
 #pragma once
 
 #include <cstddef>
@@ -112,7 +113,8 @@ class Array : public PropertyList {
   explicit Array(Node* owned) noexcept : PropertyList(owned) {}
 };
 
-/// A handle to a dictionary node, or to nothing. Keys are walked in UTF-16 code-unit order, the order of the XML form.
+/// A handle to a dictionary node, or to nothing. Keys are walked in UTF-16 code-unit order, the order of the
+/// XML form.
 class Dictionary : public PropertyList {
  public:
   using Entry = std::pair<std::string, PropertyList>;

@@ -1,19 +1,22 @@
 #include "values/Text.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+
+#include <utf8proc.h>
 
 namespace corvane {
 namespace {
 
 struct FreeDeleter {
-  void operator()(utf8proc_uint8_t* text) const noexcept { std::free(text); }  // NOLINT: allocated by utf8proc
+  void operator()(utf8proc_uint8_t* text) const noexcept {
+    std::free(text);
+  }  // NOLINT: allocated by utf8proc
 };
 
-/// The text in the form in which case and the spelling of accents do not count. Bytes that are not UTF-8 stand as they are.
+/// The text in the form in which case and the spelling of accents do not count. Bytes that are not UTF-8
+/// stand as they are.
 std::string folded(std::string_view text) {
   utf8proc_uint8_t* raw = nullptr;
   const auto options = static_cast<utf8proc_option_t>(UTF8PROC_CASEFOLD | UTF8PROC_DECOMPOSE);
@@ -59,7 +62,9 @@ std::size_t utf16Length(std::string_view text) noexcept {
   return units;
 }
 
-int caseInsensitiveCompare(std::string_view left, std::string_view right) { return folded(left).compare(folded(right)); }
+int caseInsensitiveCompare(std::string_view left, std::string_view right) {
+  return folded(left).compare(folded(right));
+}
 
 bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
   return folded(text).starts_with(folded(prefix));

@@ -1,5 +1,6 @@
-// Operations on texts as the platform defines them: lengths in UTF-16 code units, comparison regardless of case, path
-// components, and filling of the fixed texts that the log and the alerts show. Texts are UTF-8 everywhere.
+// Operations on texts as the platform defines them: lengths in UTF-16 code units, comparison regardless of
+// case, path components, and filling of the fixed texts that the log and the alerts show. Texts are UTF-8
+// everywhere.
 #pragma once
 
 #include <cstddef>
@@ -10,13 +11,15 @@
 
 namespace corvane {
 
-/// Fills each "%@", "%d" or "%s" of the format, in order, with the next argument; "%%" gives "%". An argument that is
-/// missing is filled as "(null)".
-[[nodiscard]] std::string formatText(std::string_view format, std::initializer_list<std::string_view> arguments);
+/// Fills each "%@", "%d" or "%s" of the format, in order, with the next argument; "%%" gives "%". An argument
+/// that is missing is filled as "(null)".
+[[nodiscard]] std::string formatText(std::string_view format,
+                                     std::initializer_list<std::string_view> arguments);
 
 /// The number of UTF-16 code units: a character outside the basic plane counts as two.
 [[nodiscard]] std::size_t utf16Length(std::string_view text) noexcept;
-/// Negative, zero or positive, as the texts order regardless of case (Unicode case folding, canonical equivalence).
+/// Negative, zero or positive, as the texts order regardless of case (Unicode case folding, canonical
+/// equivalence).
 [[nodiscard]] int caseInsensitiveCompare(std::string_view left, std::string_view right);
 /// Whether the text begins with the prefix regardless of case.
 [[nodiscard]] bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix);
@@ -32,7 +35,8 @@ namespace corvane {
 [[nodiscard]] std::string pathExtension(std::string_view path);
 [[nodiscard]] std::string deletingPathExtension(std::string_view path);
 [[nodiscard]] std::string appendingPathComponent(std::string_view path, std::string_view component);
-/// Without a trailing slash, doubled slashes and "." parts; ".." parts are taken back, above the root they vanish.
+/// Without a trailing slash, doubled slashes and "." parts; ".." parts are taken back, above the root they
+/// vanish.
 [[nodiscard]] std::string standardizingPath(std::string_view path);
 
 }  // namespace corvane

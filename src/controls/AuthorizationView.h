@@ -1,0 +1,57 @@
+// The lock at the lower left of the pane: asks for administrator rights when the user opens it and holds them
+// while it is open.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "controls/Control.h"
+#include "platform/Authorization.h"
+
+namespace corvane {
+
+class AuthorizationView;
+
+class AuthorizationViewDelegate {
+ public:
+  virtual ~AuthorizationViewDelegate() = default;
+  virtual void authorizationViewDidAuthorize(AuthorizationView& view) = 0;
+  virtual void authorizationViewDidDeauthorize(AuthorizationView& view) = 0;
+};
+
+class AuthorizationView final : public Control {
+ public:
+  enum class State { Closed, Asking, Open };
+
+  explicit AuthorizationView(AuthorizationServices& services);
+  ~AuthorizationView() override;
+
+  void setAuthorizationRights(std::string right) { right_ = std::move(right); }
+  void setDelegate(AuthorizationViewDelegate* delegate) { delegate_ = delegate; }
+  /// Shows the present state.
+  void updateStatus();
+  [[nodiscard]] State state() const { return state_; }
+  /// The rights while the lock is open, else null.
+  [[nodiscard]] Authorization* authorization() const { return authorization_.get(); }
+  /// What stands beside the lock.
+  [[nodiscard]] std::string label() const;
+
+  /// The user's click: a closed lock asks for the rights, an open one closes; while the question is open
+  /// nothing happens.
+  void click();
+  /// Gives the rights back without telling the delegate: for a pane that has locked itself.
+  void close();
+
+ private:
+  void answer(AuthorizationOutcome outcome, std::unique_ptr<Authorization> authorization);
+  void deauthorize();
+
+  AuthorizationServices& services_;
+  AuthorizationViewDelegate* delegate_ = nullptr;
+  std::string right_;
+  State state_ = State::Closed;
+  std::unique_ptr<Authorization> authorization_;
+  std::shared_ptr<bool> alive_;  // an answer may come after this view has gone
+};
+
+}  // namespace corvane

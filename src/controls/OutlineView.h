@@ -1,0 +1,158 @@
+// A tree of rows that come from a data source, shown as an outline in which rows can be expanded. Each row is
+// an object of its own that knows its parent, also where two rows hold the same value; the data source and
+// the delegate are asked with these row objects.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "controls/Cells.h"
+#include "controls/Control.h"
+#include "controls/ObjectValue.h"
+#include "controls/TableView.h"
+#include "values/PropertyList.h"
+
+namespace corvane {
+
+class OutlineView;
+
+/// One row of an outline, or (empty) the root above all rows. Two handles are equal when they are the same
+/// row.
+class OutlineItem {
+ public:
+  OutlineItem() = default;
+  explicit operator bool() const { return row_ != nullptr; }
+  /// The value that the data source gave for the row.
+  [[nodiscard]] const PropertyList& object() const;
+  friend bool operator==(const OutlineItem&, const OutlineItem&) = default;
+
+ private:
+  friend class OutlineView;
+  struct Row;
+  explicit OutlineItem(std::shared_ptr<Row> row) : row_(std::move(row)) {}
+  std::shared_ptr<Row> row_;
+};
+
+class OutlineViewDataSource {
+ public:
+  virtual ~OutlineViewDataSource() = default;
+  [[nodiscard]] virtual int outlineViewNumberOfChildrenOfItem(OutlineView& outline,
+                                                              const OutlineItem& item) = 0;
+  [[nodiscard]] virtual bool outlineViewIsItemExpandable(OutlineView& outline, const OutlineItem& item) = 0;
+  /// The value of the row at the index below the item; nothing makes a row without a value.
+  [[nodiscard]] virtual PropertyList outlineViewChildOfItem(OutlineView& outline, int index,
+                                                            const OutlineItem& item) = 0;
+  [[nodiscard]] virtual ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView& outline,
+                                                                               const TableColumn& column,
+                                                                               const OutlineItem& item) = 0;
+  virtual void outlineViewSetObjectValueForTableColumnByItem(OutlineView& outline, const PropertyList& value,
+                                                             const TableColumn& column,
+                                                             const OutlineItem& item) = 0;
+};
+
+class OutlineViewDelegate {
+ public:
+  virtual ~OutlineViewDelegate() = default;
+  virtual void outlineViewItemDidExpand(OutlineView& outline, const OutlineItem& item) = 0;
+  [[nodiscard]] virtual bool outlineViewShouldEditTableColumnItem(OutlineView& outline,
+                                                                  const TableColumn& column,
+                                                                  const OutlineItem& item) = 0;
+  /// `column` is null for a row of full width.
+  [[nodiscard]] virtual CellReference outlineViewDataCellForTableColumnItem(OutlineView& outline,
+                                                                            const TableColumn* column,
+                                                                            const OutlineItem& item) = 0;
+  [[nodiscard]] virtual double outlineViewHeightOfRowByItem(OutlineView& outline,
+                                                            const OutlineItem& item) = 0;
+  [[nodiscard]] virtual bool outlineViewShouldShowOutlineCellForItem(OutlineView& outline,
+                                                                     const OutlineItem& item) = 0;
+  virtual void outlineViewWillDisplayCellForTableColumnItem(OutlineView& outline, Cell& cell,
+                                                            const TableColumn& column,
+                                                            const OutlineItem& item) = 0;
+};
+
+/// A cell ready to be shown: the delegate's cell (or the column's default) with its value set and dressed.
+struct PreparedCell {
+  CellReference cell;
+  /// For a default cell: the value that it shows. A default cell of a check-box column shows it as a switch.
+  ObjectValue value;
+};
+
+class OutlineView final : public Control {
+ public:
+  struct Column : TableColumn {
+    /// The column's default cell is a check box instead of a text.
+    bool checkBox = false;
+  };
+
+  explicit OutlineView(std::vector<Column> columns);
+  ~OutlineView() override;
+
+  void setDataSource(OutlineViewDataSource* dataSource) { dataSource_ = dataSource; }
+  void setDelegate(OutlineViewDelegate* delegate) { delegate_ = delegate; }
+  [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
+  [[nodiscard]] double rowHeight() const { return rowHeight_; }  // points
+  void setRowHeight(double height) { rowHeight_ = height; }
+  [[nodiscard]] bool highlightsSelection() const { return highlightsSelection_; }
+  void setHighlightsSelection(bool highlights);
+
+  // The tree. Children are asked for when their parent is first expanded.
+  /// Reads the whole tree again. A row whose object (the very same) comes again under the same parent stays
+  /// the same row and keeps its expansion; the selection is kept only with its row.
+  void reloadData();
+  /// Shows the item's cells afresh; with `reloadChildren` its children are asked for again as well.
+  void reloadItem(const OutlineItem& item, bool reloadChildren = false);
+  void expandItem(const OutlineItem& item, bool expandChildren = false);
+  void collapseItem(const OutlineItem& item);
+  [[nodiscard]] bool isItemExpanded(const OutlineItem& item) const;
+  [[nodiscard]] bool isExpandable(const OutlineItem& item);
+  /// The item under which the row was last returned; empty for a top-level row and for a row that is gone.
+  [[nodiscard]] OutlineItem parentForItem(const OutlineItem& item) const;
+  /// The children known so far (asked for now when there are none yet).
+  [[nodiscard]] std::vector<OutlineItem> childrenOfItem(const OutlineItem& item);
+
+  // The visible rows.
+  [[nodiscard]] int numberOfRows() const;
+  [[nodiscard]] OutlineItem itemAtRow(int row) const;           // empty outside
+  [[nodiscard]] int rowForItem(const OutlineItem& item) const;  // -1 when not visible
+  [[nodiscard]] int levelForItem(const OutlineItem& item) const;
+  [[nodiscard]] int selectedRow() const;  // -1: none
+  void selectRow(int row);
+  void deselectAll();
+
+  // Cells.
+  [[nodiscard]] PreparedCell preparedCell(const Column& column, const OutlineItem& item);
+  [[nodiscard]] double heightOfRow(const OutlineItem& item);
+  [[nodiscard]] bool showsOutlineCell(const OutlineItem& item);
+  [[nodiscard]] bool shouldEdit(const Column& column, const OutlineItem& item);
+  /// The cell that was clicked last, or nothing.
+  [[nodiscard]] CellReference selectedCell() const { return selectedCell_; }
+
+  // The user's acts. All but expanding and collapsing are ignored while the outline is disabled.
+  /// A click on a button or switch cell: selects the row, then performs the cell's action or, where it has
+  /// none, sets the opposite state.
+  void clickCell(int row, const Column& column);
+  /// A value that was typed or chosen in a cell. Text cells are checked with `shouldEdit` and their
+  /// formatter.
+  void editCell(int row, const Column& column, const PropertyList& value);
+  void clickDisclosure(int row);
+
+  /// For the shell: the tree changed / a row must be shown afresh / the selection changed.
+  std::function<void()> onReload;
+  std::function<void(const OutlineItem&)> onReloadItem;
+  std::function<void(const OutlineItem&)> onExpansionChange;
+  std::function<void()> onSelectionChange;
+
+ private:
+  struct Implementation;
+  std::vector<Column> columns_;
+  OutlineViewDataSource* dataSource_ = nullptr;
+  OutlineViewDelegate* delegate_ = nullptr;
+  double rowHeight_ = 17;
+  bool highlightsSelection_ = true;
+  CellReference selectedCell_;
+  std::unique_ptr<Implementation> tree_;
+};
+
+}  // namespace corvane
