@@ -6,6 +6,7 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
     COMMENT "Checking that the core includes no toolkit or operating-system header" VERBATIM)
   return()
 endif()
+cmake_minimum_required(VERSION 3.25)  # as a script it has no project that sets the policies
 
 set(standard
   algorithm any array atomic bit cassert cctype cerrno charconv chrono climits cmath compare concepts cstddef cstdint
