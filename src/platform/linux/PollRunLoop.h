@@ -1,0 +1,42 @@
+// A run loop of its own over poll(2), for tests of the real services, benchmarks and tools that have no
+// window. Timers use the monotonic clock. Sources may outlive the loop; they are dead then.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/RunLoop.h"
+
+namespace corvane {
+
+class PollRunLoop : public RunLoop {
+ public:
+  PollRunLoop();
+  ~PollRunLoop() override;
+  PollRunLoop(const PollRunLoop&) = delete;
+  PollRunLoop& operator=(const PollRunLoop&) = delete;
+
+  [[nodiscard]] std::unique_ptr<Source> scheduleTimer(double interval, bool repeats,
+                                                      std::function<void()> fire) override;
+  [[nodiscard]] std::unique_ptr<Source> watchDescriptor(int descriptor,
+                                                        std::function<void()> readable) override;
+
+  /// Runs the loop until the condition holds; it is asked before the first wait and after each round of
+  /// calls. False when `seconds` pass first.
+  [[nodiscard]] bool runUntil(const std::function<bool()>& condition, double seconds);
+  /// Timers that have yet to fire. A loop without timers that nothing wakes costs nothing.
+  [[nodiscard]] std::size_t pendingTimers() const;
+
+ private:
+  struct Entry;
+  class EntrySource;
+
+  std::unique_ptr<Source> add(Entry entry);
+  void dropEnded();
+  void waitAndCall(double until);
+
+  std::vector<std::shared_ptr<Entry>> entries_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,105 @@
+#include "platform/linux/RegularFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/linux/FileDescriptor.h"
+
+namespace corvane {
+namespace {
+
+/// A path with a NUL inside would name another file to the system than to everybody else.
+bool isUsable(const std::string& path) { return !path.empty() && path.find('\0') == std::string::npos; }
+
+std::optional<std::string> readToEnd(int descriptor, std::size_t expected, std::size_t limit) {
+  std::string bytes;
+  // One byte more than expected, so that the usual file is found to end without growing the buffer.
+  bytes.resize(std::min(expected, limit) + 1);
+  std::size_t length = 0;
+  for (;;) {
+    if (length == bytes.size()) bytes.resize(std::min(limit + 1, bytes.size() * 2));
+    const ssize_t count = ::read(descriptor, bytes.data() + length, bytes.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+    if (length > limit) return std::nullopt;
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+std::optional<std::string> unpredictableName() {
+  std::array<std::uint8_t, 16> random{};
+  if (::getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size()))
+    return std::nullopt;
+  std::string name = ".corvane-";
+  for (const std::uint8_t byte : random) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    name += kDigits[byte >> 4U];
+    name += kDigits[byte & 15U];
+  }
+  return name;
+}
+
+}  // namespace
+
+std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+  struct stat status {};
+  // Looked at before opening: to open a FIFO or a device is already an act that others can notice.
+  if (!isUsable(path) || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  // O_NONBLOCK in case something else has taken the place meanwhile.
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+  if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > limit) return std::nullopt;
+  return readToEnd(file.get(), size, limit);
+}
+
+bool replaceRegularFile(const std::string& path, std::string_view bytes, mode_t mode) {
+  if (!isUsable(path)) return false;
+  const std::size_t slash = path.rfind('/');
+  const std::string folderPath = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+  const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+  if (name.empty() || name == "." || name == "..") return false;
+
+  const FileDescriptor folder(::open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const std::optional<std::string> temporary = unpredictableName();
+  if (!folder || !temporary) return false;
+  FileDescriptor file(
+      ::openat(folder.get(), temporary->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+  if (!file) return false;
+  // The wider mode comes last, so that nobody reads half a file.
+  const bool complete =
+      writeAll(file.get(), bytes) && ::fchmod(file.get(), mode) == 0 && ::fsync(file.get()) == 0;
+  file.reset();
+  if (!complete || ::renameat(folder.get(), temporary->c_str(), folder.get(), name.c_str()) != 0) {
+    ::unlinkat(folder.get(), temporary->c_str(), 0);
+    return false;
+  }
+  // Makes the rename itself last. A folder that can be written but not read can't be flushed; the file is in
+  // place.
+  const FileDescriptor readable(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (readable) static_cast<void>(::fsync(readable.get()));
+  return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,196 @@
+#include <array>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "linux/OtherUser.h"
+#include "platform/linux/LinuxFiles.h"
+#include "support/TemporaryFolder.h"
+
+namespace corvane {
+namespace {
+
+using test::OtherUser;
+using test::TemporaryFolder;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+using Paths = std::vector<std::string>;
+
+TEST(LinuxFiles, FilesFoldersAndLinksToThemExist) {
+  const TemporaryFolder folder;
+  const std::string file = folder.writeFile("file", "text");
+  std::filesystem::create_symlink(file, folder / "link");
+  LinuxFiles files;
+  EXPECT_TRUE(files.exists(folder.path()));
+  EXPECT_TRUE(files.exists(file));
+  EXPECT_TRUE(files.exists(folder / "link"));
+}
+
+TEST(LinuxFiles, MissingFilesAndDanglingLinksDoNotExist) {
+  const TemporaryFolder folder;
+  folder.writeFile("file", "text");
+  std::filesystem::create_symlink(folder / "nowhere", folder / "dangling");
+  LinuxFiles files;
+  EXPECT_FALSE(files.exists(folder / "missing"));
+  EXPECT_FALSE(files.exists(folder / "dangling"));
+  EXPECT_FALSE(files.exists(folder / "file/below"));
+  EXPECT_FALSE(files.exists(""));
+}
+
+TEST(LinuxFiles, PathWithANulNamesNothing) {
+  const TemporaryFolder folder;
+  const std::string path = folder.writeFile("file", "text") + std::string("\0.plist", 7);
+  LinuxFiles files;
+  EXPECT_FALSE(files.exists(path));
+  EXPECT_EQ(files.contents(path, 100), std::nullopt);
+  EXPECT_EQ(files.walk(folder.path() + std::string("\0x", 2)), std::nullopt);
+  EXPECT_EQ(files.modificationDate(path).date, std::nullopt);
+  EXPECT_EQ(files.modificationDate(path).error, "Invalid argument");
+}
+
+TEST(LinuxFiles, ModificationDateHasFractionsOfASecond) {
+  const TemporaryFolder folder;
+  const std::string file = folder.writeFile("file");
+  const std::array<timespec, 2> times{timespec{5, 0}, timespec{1'700'000'000, 250'000'000}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
+  LinuxFiles files;
+  EXPECT_THAT(files.modificationDate(file).date, Optional(Date{1'700'000'000.25}));
+}
+
+TEST(LinuxFiles, MissingFileHasNoModificationDateButTheSystemsText) {
+  const TemporaryFolder folder;
+  LinuxFiles files;
+  const auto answer = files.modificationDate(folder / "missing");
+  EXPECT_EQ(answer.date, std::nullopt);
+  EXPECT_EQ(answer.error, "No such file or directory");
+}
+
+TEST(LinuxFiles, ContentsAreReadByteForByte) {
+  const TemporaryFolder folder;
+  const std::string bytes("line\n\0\xFFrest", 11);
+  LinuxFiles files;
+  EXPECT_EQ(files.contents(folder.writeFile("file", bytes), 100), bytes);
+  EXPECT_EQ(files.contents(folder.writeFile("empty"), 100), "");
+}
+
+TEST(LinuxFiles, FileOfExactlyTheLimitIsReadAndALargerOneIsNot) {
+  const TemporaryFolder folder;
+  const std::string file = folder.writeFile("file", "12345678");
+  LinuxFiles files;
+  EXPECT_EQ(files.contents(file, 8), "12345678");
+  EXPECT_EQ(files.contents(file, 7), std::nullopt);
+}
+
+TEST(LinuxFiles, FileThatTellsNoSizeIsReadToItsEnd) {
+  LinuxFiles files;
+  const auto contents = files.contents("/proc/self/stat", 10'000);
+  ASSERT_TRUE(contents);
+  EXPECT_THAT(*contents, ::testing::StartsWith(std::to_string(::getpid()) + " "));
+  EXPECT_EQ(files.contents("/proc/self/stat", 3), std::nullopt);
+}
+
+TEST(LinuxFiles, OnlyRegularFilesHaveContents) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
+  LinuxFiles files;
+  EXPECT_EQ(files.contents(folder / "fifo", 100), std::nullopt);
+  EXPECT_EQ(files.contents(folder.path(), 100), std::nullopt);
+  EXPECT_EQ(files.contents("/dev/zero", 100), std::nullopt);
+  EXPECT_EQ(files.contents(folder / "missing", 100), std::nullopt);
+}
+
+TEST(LinuxFiles, WalkListsEverythingBelowInAFixedOrder) {
+  const TemporaryFolder folder;
+  for (const char* file : {"b/two", "b/one", "b/deep/er/file", "a", "c"}) folder.writeFile(file);
+  folder.makeFolder("empty");
+  folder.writeFile(".hidden");
+  EXPECT_EQ(LinuxFiles().walk(folder.path()), (Paths{".hidden", "a", "b", "b/deep", "b/deep/er",
+                                                     "b/deep/er/file", "b/one", "b/two", "c", "empty"}));
+}
+
+TEST(LinuxFiles, WalkListsLinksWithoutEnteringThem) {
+  const TemporaryFolder folder;
+  folder.writeFile("a/file");
+  std::filesystem::create_symlink("..", folder / "a/up");
+  std::filesystem::create_symlink("nowhere", folder / "dangling");
+  EXPECT_EQ(LinuxFiles().walk(folder.path()), (Paths{"a", "a/file", "a/up", "dangling"}));
+}
+
+TEST(LinuxFiles, WalkBeginsThroughALinkToTheFolder) {
+  const TemporaryFolder folder;
+  folder.writeFile("real/file");
+  std::filesystem::create_symlink("real", folder / "link");
+  EXPECT_EQ(LinuxFiles().walk(folder / "link"), Paths{"file"});
+}
+
+TEST(LinuxFiles, WalkOfSomethingElseThanAFolderIsNothing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(LinuxFiles().walk(folder / "missing"), std::nullopt);
+  EXPECT_EQ(LinuxFiles().walk(folder.writeFile("file")), std::nullopt);
+  EXPECT_THAT(LinuxFiles().walk(folder.makeFolder("empty")), Optional(IsEmpty()));
+}
+
+TEST(LinuxFiles, WalkPassesOverUnreadableFolders) {
+  if (!OtherUser::isPossible()) GTEST_SKIP() << "needs root to make a folder that this user can't read";
+  const TemporaryFolder folder;
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+  folder.writeFile("closed/secret");
+  folder.writeFile("open/file");
+  ASSERT_EQ(::chmod((folder / "closed").c_str(), 0700), 0);
+  const OtherUser nobody;
+  EXPECT_EQ(LinuxFiles().walk(folder.path()), (Paths{"closed", "open", "open/file"}));
+  EXPECT_EQ(LinuxFiles().walk(folder / "closed"), std::nullopt);
+}
+
+TEST(LinuxFiles, WalkLeavesOutNamesThatAreNotUtf8WithEverythingBelow) {
+  const TemporaryFolder folder;
+  folder.writeFile("bad\xFF/file");
+  folder.writeFile("good\xC3\xA9/file");
+  EXPECT_EQ(LinuxFiles().walk(folder.path()), (Paths{"good\xC3\xA9", "good\xC3\xA9/file"}));
+}
+
+TEST(LinuxFiles, WalkOfATreeDeeperThanPathsReachEnds) {
+  const TemporaryFolder folder;
+  // Built from inside, since no path leads to the bottom.
+  int at = ::open(folder.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const std::string name(200, 'd');
+  constexpr int kDepth = 100;
+  for (int depth = 0; depth < kDepth; ++depth) {
+    ASSERT_EQ(::mkdirat(at, name.c_str(), 0755), 0);
+    const int next = ::openat(at, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ::close(at);
+    ASSERT_GE(next, 0);
+    at = next;
+  }
+  ::close(at);
+  const auto paths = LinuxFiles().walk(folder.path());
+  ASSERT_TRUE(paths);
+  // 4095 bytes hold 20 names with their slashes; the folder that holds the next one can still be listed.
+  EXPECT_EQ(paths->size(), 21U);
+}
+
+TEST(LinuxFiles, WalkNeedsFewDescriptorsForADeepTree) {
+  const TemporaryFolder folder;
+  std::string deep = "d";
+  for (int depth = 1; depth < 500; ++depth) deep += "/d";
+  folder.makeFolder(deep);
+  const int lowestFree = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+  ::close(lowestFree);
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  rlimit few = before;
+  few.rlim_cur = static_cast<rlim_t>(lowestFree) + 3;
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+  const auto paths = LinuxFiles().walk(folder.path());
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  ASSERT_TRUE(paths);
+  EXPECT_EQ(paths->size(), 500U);
+}
+
+}  // namespace
+}  // namespace corvane

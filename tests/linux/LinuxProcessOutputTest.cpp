@@ -1,0 +1,113 @@
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxProcessOutput.h"
+#include "support/TemporaryFolder.h"
+
+namespace corvane {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Optional;
+
+std::optional<std::string> shell(const std::string& command, LinuxProcessOutput::Limits limits = {}) {
+  return LinuxProcessOutput(limits).outputOf("/bin/sh", {"-c", command});
+}
+
+bool hasChildren() {
+  errno = 0;
+  return ::waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD;
+}
+
+double secondsFor(const std::function<void()>& act) {
+  const auto start = std::chrono::steady_clock::now();
+  act();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(LinuxProcessOutput, AnswersWithEverythingPrintedAndLeavesNoChild) {
+  EXPECT_EQ(shell("printf 'one\\ntwo'"), "one\ntwo");
+  EXPECT_EQ(shell("exit 3"), "");
+  EXPECT_FALSE(hasChildren());
+}
+
+TEST(LinuxProcessOutput, ArgumentsArriveUnchanged) {
+  EXPECT_EQ(LinuxProcessOutput().outputOf("/usr/bin/printf", {"%s|", "a b", "$HOME", "", "*"}),
+            "a b|$HOME||*|");
+}
+
+TEST(LinuxProcessOutput, ProcessListHoldsThisProcess) {
+  EXPECT_THAT(LinuxProcessOutput().outputOf("/bin/ps", {"axco", "pid"}),
+              Optional(HasSubstr(std::to_string(::getpid()))));
+}
+
+TEST(LinuxProcessOutput, ProgramThatCannotBeStartedIsNothing) {
+  const test::TemporaryFolder folder;
+  LinuxProcessOutput processes;
+  EXPECT_EQ(processes.outputOf("/nonexistent", {}), std::nullopt);
+  EXPECT_EQ(processes.outputOf(folder.writeFile("not-executable", "text"), {}), std::nullopt);
+  EXPECT_EQ(processes.outputOf(folder.path(), {}), std::nullopt);
+  EXPECT_FALSE(hasChildren());
+}
+
+TEST(LinuxProcessOutput, OutputLargerThanThePipeIsComplete) {
+  const auto output = shell("head -c 1000000 /dev/zero");
+  ASSERT_TRUE(output);
+  EXPECT_EQ(output->size(), 1'000'000U);
+}
+
+TEST(LinuxProcessOutput, EndlessOutputIsStoppedAtTheLimit) {
+  EXPECT_EQ(shell("cat /dev/zero", {10, 100'000}), std::nullopt);
+  EXPECT_FALSE(hasChildren());
+}
+
+TEST(LinuxProcessOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
+  const test::TemporaryFolder folder;
+  std::optional<std::string> output = "";
+  const double seconds = secondsFor([&] {
+    output = shell("sleep 60 & echo $! > '" + (folder / "pid") + "'; wait", {0.2, 1000});
+  });
+  EXPECT_EQ(output, std::nullopt);
+  EXPECT_LT(seconds, 30);
+  EXPECT_FALSE(hasChildren());
+  // The grandchild belongs to init or to us now and is dead or about to be reaped.
+  const std::string grandchild = folder.readFile("pid");
+  ASSERT_FALSE(grandchild.empty());
+  std::ifstream status("/proc/" + grandchild.substr(0, grandchild.find('\n')) + "/stat");
+  std::string pid;
+  std::string name;
+  std::string state = "gone";
+  status >> pid >> name >> state;
+  EXPECT_THAT(state, ::testing::AnyOf("gone", "Z", "X")) << "still running: " << grandchild;
+}
+
+TEST(LinuxProcessOutput, ProgramThatClosesItsOutputAndHangsIsKilled) {
+  EXPECT_EQ(shell("exec >&-; exec sleep 60", {0.2, 1000}), std::nullopt);
+  EXPECT_FALSE(hasChildren());
+}
+
+TEST(LinuxProcessOutput, ProgramInheritsNoDescriptorAndReadsNothing) {
+  const FileDescriptor leaky(
+      ::open("/dev/null", O_RDONLY));  // NOLINT(android-cloexec-open): inheritable on purpose
+  ASSERT_TRUE(leaky);
+  EXPECT_EQ(shell("ls /proc/$$/fd | tr '\\n' ' '"), "0 1 2 ");
+  EXPECT_EQ(shell("readlink /proc/$$/fd/0; cat"), "/dev/null\n");
+}
+
+TEST(LinuxProcessOutput, ProgramStartsWithFreshSignals) {
+  const auto handler = std::signal(SIGPIPE, SIG_IGN);
+  const auto output = shell("grep SigIgn /proc/$$/status");
+  std::signal(SIGPIPE, handler);
+  // The C library keeps two signals above the numbered ones for itself and ignores them in every child.
+  EXPECT_THAT(output, Optional(::testing::EndsWith("0000000\n")));
+}
+
+}  // namespace
+}  // namespace corvane
