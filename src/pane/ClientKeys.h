@@ -1,5 +1,5 @@
-// Keys of the client's own settings files, each defined once. (Keys of plug-in definitions stand with the plug-ins tab,
-// keys of volume entries with the options tab.)
+// Keys of the client's own settings files, each defined once. (Keys of plug-in definitions stand with the
+// plug-ins tab, keys of volume entries with the options tab.)
 #pragma once
 
 namespace corvane::client_key {

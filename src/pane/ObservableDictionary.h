@@ -1,5 +1,5 @@
-// A dictionary whose keys can be observed: the live contents of a settings store. The store observes the keys of its file,
-// bindings observe the keys of their controls.
+// A dictionary whose keys can be observed: the live contents of a settings store. The store observes the keys
+// of its file, bindings observe the keys of their controls.
 #pragma once
 
 #include <string>

@@ -1,10 +1,11 @@
-// The single table of the paths that the pane touches: the client's files and folders and the system folders, each below
-// one root prefix, and the system tools, which are never prefixed. With an empty prefix (on the Mac itself) the paths are
-// the fixed ones; with a prefix the same tree is looked for below it (a demo, a staging tree, a mounted volume).
+// The single table of the paths that the pane touches: the client's files and folders and the system folders,
+// each below one root prefix, and the system tools, which are never prefixed. With an empty prefix (on the
+// Mac itself) the paths are the fixed ones; with a prefix the same tree is looked for below it (a demo, a
+// staging tree, a mounted volume).
 //
-// Absolute paths that stand in the client's files are paths of the client's own system. They are mapped below the prefix
-// with `onDisk` when a file is read or written, and back with `onClient` when one is stored or shown; rules about how a
-// path begins look at the path on the client.
+// Absolute paths that stand in the client's files are paths of the client's own system. They are mapped below
+// the prefix with `onDisk` when a file is read or written, and back with `onClient` when one is stored or
+// shown; rules about how a path begins look at the path on the client.
 #pragma once
 
 #include <string>
@@ -42,8 +43,8 @@ class PathTable {
   explicit PathTable(std::string_view rootPrefix = {});
 
   [[nodiscard]] const std::string& rootPrefix() const { return rootPrefix_; }
-  /// Where a path of the client's system lies here. ".." parts never lead above the prefix. A relative or empty path has
-  /// no place here: the answer is empty.
+  /// Where a path of the client's system lies here. ".." parts never lead above the prefix. A relative or
+  /// empty path has no place here: the answer is empty.
   [[nodiscard]] std::string onDisk(std::string_view clientPath) const;
   /// The path as the client's system knows it; a path outside the prefix stays as it is.
   [[nodiscard]] std::string onClient(std::string_view diskPath) const;

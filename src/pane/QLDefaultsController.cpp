@@ -59,7 +59,8 @@ void QLDefaultsController::observeValueForKey(const std::string& key, const Prop
 
 void QLDefaultsController::observeValueForKeyPath(const std::string& changedPath) {
   // A cleared group is written as an empty text, never dropped.
-  if (values_ && changedPath == keyPath(client_key::kClientGroup) && !values_->contains(client_key::kClientGroup)) {
+  if (values_ && changedPath == keyPath(client_key::kClientGroup) &&
+      !values_->contains(client_key::kClientGroup)) {
     values_->setQuietly(client_key::kClientGroup, PropertyList::string({}));
   }
   commitChanges();

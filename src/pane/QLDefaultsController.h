@@ -1,8 +1,9 @@
-// The settings store: the contents of one property-list file as a live dictionary, edited key by key and written whole
-// through its delegate after every change. The pane keeps two stores, the Options tab four, the Configuration tab one.
+// The settings store: the contents of one property-list file as a live dictionary, edited key by key and
+// written whole through its delegate after every change. The pane keeps two stores, the Options tab four, the
+// Configuration tab one.
 //
-// A store whose file can't be read has no values (`validValues` is false). It is never repaired: its owner makes a new
-// one over the same file.
+// A store whose file can't be read has no values (`validValues` is false). It is never repaired: its owner
+// makes a new one over the same file.
 #pragma once
 
 #include <memory>
@@ -27,8 +28,8 @@ class QLDefaultsController final : private KeyObserver {
   [[nodiscard]] const ObservableDictionary* values() const { return values_.get(); }
   /// The value under the key; nothing when it is absent or the store is invalid.
   [[nodiscard]] PropertyList value(std::string_view key) const;
-  /// The edit of a bound control (nothing removes the key): one notification and one commit, also for a key that the
-  /// file did not hold so far.
+  /// The edit of a bound control (nothing removes the key): one notification and one commit, also for a key
+  /// that the file did not hold so far.
   void setValueForKey(const std::string& key, PropertyList value);
 
   /// Reads the file again. Adds and replaces values, never removes one, never commits.

@@ -11,7 +11,8 @@ SettingsBinding::SettingsBinding(TextField& field, std::string key, Kind kind)
   field.onUserEdit = [this] { commit(); };
 }
 
-SettingsBinding::SettingsBinding(Button& checkBox, std::string key) : checkBox_(&checkBox), key_(std::move(key)) {
+SettingsBinding::SettingsBinding(Button& checkBox, std::string key)
+    : checkBox_(&checkBox), key_(std::move(key)) {
   checkBox.onUserEdit = [this] { commit(); };
 }
 
@@ -33,9 +34,13 @@ void SettingsBinding::unbind() {
   store_ = nullptr;
 }
 
-void SettingsBinding::observeValueForKey(const std::string& /*key*/, const PropertyList& /*newValue*/) { show(); }
+void SettingsBinding::observeValueForKey(const std::string& /*key*/, const PropertyList& /*newValue*/) {
+  show();
+}
 
-PropertyList SettingsBinding::storedValue() const { return store_ != nullptr ? store_->value(key_) : PropertyList(); }
+PropertyList SettingsBinding::storedValue() const {
+  return store_ != nullptr ? store_->value(key_) : PropertyList();
+}
 
 void SettingsBinding::show() {
   const PropertyList stored = storedValue();

@@ -1,5 +1,6 @@
-// Ties a control to one key of a settings store: the control follows the value, an edit of the control becomes one change
-// of the key and so one write of the whole file. A value of the wrong type shows as absent.
+// Ties a control to one key of a settings store: the control follows the value, an edit of the control
+// becomes one change of the key and so one write of the whole file. A value of the wrong type shows as
+// absent.
 #pragma once
 
 #include <string>
@@ -24,7 +25,8 @@ class SettingsBinding final : private KeyObserver {
   SettingsBinding& operator=(const SettingsBinding&) = delete;
   ~SettingsBinding() override;
 
-  /// Follows this store from now on; the one before need not exist any more only if `unbind` was called first.
+  /// Follows this store from now on; the one before need not exist any more only if `unbind` was called
+  /// first.
   void bindTo(QLDefaultsController& store);
   void unbind();
   [[nodiscard]] const std::string& key() const { return key_; }

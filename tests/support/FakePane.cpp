@@ -20,7 +20,8 @@ void FakePane::addUnlockedObserver(UnlockedObserver& observer) {
 void FakePane::setPlistFileValues(const std::string& path, const PropertyList& values) {
   writes.push_back({path, values.deepCopy()});
   if (!writesReachTheFile) return;
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << writeXmlPropertyList(values).value_or(std::string());
+  std::ofstream(path, std::ios::binary | std::ios::trunc)
+      << writeXmlPropertyList(values).value_or(std::string());
 }
 
 Dictionary FakePane::readRootFile(const std::string& path) {
@@ -28,7 +29,8 @@ Dictionary FakePane::readRootFile(const std::string& path) {
   return rootFile;
 }
 
-void FakePane::executeQLHelperArguments(const std::string& program, const std::vector<std::string>& arguments) {
+void FakePane::executeQLHelperArguments(const std::string& program,
+                                        const std::vector<std::string>& arguments) {
   helperCalls.push_back({program, arguments});
 }
 

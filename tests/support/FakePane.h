@@ -1,5 +1,5 @@
-// A pane as the tabs see it: the lock is a flag, root operations are recorded. Written property lists reach the real file
-// at once, so that a refresh reads what was written.
+// A pane as the tabs see it: the lock is a flag, root operations are recorded. Written property lists reach
+// the real file at once, so that a refresh reads what was written.
 #pragma once
 
 #include <deque>
@@ -30,7 +30,8 @@ class FakePane final : public PaneServices {
   void addUnlockedObserver(UnlockedObserver& observer) override;
   void setPlistFileValues(const std::string& path, const PropertyList& values) override;
   [[nodiscard]] Dictionary readRootFile(const std::string& path) override;
-  void executeQLHelperArguments(const std::string& program, const std::vector<std::string>& arguments) override;
+  void executeQLHelperArguments(const std::string& program,
+                                const std::vector<std::string>& arguments) override;
   [[nodiscard]] std::optional<std::string> validatePluginWithArguments(
       const std::string& plugin, const std::vector<std::string>& arguments) override;
 

@@ -1,13 +1,13 @@
 #include "support/TestPlatform.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <ostream>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "values/PropertyListCodec.h"
 #include "values/Text.h"
@@ -29,7 +29,8 @@ class GrantedAuthorization final : public Authorization {
 
 class ScriptedPipe final : public OutputPipe {
  public:
-  ScriptedPipe(std::string reply, ReadOutcome withoutReply) : reply_(std::move(reply)), withoutReply_(withoutReply) {}
+  ScriptedPipe(std::string reply, ReadOutcome withoutReply)
+      : reply_(std::move(reply)), withoutReply_(withoutReply) {}
   ReadOutcome read(char* buffer, std::size_t capacity) override {
     if (reply_.empty()) return withoutReply_;
     const std::size_t count = std::min(capacity, reply_.size());
@@ -63,7 +64,8 @@ void carryOut(const std::string& tool, const std::vector<std::string>& arguments
   std::error_code ignored;
   if (tool == "/bin/rm") fs::remove(arguments.at(0), ignored);
   if (tool == "/bin/mkdir") fs::create_directories(arguments.at(1), ignored);
-  if (tool == "/bin/cp") fs::copy_file(arguments.at(0), arguments.at(1), fs::copy_options::overwrite_existing, ignored);
+  if (tool == "/bin/cp")
+    fs::copy_file(arguments.at(0), arguments.at(1), fs::copy_options::overwrite_existing, ignored);
 }
 
 }  // namespace
@@ -77,7 +79,9 @@ Files::ModificationDate RealFiles::modificationDate(const std::string& path) {
   if (const auto played = dates.find(path); played != dates.end()) return played->second;
   struct stat attributes {};
   if (stat(path.c_str(), &attributes) != 0) return {std::nullopt, std::strerror(errno)};
-  return {Date{static_cast<double>(attributes.st_mtim.tv_sec) + static_cast<double>(attributes.st_mtim.tv_nsec) / 1e9}, {}};
+  return {Date{static_cast<double>(attributes.st_mtim.tv_sec) +
+               static_cast<double>(attributes.st_mtim.tv_nsec) / 1e9},
+          {}};
 }
 
 std::optional<std::string> RealFiles::contents(const std::string& path, std::size_t limit) {
@@ -93,7 +97,8 @@ std::optional<std::vector<std::string>> RealFiles::walk(const std::string& folde
   if (!fs::is_directory(folder, error)) return std::nullopt;
   std::vector<std::string> found;
   const auto options = fs::directory_options::skip_permission_denied;
-  for (fs::recursive_directory_iterator entry(folder, options, error), end; entry != end; entry.increment(error)) {
+  for (fs::recursive_directory_iterator entry(folder, options, error), end; entry != end;
+       entry.increment(error)) {
     found.push_back(entry->path().lexically_relative(folder).string());
   }
   std::sort(found.begin(), found.end());
@@ -129,10 +134,12 @@ void RecordingAuthorization::requestRights(std::string_view right, Done done) {
 void RecordingAuthorization::answer(AuthorizationOutcome given) {
   const Done done = std::exchange(waiting_, nullptr);
   if (!done) return;
-  done(given, given == AuthorizationOutcome::Granted ? std::make_unique<GrantedAuthorization>(*this) : nullptr);
+  done(given,
+       given == AuthorizationOutcome::Granted ? std::make_unique<GrantedAuthorization>(*this) : nullptr);
 }
 
-LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
+LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
+                                                           const std::string& tool,
                                                            const std::vector<std::string>& arguments) {
   commands.push_back({tool, arguments, false});
   if (authorization == nullptr) return launch_status::kInvalidAuthorization;
@@ -143,7 +150,8 @@ LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* author
   return launch_status::kStarted;
 }
 
-LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
+LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
+                                                           const std::string& tool,
                                                            const std::vector<std::string>& arguments,
                                                            std::unique_ptr<OutputPipe>& output) {
   const LaunchStatus status = executeWithPrivileges(authorization, tool, arguments);
@@ -201,24 +209,27 @@ std::string FakeBundle::pathForResource(std::string_view name, std::string_view 
   return "/bundle/Resources/" + std::string(name) + (type.empty() ? "" : ".") + std::string(type);
 }
 
-std::string FakeBundle::pathForAuxiliaryExecutable(std::string_view name) { return "/bundle/MacOS/" + std::string(name); }
+std::string FakeBundle::pathForAuxiliaryExecutable(std::string_view name) {
+  return "/bundle/MacOS/" + std::string(name);
+}
 
-std::unique_ptr<DirectoryEventStream> ScriptedDirectoryEvents::createStream(std::vector<std::string> directories,
-                                                                            double latency, Callback callback) {
+std::unique_ptr<DirectoryEventStream> ScriptedDirectoryEvents::createStream(
+    std::vector<std::string> directories, double latency, Callback callback) {
   streams.push_back(std::make_shared<State>(State{std::move(directories), latency, std::move(callback), {}}));
   return std::make_unique<ScriptedStream>(streams.back());
 }
 
 TestPlatform::TestPlatform()
-    : paths(root.path()),
-      platform{log,           files,           propertyLists,   runLoop, directoryEvents, fileEventQueues,
-               authorization, processOutput, dialogs, workspace,     bundle} {
+    : paths(root.path()), platform{log,           files,           propertyLists,
+                                   runLoop,       directoryEvents, fileEventQueues,
+                                   authorization, processOutput,   dialogs,
+                                   workspace,     bundle} {
   fs::create_directories(root.path() + "/private/tmp");
 }
 
 void TestPlatform::layOutFolders() {
-  for (const std::string& folder :
-       {paths.localInfo, paths.pluginSupport, paths.plugins, paths.updaterSupport, paths.systemConfiguration, paths.volumes}) {
+  for (const std::string& folder : {paths.localInfo, paths.pluginSupport, paths.plugins, paths.updaterSupport,
+                                    paths.systemConfiguration, paths.volumes}) {
     fs::create_directories(folder);
   }
 }

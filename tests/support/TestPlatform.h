@@ -1,5 +1,5 @@
-// The platform of the tests: real files below a temporary root, everything else recorded or played from a script, time on
-// a virtual clock.
+// The platform of the tests: real files below a temporary root, everything else recorded or played from a
+// script, time on a virtual clock.
 #pragma once
 
 #include <deque>
@@ -75,7 +75,7 @@ class RecordingAuthorization final : public AuthorizationServices {
   AuthorizationOutcome outcome = AuthorizationOutcome::Granted;
   bool carriesOut = true;
   std::map<std::string, LaunchStatus> statusOfTool;  // 0 for tools that are not named
-  std::deque<std::string> replies;                   // what the next programs with a pipe print, one read each
+  std::deque<std::string> replies;  // what the next programs with a pipe print, one read each
   OutputPipe::ReadOutcome outcomeWithoutReply{0, false, true};
   std::vector<std::string> requestedRights;
   std::vector<RootCommand> commands;
@@ -87,7 +87,8 @@ class RecordingAuthorization final : public AuthorizationServices {
 
 class ScriptedProcessOutput final : public ProcessOutput {
  public:
-  std::optional<std::string> outputOf(const std::string& program, const std::vector<std::string>& arguments) override;
+  std::optional<std::string> outputOf(const std::string& program,
+                                      const std::vector<std::string>& arguments) override;
   std::optional<std::string> output = std::string();
   std::vector<std::pair<std::string, std::vector<std::string>>> runs;
 };
@@ -108,11 +109,11 @@ class ScriptedDialogs final : public Dialogs {
   /// Ends the oldest open sheet.
   void endSheet(int returnCode, bool accessoryOn = false);
 
-  std::vector<Sheet> sheets;                // all that were begun, in order
-  std::size_t endedSheets = 0;              // how many of them have ended
+  std::vector<Sheet> sheets;    // all that were begun, in order
+  std::size_t endedSheets = 0;  // how many of them have ended
   std::vector<AlertDescription> modalAlerts;
   std::vector<OpenPanelDescription> openPanels;
-  std::vector<std::string> chosenPaths;     // what the next open panels answer
+  std::vector<std::string> chosenPaths;  // what the next open panels answer
 };
 
 class FakeWorkspace final : public Workspace {

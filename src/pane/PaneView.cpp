@@ -1,0 +1,20 @@
+#include "pane/PaneView.h"
+
+namespace corvane {
+
+PaneView::PaneView(AuthorizationServices& authorization) : authView(authorization) {
+  // The room that the header formula and the layout of the shells divide among the controls.
+  tabView.setFrame({17, 45, kPaneWidth - 2 * 17, 420});
+  greetingButton.setFrame({0, 480, 300, 20});
+  urlButton.setFrame({0, 480, 200, 20});
+
+  authView.setAccessibleName("Lock");
+  tabView.setAccessibleName("Settings");
+  quorlenIconButton.setAccessibleName("Client icon");
+  greetingButton.setAccessibleName("Greeting");
+  urlButton.setAccessibleName("Support link");
+  clientVersionButton.setAccessibleName("Client version");
+  urlButton.setToolTip("Contact support");
+}
+
+}  // namespace corvane

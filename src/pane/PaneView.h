@@ -1,0 +1,27 @@
+// The controls of the pane around its tabs: lock, header, version, tab view, window. Their texts are set
+// here, once, for every shell.
+#pragma once
+
+#include "controls/AuthorizationView.h"
+#include "controls/Button.h"
+#include "controls/TabView.h"
+#include "controls/Window.h"
+
+namespace corvane {
+
+/// Width of a preference pane, in points.
+inline constexpr double kPaneWidth = 668;
+
+struct PaneView {
+  explicit PaneView(AuthorizationServices& authorization);
+
+  Window mainWindow{"Monitoring Client"};
+  AuthorizationView authView;
+  TabView tabView{{"Configuration", "Options", "Plugins"}};
+  Button quorlenIconButton{ButtonKind::Label};
+  Button greetingButton{ButtonKind::Label, "This computer is looked after by your support team."};
+  Button urlButton{ButtonKind::Label};
+  Button clientVersionButton{ButtonKind::Label};
+};
+
+}  // namespace corvane
