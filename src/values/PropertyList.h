@@ -37,11 +37,18 @@ class PropertyList {
   using Bytes = std::vector<std::uint8_t>;
 
   PropertyList() noexcept = default;
-  PropertyList(const PropertyList& other) noexcept;
-  PropertyList(PropertyList&& other) noexcept;
-  PropertyList& operator=(const PropertyList& other) noexcept;
-  PropertyList& operator=(PropertyList&& other) noexcept;
-  ~PropertyList();
+  PropertyList(const PropertyList& other) noexcept : node_(other.node_) {
+    if (node_ != nullptr) ++node_->references;
+  }
+  PropertyList(PropertyList&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
+  PropertyList& operator=(const PropertyList& other) noexcept { return *this = PropertyList(other); }
+  PropertyList& operator=(PropertyList&& other) noexcept {
+    PropertyList old(std::exchange(node_, std::exchange(other.node_, nullptr)));
+    return *this;
+  }
+  ~PropertyList() {
+    if (node_ != nullptr && --node_->references == 0) destroy(node_);
+  }
 
   // Every call makes a new object, never identical to another one.
   [[nodiscard]] static PropertyList string(std::string text);
@@ -52,7 +59,7 @@ class PropertyList {
   [[nodiscard]] static PropertyList date(Date value);
   [[nodiscard]] static PropertyList data(Bytes bytes);
 
-  [[nodiscard]] Kind kind() const noexcept;
+  [[nodiscard]] Kind kind() const noexcept { return node_ != nullptr ? node_->kind : Kind::Nothing; }
   explicit operator bool() const noexcept { return node_ != nullptr; }
 
   /// The text, or null unless this is a string. Valid while the node lives.
@@ -71,14 +78,23 @@ class PropertyList {
 
   /// True when both handles refer to the very same node. Two empty handles are the same.
   [[nodiscard]] bool isSameObject(const PropertyList& other) const noexcept { return node_ == other.node_; }
-  /// Equality by kind and content, through containers. Booleans, integers and reals are different kinds.
+  /// Equality by kind and content, through containers. Booleans, integers and reals are different kinds; a
+  /// real that is not a number equals another such. Neither value may contain itself.
   friend bool operator==(const PropertyList& left, const PropertyList& right) noexcept;
 
-  /// A copy that shares no node with this one.
+  /// A copy that shares no node with this one. The value must not contain itself.
   [[nodiscard]] PropertyList deepCopy() const;
 
  protected:
-  struct Node;
+  /// What every node begins with; the nodes of each kind, and all that looks into them, are in
+  /// PropertyListNodes.h.
+  struct Node {
+    std::uint32_t references = 1;
+    Kind kind;
+    bool isAboveSignedRange = false;  // an integer that only fits the unsigned type
+  };
+  struct Nodes;
+  static void destroy(Node* node) noexcept;
   explicit PropertyList(Node* owned) noexcept : node_(owned) {}
   Node* node_ = nullptr;
 };
@@ -88,6 +104,7 @@ class Array : public PropertyList {
  public:
   Array() noexcept = default;
   [[nodiscard]] static Array make(std::initializer_list<PropertyList> elements = {});
+  [[nodiscard]] static Array fromElements(std::vector<PropertyList> elements);
 
   [[nodiscard]] std::size_t size() const noexcept;
   [[nodiscard]] bool empty() const noexcept { return size() == 0; }
@@ -122,6 +139,10 @@ class Dictionary : public PropertyList {
   Dictionary() noexcept = default;
   /// Where a key occurs twice the last one wins.
   [[nodiscard]] static Dictionary make(std::initializer_list<Entry> entries = {});
+  /// Which entry stays where a key occurs twice.
+  enum class Duplicates : std::uint8_t { FirstWins, LastWins };
+  /// Takes the entries in any order. No value may be empty.
+  [[nodiscard]] static Dictionary fromEntries(std::vector<Entry> entries, Duplicates duplicates);
 
   [[nodiscard]] std::size_t size() const noexcept;
   [[nodiscard]] bool empty() const noexcept { return size() == 0; }
@@ -129,7 +150,8 @@ class Dictionary : public PropertyList {
   /// The value, or nothing.
   [[nodiscard]] PropertyList value(std::string_view key) const noexcept;
   [[nodiscard]] std::vector<std::string> keys() const;
-  [[nodiscard]] const std::vector<Entry>& entries() const noexcept;
+  /// The entries in order; the reference holds until the dictionary changes.
+  [[nodiscard]] const std::vector<Entry>& entries() const;
 
   /// Sets the value under the key; setting nothing removes the key.
   void set(std::string_view key, PropertyList value);
