@@ -37,7 +37,8 @@ class AuthorizationView final : public Control {
   [[nodiscard]] std::string label() const;
 
   /// The user's click: a closed lock asks for the rights, an open one closes; while the question is open
-  /// nothing happens.
+  /// nothing happens. A question that is cancelled, denied or can't be asked leaves the lock closed, and the
+  /// delegate does not hear of it; rights that end by themselves close an open lock as a click does.
   void click();
   /// Gives the rights back without telling the delegate: for a pane that has locked itself.
   void close();
@@ -51,7 +52,10 @@ class AuthorizationView final : public Control {
   std::string right_;
   State state_ = State::Closed;
   std::unique_ptr<Authorization> authorization_;
-  std::shared_ptr<bool> alive_;  // an answer may come after this view has gone
+  std::unique_ptr<Authorization> lost_;  // ended by themselves
+  /// Replaced whenever the lock closes: an answer that comes after that, or after this view has gone, is to a
+  /// question of the past and is ignored (its rights are given back).
+  std::shared_ptr<bool> session_;
 };
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -103,28 +104,36 @@ class OutlineView final : public Control {
   void reloadData();
   /// Shows the item's cells afresh; with `reloadChildren` its children are asked for again as well.
   void reloadItem(const OutlineItem& item, bool reloadChildren = false);
+  /// Expands an expandable item, with `expandChildren` everything below it as well (the empty item: all
+  /// rows). The delegate hears of each row that was not expanded before, once its children are known.
   void expandItem(const OutlineItem& item, bool expandChildren = false);
+  /// Hides what is below the item. Rows below keep their expansion; a selection below is gone.
   void collapseItem(const OutlineItem& item);
   [[nodiscard]] bool isItemExpanded(const OutlineItem& item) const;
   [[nodiscard]] bool isExpandable(const OutlineItem& item);
   /// The item under which the row was last returned; empty for a top-level row and for a row that is gone.
   [[nodiscard]] OutlineItem parentForItem(const OutlineItem& item) const;
-  /// The children known so far (asked for now when there are none yet).
+  /// The children known so far (asked for now when they are not known yet). A row that can't be expanded has
+  /// none and is not asked for any.
   [[nodiscard]] std::vector<OutlineItem> childrenOfItem(const OutlineItem& item);
 
   // The visible rows.
   [[nodiscard]] int numberOfRows() const;
   [[nodiscard]] OutlineItem itemAtRow(int row) const;           // empty outside
   [[nodiscard]] int rowForItem(const OutlineItem& item) const;  // -1 when not visible
+  /// 0 for a top-level row; -1 for the root and for a row that is gone.
   [[nodiscard]] int levelForItem(const OutlineItem& item) const;
   [[nodiscard]] int selectedRow() const;  // -1: none
+  /// A row outside selects nothing new.
   void selectRow(int row);
   void deselectAll();
 
   // Cells.
   [[nodiscard]] PreparedCell preparedCell(const Column& column, const OutlineItem& item);
   [[nodiscard]] double heightOfRow(const OutlineItem& item);
+  /// Whether the row shows a disclosure triangle: it can be expanded and the delegate has nothing against it.
   [[nodiscard]] bool showsOutlineCell(const OutlineItem& item);
+  /// Whether the user may edit the cell in place now.
   [[nodiscard]] bool shouldEdit(const Column& column, const OutlineItem& item);
   /// The cell that was clicked last, or nothing.
   [[nodiscard]] CellReference selectedCell() const { return selectedCell_; }
@@ -134,8 +143,12 @@ class OutlineView final : public Control {
   /// none, sets the opposite state.
   void clickCell(int row, const Column& column);
   /// A value that was typed or chosen in a cell. Text cells are checked with `shouldEdit` and their
-  /// formatter.
+  /// formatter, by the whole text: what could not have been typed is not stored. A pop-up takes the index of
+  /// an item. What is refused shows the row afresh.
   void editCell(int row, const Column& column, const PropertyList& value);
+  /// Whether a text may stand in the cell while it is being typed there, by the cell's formatter. Cells that
+  /// take no text admit none.
+  [[nodiscard]] static PartialStringCheck checkPartialString(const Cell& cell, const std::string& partial);
   void clickDisclosure(int row);
 
   /// For the shell: the tree changed / a row must be shown afresh / the selection changed.
@@ -146,6 +159,10 @@ class OutlineView final : public Control {
 
  private:
   struct Implementation;
+  /// The value to store for what was typed or chosen in a cell; nothing when it is refused.
+  [[nodiscard]] std::optional<PropertyList> valueForEdit(const Column& column, const OutlineItem& item,
+                                                         const PropertyList& value);
+
   std::vector<Column> columns_;
   OutlineViewDataSource* dataSource_ = nullptr;
   OutlineViewDelegate* delegate_ = nullptr;

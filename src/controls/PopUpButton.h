@@ -18,7 +18,8 @@ class PopUpButton final : public Control {
   /// An index outside the menu selects nothing (-1).
   void selectItemAtIndex(int index);
 
-  /// The user's choice.
+  /// The user's choice: a binding hears of it when it is another one, the action is called in any case. An
+  /// index outside the menu does nothing.
   void choose(int index);
   std::function<void(PopUpButton&)> action;
 

@@ -30,7 +30,7 @@ class TabView final : public Control {
   [[nodiscard]] int indexOfTabViewItem(const TabViewItem& item) const;
   [[nodiscard]] int indexOfSelectedItem() const { return selected_; }
   /// Selects the tab if it is another one and the delegate allows it; an index outside does nothing. Also the
-  /// user's act.
+  /// user's act. A refusal is told through `onChange`, so that a shell that has switched goes back.
   void selectTabViewItemAtIndex(int index);
   void setDelegate(TabViewDelegate* delegate) { delegate_ = delegate; }
 

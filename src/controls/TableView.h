@@ -63,6 +63,7 @@ class TableView final : public Control {
 
  private:
   void setSelectedRow(int row);
+  void selectionDidChange();
 
   std::vector<TableColumn> columns_;
   TableViewDataSource* dataSource_ = nullptr;

@@ -16,10 +16,11 @@
 
 namespace corvane {
 
-class TextField final : public Control {
+class TextField final : public Control, private Formatter::Client {
  public:
   enum class Role { Label, Entry };
   explicit TextField(Role role, std::string text = {});
+  ~TextField() override;
 
   [[nodiscard]] bool editable() const { return role_ == Role::Entry; }
   [[nodiscard]] const std::string& stringValue() const { return text_; }
@@ -38,11 +39,12 @@ class TextField final : public Control {
   void setPlaceholder(std::string text);
 
   // The user's acts.
-  /// The field would now read `proposed`. The formatter may refuse (false: the text stays) or replace it;
-  /// what is taken is reported through `textDidChange`.
+  /// The field would now read `proposed`. The formatter may refuse (false: the text stays) or replace it
+  /// (true: `stringValue` tells what stands there now); what is taken is reported through `textDidChange`.
   bool typeText(const std::string& proposed);
   /// The user left the field or pressed Return: what was typed becomes the value, shown by the formatter's
-  /// rules, and a binding hears of it; nothing happens when nothing was typed.
+  /// rules, and a binding hears of it; nothing happens when nothing was typed. A field that was disabled or
+  /// hidden meanwhile drops what was typed.
   void endEditing();
   [[nodiscard]] bool editing() const { return editing_; }
   /// Drops what was typed since the editing began and shows the value again.
@@ -51,6 +53,7 @@ class TextField final : public Control {
   std::function<void(TextField&)> textDidChange;
 
  private:
+  void formatterDisplayDidChange() override;
   void showObjectValue();
 
   Role role_;

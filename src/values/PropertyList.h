@@ -78,6 +78,8 @@ class PropertyList {
 
   /// True when both handles refer to the very same node. Two empty handles are the same.
   [[nodiscard]] bool isSameObject(const PropertyList& other) const noexcept { return node_ == other.node_; }
+  /// The same for two handles exactly when they refer to the same object: for look-ups by identity.
+  [[nodiscard]] const void* identity() const noexcept { return node_; }
   /// Equality by kind and content, through containers. Booleans, integers and reals are different kinds; a
   /// real that is not a number equals another such. Neither value may contain itself.
   friend bool operator==(const PropertyList& left, const PropertyList& right) noexcept;

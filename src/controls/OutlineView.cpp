@@ -1,0 +1,262 @@
+#include "controls/OutlineView.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <unordered_map>
+#include <utility>
+
+namespace corvane {
+
+struct OutlineItem::Row {
+  PropertyList object;
+  std::weak_ptr<Row> parent;
+  std::vector<std::shared_ptr<Row>> children;
+  bool childrenKnown = false;
+  bool expanded = false;
+  bool placed = true;  // false: the row is gone from the tree
+  int visibleRow = -1;
+};
+
+const PropertyList& OutlineItem::object() const {
+  static const PropertyList nothing;
+  return row_ ? row_->object : nothing;
+}
+
+// The rows below one invisible root. The data source may come back into the outline from any question, so
+// what it says is gathered first and only then put into the tree, and loops that ask it run over copies and
+// skip the rows that have gone meanwhile.
+struct OutlineView::Implementation {
+  using Row = OutlineItem::Row;
+  using RowPointer = std::shared_ptr<Row>;
+
+  explicit Implementation(OutlineView& view) : outline(view), root(std::make_shared<Row>()) {
+    root->expanded = true;
+  }
+
+  [[nodiscard]] OutlineItem itemFor(const RowPointer& row) const {
+    return row == root ? OutlineItem() : OutlineItem(row);
+  }
+  [[nodiscard]] const RowPointer& rowFor(const OutlineItem& item) const {
+    return item.row_ ? item.row_ : root;
+  }
+
+  /// Asks for the children of the row.
+  void load(const RowPointer& row) {
+    const OutlineItem item = itemFor(row);
+    std::vector<PropertyList> objects;
+    const bool expandable = row == root || outline.isExpandable(item);
+    if (expandable && outline.dataSource_ != nullptr) {
+      const int count = outline.dataSource_->outlineViewNumberOfChildrenOfItem(outline, item);
+      for (int index = 0; index < count && outline.dataSource_ != nullptr; ++index) {
+        objects.push_back(outline.dataSource_->outlineViewChildOfItem(outline, index, item));
+      }
+    }
+    if (!row->placed) return;
+    place(row, objects);
+    row->childrenKnown = expandable;
+    if (!expandable) row->expanded = false;
+  }
+
+  /// Makes these objects the children of the row. The k-th of several children with one object stays the row
+  /// of the former k-th.
+  void place(const RowPointer& row, const std::vector<PropertyList>& objects) {
+    std::unordered_map<const void*, std::vector<RowPointer>> former;  // of each object, the last row first
+    for (auto child = row->children.rbegin(); child != row->children.rend(); ++child) {
+      former[(*child)->object.identity()].push_back(*child);
+    }
+    std::vector<RowPointer> children;
+    children.reserve(objects.size());
+    for (const PropertyList& object : objects) {
+      const auto known = former.find(object.identity());
+      if (known != former.end() && !known->second.empty()) {
+        children.push_back(std::move(known->second.back()));
+        known->second.pop_back();
+      } else {
+        children.push_back(std::make_shared<Row>());
+        children.back()->object = object;
+        children.back()->parent = row;
+      }
+    }
+    row->children = std::move(children);
+    for (const auto& [object, rows] : former) {
+      for (const RowPointer& gone : rows) forget(gone);
+    }
+    visibleRowsAreKnown = false;
+  }
+
+  /// Asks again for the children of the row and of all rows below it that were asked for before.
+  void reload(const RowPointer& row) {
+    load(row);
+    const std::vector<RowPointer> children = row->children;
+    for (const RowPointer& child : children) {
+      if (child->placed && child->childrenKnown) reload(child);
+    }
+  }
+
+  static void forget(const RowPointer& row) {
+    row->placed = false;
+    row->expanded = false;
+    row->childrenKnown = false;
+    row->parent.reset();
+    const std::vector<RowPointer> children = std::exchange(row->children, {});
+    for (const RowPointer& child : children) forget(child);
+  }
+
+  /// The visible rows from top to bottom, gathered anew after a change of the tree.
+  [[nodiscard]] const std::vector<RowPointer>& visible() {
+    if (!visibleRowsAreKnown) {
+      for (const RowPointer& row : visibleRows) row->visibleRow = -1;
+      visibleRows.clear();
+      gatherVisible(*root);
+      visibleRowsAreKnown = true;
+    }
+    return visibleRows;
+  }
+
+  void gatherVisible(const Row& row) {
+    for (const RowPointer& child : row.children) {
+      child->visibleRow = static_cast<int>(visibleRows.size());
+      visibleRows.push_back(child);
+      if (child->expanded) gatherVisible(*child);
+    }
+  }
+
+  [[nodiscard]] int visibleRowOf(const RowPointer& row) {
+    static_cast<void>(visible());
+    return row ? row->visibleRow : -1;
+  }
+
+  /// The selection does not outlive its row's being seen; true when it is gone now.
+  [[nodiscard]] bool dropHiddenSelection() {
+    if (!selected || visibleRowOf(selected) >= 0) return false;
+    selected.reset();
+    return true;
+  }
+
+  void select(RowPointer row) {
+    if (row == selected) return;
+    selected = std::move(row);
+    tellSelection();
+  }
+
+  void tellSelection() const {
+    if (outline.onSelectionChange) outline.onSelectionChange();
+  }
+
+  void tellReload() {
+    const bool selectionIsGone = dropHiddenSelection();
+    if (outline.onReload) outline.onReload();
+    if (selectionIsGone) tellSelection();
+  }
+
+  OutlineView& outline;
+  RowPointer root;
+  RowPointer selected;
+  std::vector<RowPointer> visibleRows;
+  bool visibleRowsAreKnown = false;
+};
+
+OutlineView::OutlineView(std::vector<Column> columns)
+    : columns_(std::move(columns)), tree_(std::make_unique<Implementation>(*this)) {}
+
+OutlineView::~OutlineView() = default;
+
+void OutlineView::setHighlightsSelection(bool highlights) {
+  if (highlights == highlightsSelection_) return;
+  highlightsSelection_ = highlights;
+  didChange();
+}
+
+void OutlineView::reloadData() {
+  tree_->reload(tree_->root);
+  tree_->tellReload();
+}
+
+void OutlineView::reloadItem(const OutlineItem& item, bool reloadChildren) {
+  const Implementation::RowPointer row = tree_->rowFor(item);
+  if (!row->placed) return;
+  if (reloadChildren) {
+    tree_->reload(row);
+    tree_->tellReload();
+  } else if (item && onReloadItem) {
+    onReloadItem(OutlineItem(row));
+  }
+}
+
+void OutlineView::expandItem(const OutlineItem& item, bool expandChildren) {
+  const Implementation::RowPointer row = tree_->rowFor(item);
+  if (!row->placed) return;
+  if (!row->expanded) {
+    const OutlineItem expanded(row);
+    if (!isExpandable(expanded)) return;
+    if (!row->childrenKnown) tree_->load(row);
+    if (!row->placed || row->expanded) return;  // the data source has changed the tree when it was asked
+    row->expanded = true;
+    tree_->visibleRowsAreKnown = false;
+    if (onExpansionChange) onExpansionChange(expanded);
+    if (delegate_ != nullptr) delegate_->outlineViewItemDidExpand(*this, expanded);
+  }
+  if (!expandChildren) return;
+  const std::vector<Implementation::RowPointer> children = row->children;
+  for (const Implementation::RowPointer& child : children) expandItem(OutlineItem(child), true);
+}
+
+void OutlineView::collapseItem(const OutlineItem& item) {
+  const Implementation::RowPointer row = item.row_;
+  if (!row || !row->placed || !row->expanded) return;
+  row->expanded = false;
+  tree_->visibleRowsAreKnown = false;
+  const bool selectionIsGone = tree_->dropHiddenSelection();
+  if (onExpansionChange) onExpansionChange(OutlineItem(row));
+  if (selectionIsGone) tree_->tellSelection();
+}
+
+bool OutlineView::isItemExpanded(const OutlineItem& item) const { return item.row_ && item.row_->expanded; }
+
+bool OutlineView::isExpandable(const OutlineItem& item) {
+  return item.row_ && item.row_->placed && dataSource_ != nullptr &&
+         dataSource_->outlineViewIsItemExpandable(*this, item);
+}
+
+OutlineItem OutlineView::parentForItem(const OutlineItem& item) const {
+  if (!item.row_) return {};
+  const Implementation::RowPointer parent = item.row_->parent.lock();
+  return parent ? tree_->itemFor(parent) : OutlineItem();
+}
+
+std::vector<OutlineItem> OutlineView::childrenOfItem(const OutlineItem& item) {
+  const Implementation::RowPointer row = tree_->rowFor(item);
+  if (row->placed && !row->childrenKnown) tree_->load(row);
+  std::vector<OutlineItem> children;
+  children.reserve(row->children.size());
+  for (const Implementation::RowPointer& child : row->children) children.push_back(OutlineItem(child));
+  return children;
+}
+
+int OutlineView::numberOfRows() const { return static_cast<int>(tree_->visible().size()); }
+
+OutlineItem OutlineView::itemAtRow(int row) const {
+  const std::vector<Implementation::RowPointer>& rows = tree_->visible();
+  if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) return {};
+  return OutlineItem(rows[static_cast<std::size_t>(row)]);
+}
+
+int OutlineView::rowForItem(const OutlineItem& item) const { return tree_->visibleRowOf(item.row_); }
+
+int OutlineView::levelForItem(const OutlineItem& item) const {
+  if (!item.row_ || !item.row_->placed) return -1;
+  int level = 0;
+  for (OutlineItem parent = parentForItem(item); parent; parent = parentForItem(parent)) ++level;
+  return level;
+}
+
+int OutlineView::selectedRow() const { return tree_->visibleRowOf(tree_->selected); }
+
+void OutlineView::selectRow(int row) {
+  const OutlineItem item = itemAtRow(row);
+  if (item) tree_->select(item.row_);
+}
+
+void OutlineView::deselectAll() { tree_->select(nullptr); }
+
+}  // namespace corvane
