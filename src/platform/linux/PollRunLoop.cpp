@@ -80,7 +80,12 @@ void PollRunLoop::dropEnded() {
       entries_.end());
 }
 
-void PollRunLoop::waitAndCall(double until) {
+void PollRunLoop::runReady() {
+  while (waitAndCall(0)) {
+  }
+}
+
+bool PollRunLoop::waitAndCall(double until) {
   dropEnded();
   const auto round = entries_;  // a call may add and end sources
   std::vector<pollfd> descriptors;
@@ -89,18 +94,24 @@ void PollRunLoop::waitAndCall(double until) {
     until = std::min(until, entry->due);
   }
   const double milliseconds = std::clamp(std::ceil((until - now()) * 1000), 0.0, 1e9);
-  if (::poll(descriptors.data(), descriptors.size(), static_cast<int>(milliseconds)) < 0) return;  // a signal
+  if (::poll(descriptors.data(), descriptors.size(), static_cast<int>(milliseconds)) < 0)
+    return false;  // a signal
+  bool called = false;
   for (std::size_t i = 0; i < round.size(); ++i) {
     Entry& entry = *round[i];
     if (entry.ended) continue;
     if (entry.descriptor >= 0) {
-      if (descriptors[i].revents != 0) entry.call();
+      if (descriptors[i].revents == 0) continue;
+      called = true;
+      entry.call();
     } else if (entry.due <= now()) {
       entry.ended = !entry.repeats;
       entry.due += entry.interval;
+      called = true;
       entry.call();
     }
   }
+  return called;
 }
 
 }  // namespace corvane

@@ -25,6 +25,10 @@ class PollRunLoop : public RunLoop {
   /// Runs the loop until the condition holds; it is asked before the first wait and after each round of
   /// calls. False when `seconds` pass first.
   [[nodiscard]] bool runUntil(const std::function<bool()>& condition, double seconds);
+  /// Calls everything that is due or ready at this moment, and what becomes so meanwhile, without waiting for
+  /// anything. File-system events are queued before the call that caused them returns, so that a test can say
+  /// "nothing came".
+  void runReady();
   /// Timers that have yet to fire. A loop without timers that nothing wakes costs nothing.
   [[nodiscard]] std::size_t pendingTimers() const;
 
@@ -34,7 +38,7 @@ class PollRunLoop : public RunLoop {
 
   std::unique_ptr<Source> add(Entry entry);
   void dropEnded();
-  void waitAndCall(double until);
+  bool waitAndCall(double until);  // true when it called something
 
   std::vector<std::shared_ptr<Entry>> entries_;
 };
