@@ -1,0 +1,107 @@
+// The pane controller: owns the lock state, the header, the settings stores of the pane, the watchers that
+// notice the client's removal and the loss of its settings, and the monitor of the client's directories. It
+// is the one object through which the tabs reach root. The assembly creates it and plays the host's life
+// cycle: construct, `awakeFromNib`, `mainViewDidLoad`.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "configuration/QLCFileWatcher.h"
+#include "controls/AuthorizationView.h"
+#include "pane/ClientHeader.h"
+#include "pane/DirectoryMonitor.h"
+#include "pane/MyTabViewController.h"
+#include "pane/PaneServices.h"
+#include "pane/PaneView.h"
+#include "pane/PathTable.h"
+#include "pane/QLDefaultsController.h"
+#include "pane/Tabs.h"
+#include "platform/Platform.h"
+#include "privileged/PrivilegedExecution.h"
+#include "privileged/RootFileOperations.h"
+
+namespace corvane {
+
+class CorvanePref final : public PaneServices,
+                          private AuthorizationViewDelegate,
+                          private QLCFileWatcherDelegate {
+ public:
+  /// The objects that the interface connects to the pane; all must outlive it.
+  struct Outlets {
+    PaneView& view;
+    MyTabViewController& tabViewController;
+    ConfigurationTab& configurationTabViewController;
+    OptionsTab& optionsTabViewController;
+    PluginsTab& pluginsTabViewController;
+  };
+
+  /// Reads the client settings and their backup.
+  CorvanePref(Platform& platform, const PathTable& paths, Outlets outlets);
+  CorvanePref(const CorvanePref&) = delete;
+  CorvanePref& operator=(const CorvanePref&) = delete;
+  ~CorvanePref() override;
+
+  // The host's life cycle.
+  void awakeFromNib();
+  void mainViewDidLoad();
+
+  /// Opens or closes the pane for editing; an uninstalled client can't be opened again.
+  void setUnlocked(bool unlocked);
+  /// Refreshes the Configuration, Options and Plugins tabs, in this order.
+  void refresh();
+  /// Reads the client settings again and draws the header.
+  void refreshClientSettings();
+
+  // PaneServices
+  [[nodiscard]] bool unlocked() const override { return unlocked_; }
+  void addUnlockedObserver(UnlockedObserver& observer) override;
+  void setPlistFileValues(const std::string& path, const PropertyList& values) override;
+  [[nodiscard]] Dictionary readRootFile(const std::string& path) override;
+  void executeQLHelperArguments(const std::string& program,
+                                const std::vector<std::string>& arguments) override;
+  [[nodiscard]] std::optional<std::string> validatePluginWithArguments(
+      const std::string& plugin, const std::vector<std::string>& arguments) override;
+
+  [[nodiscard]] bool uninstalled() const { return uninstalled_; }
+  [[nodiscard]] bool clientSettingsReadError() const { return clientSettingsReadError_; }
+  [[nodiscard]] const ClientHeader& header() const { return header_; }
+
+ private:
+  void authorizationViewDidAuthorize(AuthorizationView& view) override;
+  void authorizationViewDidDeauthorize(AuthorizationView& view) override;
+  void fileWatcherFileHasDisappeared(QLCFileWatcher& watcher, const std::string& path) override;
+
+  /// False when loading must stop.
+  bool watchInstallFolder();
+  void watchClientSettings();
+  void storeUnlocked(bool unlocked);
+  void prepareUnlockedPane();
+  void installFolderHasGone();
+  void clientSettingsHaveGone();
+
+  void displayRemovedAlert();
+  void displayPermissionsWrongAlert();
+  void displayErrorLoadingAlert();
+  void showAlert(const AlertDescription& alert, SheetWindow window);
+
+  Platform& platform_;
+  const PathTable& paths_;
+  Outlets outlets_;
+  PrivilegedExecution execution_;
+  RootFileOperations rootFiles_;
+  ClientHeader header_;
+  QLDefaultsController quorlen_;
+  QLDefaultsController quorlenBackup_;  // without a delegate: never written
+  DirectoryMonitor monitor_;
+  bool unlocked_ = false;
+  std::vector<UnlockedObserver*> unlockedObservers_;
+  bool clientSettingsReadError_ = false;
+  std::shared_ptr<QLCFileWatcher> watcherClientSettings_;
+  bool uninstalled_ = false;
+  std::shared_ptr<QLCFileWatcher> watcherClientLaunchDaemon_;  // watches the install folder
+  std::unique_ptr<RunLoop::Source> lockTimer_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,71 @@
+#include "privileged/RootFileOperations.h"
+
+#include "values/Text.h"
+
+namespace corvane {
+
+void RootFileOperations::setPlistFileValues(const std::string& target, const PropertyList& values) {
+  const std::string staging = paths_.writeStaging(target);
+  deleteFile(staging);  // of an earlier write that did not end
+  if (!platform_.propertyLists.write(staging, values)) {
+    platform_.log.write("Failed to write tmp file");
+    return;
+  }
+  if (hasPrefixIgnoringCase(paths_.onClient(target), kRootHomePrefix)) {
+    const std::int16_t status =
+        execution_.executeWithPrivilegesArguments(tool::kMkdir, {"-p", deletingLastPathComponent(target)});
+    if (status != 0) {
+      logStatus("Error writing plist file in root home: %d", status);
+      return;  // the staging file stays
+    }
+  }
+  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {staging, target});
+  if (status != 0) logStatus("Error writing plist file: %d", status);
+  deleteFile(staging);
+}
+
+Dictionary RootFileOperations::readRootFile(const std::string& source) {
+  const std::string staging = paths_.readStaging(source);
+  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {source, staging});
+  if (status != 0) {
+    logStatus("Error copying plist file to /private/tmp: %d", status);
+    return {};
+  }
+  // The copy stays, by intention; the next read of this name overwrites it.
+  return platform_.propertyLists.read(staging).asDictionary();
+}
+
+void RootFileOperations::deleteFile(const std::string& path) {
+  if (!platform_.files.exists(path)) return;
+  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kRm, {path});
+  if (status != 0) logStatus("Error deleting file: %d", status);
+}
+
+void RootFileOperations::checkPermissions() {
+  runShell(std::string(tool::kChmod) + " 644" + housekeepingFiles(), "Error modifying file permissions: %d");
+}
+
+void RootFileOperations::convertBinaryFiles() {
+  // Without an option the tool only checks each file's syntax. This is intended.
+  runShell(tool::kPlutil + housekeepingFiles(), "Error converting plist format: %d");
+}
+
+std::string RootFileOperations::housekeepingFiles() const {
+  std::string list;
+  for (const char* file : {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
+                           "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
+    list += " " + paths_.shellQuoted(file);
+  }
+  return list;
+}
+
+void RootFileOperations::runShell(const std::string& command, std::string_view failureFormat) {
+  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kSh, {"-c", command});
+  if (status != 0) logStatus(failureFormat, status);
+}
+
+void RootFileOperations::logStatus(std::string_view format, std::int16_t status) {
+  platform_.log.write(formatText(format, {std::to_string(status)}));
+}
+
+}  // namespace corvane

@@ -1,0 +1,44 @@
+// Reading and writing of root-owned files through a staging folder, and the two housekeeping commands of
+// every unlock. Part of the pane controller. Failures are logged and never raised; one operation at a time.
+#pragma once
+
+#include <string>
+
+#include "pane/PathTable.h"
+#include "platform/Platform.h"
+#include "privileged/PrivilegedExecution.h"
+#include "values/PropertyList.h"
+
+namespace corvane {
+
+class RootFileOperations {
+ public:
+  /// All must outlive this object.
+  RootFileOperations(Platform& platform, const PathTable& paths, PrivilegedExecution& execution)
+      : platform_(platform), paths_(paths), execution_(execution) {}
+
+  /// Replaces the contents of the file by the value (a dictionary or an array), written as XML: staged as the
+  /// user, then copied over the target as root. An existing target keeps its owner and mode. `target` is
+  /// absolute, below the root prefix. When the staging file can't be written the target is left alone.
+  void setPlistFileValues(const std::string& target, const PropertyList& values);
+  /// The dictionary in a file that only root can read, through a staging copy that is left in place; nothing
+  /// when it can't be copied or read.
+  [[nodiscard]] Dictionary readRootFile(const std::string& source);
+  /// Removes the file as root if it exists as the user sees it.
+  void deleteFile(const std::string& path);
+  /// Gives the client's property lists the mode 644.
+  void checkPermissions();
+  /// Checks the syntax of the client's property lists. Changes nothing, in spite of its name.
+  void convertBinaryFiles();
+
+ private:
+  [[nodiscard]] std::string housekeepingFiles() const;
+  void runShell(const std::string& command, std::string_view failureFormat);
+  void logStatus(std::string_view format, std::int16_t status);
+
+  Platform& platform_;
+  const PathTable& paths_;
+  PrivilegedExecution& execution_;
+};
+
+}  // namespace corvane
