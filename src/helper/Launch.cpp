@@ -1,0 +1,194 @@
+#include "helper/Launch.h"
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "helper/Supervisor.h"
+
+namespace corvane::helper {
+namespace {
+
+constexpr const char* kEnvironment[] = {"PATH=/usr/bin:/bin:/usr/sbin:/sbin", nullptr};
+constexpr int kCannotExecute = 127;
+
+/// The vector for exec; made before the fork, since the child of a process with threads must not allocate.
+std::vector<char*> vectorOf(const Program& program) {
+  std::vector<char*> vector;
+  vector.push_back(const_cast<char*>(program.path.c_str()));
+  for (const auto& argument : program.arguments) vector.push_back(const_cast<char*>(argument.c_str()));
+  vector.push_back(nullptr);
+  return vector;
+}
+
+void closeOnExecFrom(unsigned first) {
+  if (::close_range(first, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
+  for (int number = static_cast<int>(first); number < 1024; ++number)
+    (void)::fcntl(number, F_SETFD, FD_CLOEXEC);
+}
+
+/// In a child: becomes the program. Tells the error through `report` when that fails.
+[[noreturn]] void become(char* const* vector, int output, int report) {
+  for (int signal = 1; signal < NSIG; ++signal) (void)::signal(signal, SIG_DFL);
+  sigset_t none;
+  ::sigemptyset(&none);
+  ::sigprocmask(SIG_SETMASK, &none, nullptr);
+  ::umask(022);
+  const int null = ::open("/dev/null", O_RDWR);
+  if (::chdir("/") == 0 && null >= 0 && ::dup2(null, 0) >= 0 && ::dup2(output >= 0 ? output : null, 1) >= 0 &&
+      ::dup2(null, 2) >= 0) {
+    closeOnExecFrom(3);
+    ::execve(vector[0], vector, const_cast<char* const*>(kEnvironment));
+  }
+  const int error = errno;
+  (void)!::write(report, &error, sizeof error);
+  ::_exit(kCannotExecute);
+}
+
+int awaitEnd(pid_t child) {
+  int status = 0;
+  while (::waitpid(child, &status, 0) < 0) {
+    if (errno != EINTR) return -1;
+  }
+  return status;
+}
+
+/// What a child told of its start: 0 once the program runs, or the error.
+int startingError(Pipe& report) {
+  report.writeEnd.reset();
+  int error = 0;
+  ssize_t count = 0;
+  do {
+    count = ::read(report.readEnd.get(), &error, sizeof error);
+  } while (count < 0 && errno == EINTR);
+  return count == sizeof error ? error : 0;
+}
+
+/// Like a pipe, but of sockets, so that writing to one that nobody reads raises no signal.
+Pipe makeLeash() {
+  int ends[2];
+  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return {};
+  Descriptor low[2] = {Descriptor(ends[0]), Descriptor(ends[1])};
+  Pipe pipe{Descriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
+            Descriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
+  if (!pipe.readEnd || !pipe.writeEnd) return {};
+  return pipe;
+}
+
+/// Runs `body` in a process that nobody has to wait for. Answers 0 or the error.
+template <class Body>
+int forkOrphan(int report, const Body& body) {
+  const pid_t between = ::fork();
+  if (between < 0) return errno;
+  if (between == 0) {
+    const pid_t orphan = ::fork();
+    if (orphan == 0) body();
+    if (orphan < 0) {
+      const int error = errno;
+      (void)!::write(report, &error, sizeof error);
+    }
+    ::_exit(0);
+  }
+  (void)awaitEnd(between);
+  return 0;
+}
+
+}  // namespace
+
+Pipe makePipe() {
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC) != 0) return {};
+  Descriptor low[2] = {Descriptor(ends[0]), Descriptor(ends[1])};
+  Pipe pipe{Descriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
+            Descriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
+  if (!pipe.readEnd || !pipe.writeEnd) return {};
+  return pipe;
+}
+
+void releaseGently(Descriptor& leash) {
+  (void)::send(leash.get(), &kReplyWasRead, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+  leash.reset();
+}
+
+int startDetached(const Program& program) {
+  auto report = makePipe();
+  if (!report.readEnd) return errno;
+  auto vector = vectorOf(program);
+  const int error = forkOrphan(report.writeEnd.get(), [&] {
+    ::setsid();
+    become(vector.data(), -1, report.writeEnd.get());
+  });
+  return error != 0 ? error : startingError(report);
+}
+
+Ending runToEnd(const Program& program, int seconds, int hangup) {
+  Ending ending;
+  auto report = makePipe();
+  if (!report.readEnd) return {.error = errno};
+  auto vector = vectorOf(program);
+  const pid_t child = ::fork();
+  if (child < 0) return {.error = errno};
+  if (child == 0) {
+    ::setsid();
+    become(vector.data(), -1, report.writeEnd.get());
+  }
+  ending.error = startingError(report);
+  const Descriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+  pollfd waited[] = {{ended.get(), POLLIN, 0}, {hangup, POLLRDHUP, 0}};
+  timespec end{};
+  ::clock_gettime(CLOCK_MONOTONIC, &end);
+  end.tv_sec += seconds;
+  while (ending.error == 0 && ended && waited[0].revents == 0) {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    const long left = (end.tv_sec - now.tv_sec) * 1000 + (end.tv_nsec - now.tv_nsec) / 1000000;
+    const int ready = left > 0 ? ::poll(waited, 2, static_cast<int>(left)) : 0;
+    if (ready < 0 && errno == EINTR) continue;
+    ending.timedOut = ready == 0;
+    ending.abandoned = ready > 0 && waited[0].revents == 0;
+    if (ending.timedOut || ending.abandoned) {
+      ::kill(-child, SIGKILL);
+      break;
+    }
+  }
+  const int status = awaitEnd(child);
+  ending.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return ending;
+}
+
+SupervisedRun startSupervised(const Program& program, int lifeline) {
+  SupervisedRun run;
+  auto report = makePipe();
+  auto output = makePipe();
+  auto leash = makeLeash();
+  if (!report.readEnd || !output.readEnd || !leash.readEnd) {
+    run.error = errno;
+    return run;
+  }
+  auto vector = vectorOf(program);
+  run.error = forkOrphan(report.writeEnd.get(), [&] {
+    supervise({.leash = leash.readEnd.get(),
+               .lifeline = lifeline,
+               .output = output.writeEnd.get(),
+               .report = report.writeEnd.get()},
+              [&](int out, int err) { become(vector.data(), out, err); });
+  });
+  output.writeEnd.reset();
+  if (run.error == 0) run.error = startingError(report);
+  if (run.error == 0) {
+    run.output = std::move(output.readEnd);
+    run.leash = std::move(leash.writeEnd);
+  }
+  return run;
+}
+
+}  // namespace corvane::helper

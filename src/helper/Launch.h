@@ -1,0 +1,54 @@
+// Starting programs in a clean state: own environment, mask and folder, /dev/null for the standard streams,
+// no other descriptor, default signals. Used by the command runner in the root helper and, in direct mode, in
+// the user's process.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "helper/Descriptor.h"
+
+namespace corvane::helper {
+
+struct Program {
+  std::string path;                    // absolute
+  std::vector<std::string> arguments;  // without the path
+};
+
+/// Two ends of a pipe, both above the standard streams and closed in programs that are started.
+struct Pipe {
+  Descriptor readEnd;
+  Descriptor writeEnd;
+};
+/// Without descriptors when none can be had (errno tells).
+[[nodiscard]] Pipe makePipe();
+
+/// Starts the program in a session of its own; nobody waits for it, and it outlives the caller. Answers 0 or
+/// the error.
+[[nodiscard]] int startDetached(const Program& program);
+
+struct Ending {
+  int error = 0;           // it could not be started
+  bool timedOut = false;   // it was ended after the deadline
+  bool abandoned = false;  // it was ended since `hangup` was hung up
+  int exitStatus = 0;      // 128 and the signal's number after a signal
+};
+/// Runs the program to its end, for at most `seconds`. `hangup` is a socket whose other end may close, or -1.
+[[nodiscard]] Ending runToEnd(const Program& program, int seconds, int hangup);
+
+/// A program that is run for its output.
+struct SupervisedRun {
+  int error = 0;      // it could not be started
+  Descriptor output;  // its standard output
+  Descriptor leash;   // closing it ends the program and everything it started
+};
+/// Written to the leash before it is closed, gives the run kGraceSeconds to end by itself.
+inline constexpr char kReplyWasRead = 'r';
+inline constexpr int kGraceSeconds = 2;
+/// Closes the leash in that way. Does nothing to the caller when the run has ended already.
+void releaseGently(Descriptor& leash);
+/// Starts the program below a supervisor process that ends it, with whatever it has started, once the leash
+/// is closed or nobody holds the writing end of `lifeline` any more.
+[[nodiscard]] SupervisedRun startSupervised(const Program& program, int lifeline);
+
+}  // namespace corvane::helper

@@ -1,0 +1,30 @@
+// The root helper's conversation with the pane: a hello, then one answer for each request, until the pane
+// lets go.
+#pragma once
+
+#include <string>
+
+#include <sys/types.h>
+
+#include "helper/CommandShapes.h"
+#include "helper/RootTree.h"
+
+namespace corvane::helper {
+
+/// Serves the requests that arrive at the socket (kept-apart packets). Returns the process's exit status: 0
+/// after the other end has closed, 1 after something that is no request.
+[[nodiscard]] int serveSession(int socket, const Place& place, Caution caution);
+
+/// One packet with the descriptors that accompany it. False when the other end is gone.
+[[nodiscard]] bool sendPacket(int socket, std::string_view packet, int firstDescriptor = -1,
+                              int secondDescriptor = -1);
+
+struct Packet {
+  enum class State { Whole, TooLarge, Closed } state = State::Closed;
+  std::string bytes;
+  Descriptor descriptors[2];
+};
+/// Waits for one packet.
+[[nodiscard]] Packet receivePacket(int socket);
+
+}  // namespace corvane::helper
