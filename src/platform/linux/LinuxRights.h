@@ -1,0 +1,45 @@
+// The two kinds of rights that the Linux authorization services hand out, and the output of a plug-in run
+// with either.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "helper/CommandRunner.h"
+#include "platform/Authorization.h"
+
+namespace corvane {
+
+class LinuxRights : public Authorization {
+ public:
+  [[nodiscard]] virtual helper::Answer carryOut(const helper::Request& request) = 0;
+};
+
+/// Commands carried out in this process, with the user's own rights.
+class DirectRights : public LinuxRights {
+ public:
+  explicit DirectRights(helper::Place place);
+  [[nodiscard]] helper::Answer carryOut(const helper::Request& request) override;
+
+ private:
+  helper::CommandRunner runner_;
+};
+
+/// The standard output of a run. Destroying it ends the run: at once when nothing was read, else after a
+/// short grace.
+class RunOutput : public OutputPipe {
+ public:
+  using Wait = std::function<bool(int descriptor)>;
+  RunOutput(helper::SupervisedRun run, Wait wait);
+  ~RunOutput() override;
+  RunOutput(const RunOutput&) = delete;
+  RunOutput& operator=(const RunOutput&) = delete;
+  [[nodiscard]] ReadOutcome read(char* buffer, std::size_t capacity) override;
+
+ private:
+  helper::SupervisedRun run_;
+  Wait wait_;
+  bool gaveSomething_ = false;
+};
+
+}  // namespace corvane

@@ -1,0 +1,176 @@
+#include "platform/linux/PolkitAsking.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "helper/Launch.h"
+#include "helper/Session.h"
+#include "platform/linux/HelperRights.h"
+
+extern char** environ;
+
+namespace corvane {
+namespace {
+
+// What polkit's launcher exits with when the program was not started.
+constexpr int kDismissed = 126;
+constexpr int kNotStarted = 127;
+constexpr std::string_view kNotAuthorized = "Not authorized";
+constexpr std::size_t kLongestComplaint = 2000;
+
+/// How long a withdrawn question may take to go away, in milliseconds.
+constexpr int kWithdrawal = 1000;
+
+/// The file actions and attributes of one spawn.
+struct SpawnSetup {
+  posix_spawn_file_actions_t actions;
+  posix_spawnattr_t attributes;
+  SpawnSetup(int input, int errors) {
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_adddup2(&actions, input, 0);
+    ::posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    ::posix_spawn_file_actions_adddup2(&actions, errors, 2);
+    ::posix_spawnattr_init(&attributes);
+    sigset_t all;
+    ::sigfillset(&all);
+    ::posix_spawnattr_setsigdefault(&attributes, &all);
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::posix_spawnattr_setsigmask(&attributes, &none);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+  }
+  SpawnSetup(const SpawnSetup&) = delete;
+  SpawnSetup& operator=(const SpawnSetup&) = delete;
+  ~SpawnSetup() {
+    ::posix_spawn_file_actions_destroy(&actions);
+    ::posix_spawnattr_destroy(&attributes);
+  }
+};
+
+/// The first line of what the launcher has printed.
+std::string firstLine(int descriptor) {
+  std::string text(kLongestComplaint, '\0');
+  pollfd waited{descriptor, POLLIN, 0};
+  if (::poll(&waited, 1, 0) <= 0) return {};
+  const ssize_t count = ::read(descriptor, text.data(), text.size());
+  text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  return text.substr(0, text.find('\n'));
+}
+
+}  // namespace
+
+PolkitAsking::PolkitAsking(RunLoop& runLoop, SystemLog& log, Options options,
+                           AuthorizationServices::Done done)
+    : runLoop_(runLoop), log_(log), options_(std::move(options)), done_(std::move(done)) {}
+
+PolkitAsking::~PolkitAsking() {
+  childSource_.reset();
+  if (child_.descriptor() < 0) return;
+  socket_.reset();
+  child_.terminate();
+  pollfd ended{child_.descriptor(), POLLIN, 0};
+  (void)::poll(&ended, 1, kWithdrawal);
+  (void)child_.reap();
+}
+
+void PolkitAsking::start() {
+  std::string problem;
+  if (launch(problem)) {
+    socketSource_ = runLoop_.watchDescriptor(socket_.get(), [this] { socketReady(); });
+    childSource_ = runLoop_.watchDescriptor(child_.descriptor(), [this] { childEnded(); });
+    return;
+  }
+  deadline_ = runLoop_.scheduleTimer(0, false,
+                                     [this, problem] { answer(AuthorizationOutcome::Unavailable, problem); });
+}
+
+bool PolkitAsking::launch(std::string& problem) {
+  if (::access(options_.helper.c_str(), X_OK) != 0) {
+    problem = "the helper tool is missing: " + options_.helper;
+    return false;
+  }
+  int ends[2];
+  auto complaints = helper::makePipe();
+  if (!complaints.readEnd || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+    problem = std::strerror(errno);
+    return false;
+  }
+  socket_ = helper::Descriptor(ends[0]);
+  const helper::Descriptor theirs(ends[1]);
+  complaints_ = std::move(complaints.readEnd);
+
+  const SpawnSetup setup(theirs.get(), complaints.writeEnd.get());
+  const std::string root = options_.root.empty() ? "/" : options_.root;
+  const std::array<const char*, 7> vector{options_.pkexec.c_str(),
+                                          "--disable-internal-agent",
+                                          options_.helper.c_str(),
+                                          "--session",
+                                          "--root",
+                                          root.c_str(),
+                                          nullptr};
+  pid_t pid = -1;
+  const int error = ::posix_spawn(&pid, options_.pkexec.c_str(), &setup.actions, &setup.attributes,
+                                  const_cast<char* const*>(vector.data()), environ);
+  if (error != 0) {
+    problem = options_.pkexec + ": " + std::strerror(error);
+    return false;
+  }
+  child_ = ChildProcess(pid);
+  if (child_.descriptor() < 0) problem = "this system can't watch a process";
+  return child_.descriptor() >= 0;
+}
+
+/// The hello, or the end of the launcher or the helper.
+void PolkitAsking::socketReady() {
+  const auto packet = helper::receivePacket(socket_.get());
+  if (packet.state == helper::Packet::State::Whole && packet.bytes == helper::kHello) {
+    auto rights = std::make_unique<HelperRights>(runLoop_, log_, std::move(socket_), std::move(child_),
+                                                 options_.answerDeadline);
+    answer(AuthorizationOutcome::Granted, {}, std::move(rights));
+    return;
+  }
+  // The exit status tells why; something that hangs up and stays is not waited for longer than for an answer.
+  deadline_ = runLoop_.scheduleTimer(options_.answerDeadline, false, [this] {
+    answer(AuthorizationOutcome::Unavailable, "the root helper does not answer");
+  });
+  const auto source = std::move(socketSource_);
+  socket_.reset();
+}
+
+void PolkitAsking::childEnded() {
+  const auto status = child_.reap();
+  if (!status) return;
+  const auto complaint = firstLine(complaints_.get());
+  const int code = WIFEXITED(*status) ? WEXITSTATUS(*status) : 128 + WTERMSIG(*status);
+  if (code == kDismissed) {
+    answer(AuthorizationOutcome::Cancelled, {});
+  } else if (code == kNotStarted && complaint.find(kNotAuthorized) != std::string::npos) {
+    answer(AuthorizationOutcome::Denied, complaint);
+  } else {
+    answer(AuthorizationOutcome::Unavailable,
+           complaint.empty() ? "the root helper ended with exit status " + std::to_string(code) : complaint);
+  }
+}
+
+/// Whoever is answered may ask again, which destroys this object.
+void PolkitAsking::answer(AuthorizationOutcome outcome, std::string_view problem,
+                          std::unique_ptr<Authorization> rights) {
+  if (!problem.empty()) log_.write("Could not get administrator rights: " + std::string(problem));
+  const auto socketSource = std::move(socketSource_);
+  const auto childSource = std::move(childSource_);
+  const auto deadline = std::move(deadline_);
+  const auto done = std::move(done_);
+  done_ = nullptr;
+  done(outcome, std::move(rights));
+}
+
+}  // namespace corvane
