@@ -1,0 +1,23 @@
+// The frame around a table that is longer than its place.
+#pragma once
+
+#include "controls/Control.h"
+
+namespace corvane {
+
+/// Whether the contents can be pulled beyond their end.
+enum class ScrollElasticity { Automatic, None, Allowed };
+
+class ScrollView final : public Control {
+ public:
+  [[nodiscard]] ScrollElasticity horizontalScrollElasticity() const { return horizontal_; }
+  [[nodiscard]] ScrollElasticity verticalScrollElasticity() const { return vertical_; }
+  void setHorizontalScrollElasticity(ScrollElasticity elasticity) { horizontal_ = elasticity; }
+  void setVerticalScrollElasticity(ScrollElasticity elasticity) { vertical_ = elasticity; }
+
+ private:
+  ScrollElasticity horizontal_ = ScrollElasticity::Automatic;
+  ScrollElasticity vertical_ = ScrollElasticity::Automatic;
+};
+
+}  // namespace corvane

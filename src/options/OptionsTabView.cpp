@@ -1,0 +1,92 @@
+#include "options/OptionsTabView.h"
+
+#include "options/VolumeKeys.h"
+
+namespace corvane {
+
+OptionsTabView::OptionsTabView(Window& paneWindow)
+    : window(paneWindow),
+      volumesTable({TableColumn{volume_key::kName, "Volume", 230}}),
+      showAllVolumeTypesButton(ButtonKind::Push, kShowSystemVolumes),
+      purgeButton(ButtonKind::Push, "Remove from List"),
+      volumeTextField(TextField::Role::Label, "Alerts for the selected volume"),
+      volumeOptionMountPathButton(ButtonKind::Label, "Mount path:"),
+      warnAfterTextField(TextField::Role::Label, "Absence:"),
+      volumeOptionWarnAfterButton(ButtonKind::Label, "Warn after"),
+      volumeOptionMinutesButton(ButtonKind::Label, "minutes of absence"),
+      minutesTextField(TextField::Role::Label, "1 to 60 minutes"),
+      warnAtTextField(TextField::Role::Label, "Usage:"),
+      volumeOptionWarnAtButton(ButtonKind::Label, "Warn at"),
+      volumeOptionPercentageButton(ButtonKind::Label, "percent full"),
+      percentageTextField(TextField::Role::Label, "1 to 99 percent"),
+      bootVolumeLabel(TextField::Role::Label, "Startup disk:"),
+      bootVolumeWarningCheckbox(ButtonKind::CheckBox, "Warn when the startup disk is"),
+      bootVolumeWarningTrailingButton(ButtonKind::Label, "percent full"),
+      timeMachineLabel(TextField::Role::Label, "Time Machine:"),
+      timeMachineWarningCheckbox(ButtonKind::CheckBox, "Warn when a backup is older than"),
+      timeMachineWarningTrailingButton(ButtonKind::Label, "days"),
+      advancedButton(ButtonKind::Push, "Advanced…"),
+      automountLabel(TextField::Role::Label, "Disks:"),
+      automountCheckbox(ButtonKind::CheckBox, "Mount disks even when no user is logged in"),
+      timeMachineAdvancedWindow("Time Machine Options"),
+      manualRunLabel(TextField::Role::Label, "Start a backup after"),
+      manualRunDaysLabel(TextField::Role::Label, "days without one"),
+      timeOfDayLabel(TextField::Role::Label, "Time of day:"),
+      amPmButton({"AM", "PM"}),
+      timeMachineRemovalWarning(ButtonKind::CheckBox, "Also warn when the backup disk is removed"),
+      sheetCancelButton(ButtonKind::Push, "Cancel"),
+      sheetOkButton(ButtonKind::Push, "OK") {
+  setFrames();
+  setAccessibleNames();
+  setToolTips();
+}
+
+// The places from which the layout rules of the tab start; a shell lays out the rest.
+void OptionsTabView::setFrames() {
+  volumesScrollView.setFrame({17, 150, 600, 180});
+  volumesTable.setHeaderHeight(17);
+  bootVolumeWarningCheckbox.setFrame({130, 84, 230, 18});
+  bootVolumeFullTextField.setFrame({365, 82, 40, 22});
+  bootVolumeWarningTrailingButton.setFrame({410, 84, 100, 18});
+  timeMachineWarningCheckbox.setFrame({130, 54, 230, 18});
+  timeMachineInactiveTextField.setFrame({365, 52, 40, 22});
+  timeMachineWarningTrailingButton.setFrame({410, 54, 60, 18});
+}
+
+// Plain labels have none: their text speaks.
+void OptionsTabView::setAccessibleNames() {
+  volumesTable.setAccessibleName("Volumes");
+  showAllVolumeTypesButton.setAccessibleName("Show or hide system volumes");
+  purgeButton.setAccessibleName("Remove the selected volume from the list");
+  monitorPresenceCheckbox.setAccessibleName("Warn when the selected volume is absent");
+  monitorPresenceThresholdTextField.setAccessibleName("Minutes of absence before the warning");
+  monitorUsageCheckbox.setAccessibleName("Warn when the selected volume fills up");
+  monitorUsageThresholdTextField.setAccessibleName("Percentage of use that raises the warning");
+
+  bootVolumeWarningCheckbox.setAccessibleName("Warn when the startup disk fills up");
+  bootVolumeFullTextField.setAccessibleName("Percentage of the startup disk in use");
+  bootVolumeWarningTrailingButton.setAccessibleName("Switch the startup disk warning");
+  timeMachineWarningCheckbox.setAccessibleName("Warn when Time Machine backups are old");
+  timeMachineInactiveTextField.setAccessibleName("Days since the last Time Machine backup");
+  timeMachineWarningTrailingButton.setAccessibleName("Switch the Time Machine warning");
+  advancedButton.setAccessibleName("Advanced Time Machine options");
+  automountCheckbox.setAccessibleName(automountCheckbox.title());
+
+  timeMachineAdvancedWindow.setAccessibleName(timeMachineAdvancedWindow.title());
+  manuallyTriggerTextField.setAccessibleName("Days without a backup");
+  timeOfDayTextField.setAccessibleName("Hour at which the backup starts");
+  amPmButton.setAccessibleName("Before or after noon");
+  timeMachineRemovalWarning.setAccessibleName(timeMachineRemovalWarning.title());
+  sheetCancelButton.setAccessibleName("Cancel the Time Machine options");
+  sheetOkButton.setAccessibleName("Save the Time Machine options");
+}
+
+void OptionsTabView::setToolTips() {
+  showAllVolumeTypesButton.setToolTip(
+      "System volumes and other file systems are left out of the list at first.");
+  purgeButton.setToolTip("Forgets the settings of a volume that is not mounted.");
+  automountCheckbox.setToolTip("A setting of the system, not of the monitoring client.");
+  bootVolumeFullTextField.setToolTip(percentageTextField.stringValue());
+}
+
+}  // namespace corvane
