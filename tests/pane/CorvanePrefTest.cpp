@@ -1,0 +1,286 @@
+#include "pane/CorvanePref.h"
+
+#include <gmock/gmock.h>
+
+#include "PaneFixture.h"
+
+namespace corvane::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class CorvanePrefTest : public PaneFixture {};
+
+class CountingObserver final : public UnlockedObserver {
+ public:
+  void unlockedDidChange() override { ++changes; }
+  int changes = 0;
+};
+
+void expectOkAlert(const AlertDescription& alert, const std::string& message, const std::string& informative) {
+  EXPECT_EQ(alert.messageText, message);
+  EXPECT_EQ(alert.informativeText, informative);
+  EXPECT_EQ(alert.style, AlertStyle::Warning);
+  ASSERT_EQ(alert.buttons.size(), 1U);
+  EXPECT_EQ(alert.buttons[0].title, "OK");
+}
+
+const char* const kRemovedText =
+    "The Monitoring Client has been removed. Please choose another pane or quit System Preferences.";
+const char* const kUnreadableText =
+    "The client settings could not be read. Please click the lock to authorize and attempt to fix the settings.";
+
+TEST_F(CorvanePrefTest, AwakeningWatchesFolderAndSettingsAndRefreshesTheTabsInOrder) {
+  createPane().awakeFromNib();
+  EXPECT_THAT(platform_.fileEventQueues.openedPaths(),
+              ElementsAre(platform_.paths.installFolder, platform_.paths.clientSettings));
+  EXPECT_EQ(calls_, allRefreshed_);
+  EXPECT_FALSE(pane_->uninstalled());
+  EXPECT_FALSE(pane_->clientSettingsReadError());
+}
+
+TEST_F(CorvanePrefTest, AwakeningASecondTimeOnlyRefreshes) {
+  createPane().awakeFromNib();
+  calls_.clear();
+  pane_->awakeFromNib();
+  EXPECT_EQ(platform_.fileEventQueues.openedPaths().size(), 2U);
+  EXPECT_EQ(calls_, allRefreshed_);
+}
+
+TEST_F(CorvanePrefTest, WithoutTheInstallFolderThePaneIsUninstalledFromTheStart) {
+  platform_.remove(platform_.paths.installFolder);
+  createPane().awakeFromNib();
+  EXPECT_TRUE(pane_->uninstalled());
+  EXPECT_THAT(calls_, IsEmpty());
+  EXPECT_THAT(platform_.fileEventQueues.openedPaths(), IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, WithoutTheSettingsFileTheReadErrorIsSetAndNothingIsRefreshed) {
+  platform_.remove(platform_.paths.clientSettings);
+  createPane().awakeFromNib();
+  EXPECT_TRUE(pane_->clientSettingsReadError());
+  EXPECT_THAT(calls_, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, SettingsThatCannotBeWatchedSetTheReadErrorAndTheGuardRefusesSwitches) {
+  platform_.fileEventQueues.failOpening(platform_.paths.clientSettings, "Permission denied");
+  createPane().awakeFromNib();
+  EXPECT_TRUE(pane_->clientSettingsReadError());
+  EXPECT_THAT(calls_, IsEmpty());
+  view_.tabView.selectTabViewItemAtIndex(1);
+  EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0);
+}
+
+TEST_F(CorvanePrefTest, AFolderThatCannotBeWatchedDoesNotStopTheLoading) {
+  platform_.fileEventQueues.failOpening(platform_.paths.installFolder, "Permission denied");
+  createPane().awakeFromNib();
+  EXPECT_FALSE(pane_->uninstalled());
+  EXPECT_EQ(calls_, allRefreshed_);
+}
+
+TEST_F(CorvanePrefTest, TheMainViewStartsTheStreamArmsTheLockAndDrawsTheHeader) {
+  load();
+  ASSERT_EQ(platform_.directoryEvents.streams.size(), 1U);
+  EXPECT_THAT(platform_.directoryEvents.streams[0]->calls, ElementsAre("schedule", "start"));
+  EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0);
+  EXPECT_EQ(view_.clientVersionButton.title(), "Version 5.1");
+  openLock();
+  EXPECT_THAT(platform_.authorization.requestedRights, ElementsAre("system.privilege.admin"));
+  EXPECT_THAT(platform_.dialogs.modalAlerts, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, AMissingInstallFolderIsLoggedAndToldInAModalAlertAndLoadingGoesOn) {
+  platform_.remove(platform_.paths.installFolder);
+  load();
+  EXPECT_EQ(platform_.log.lines.at(0), "Could not open " + platform_.paths.installFolder);
+  ASSERT_EQ(platform_.dialogs.modalAlerts.size(), 1U);
+  expectOkAlert(platform_.dialogs.modalAlerts[0], "Monitoring Client Error",
+                "The monitoring client may have been partially uninstalled");
+  EXPECT_EQ(platform_.directoryEvents.streams.size(), 1U);
+  EXPECT_EQ(view_.clientVersionButton.title(), "Error");
+}
+
+TEST_F(CorvanePrefTest, OpeningTheLockAsksForErrorsThenDoesTheHousekeepingThenRefreshes) {
+  load();
+  calls_.clear();
+  openLock();
+  EXPECT_TRUE(pane_->unlocked());
+  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "options.errorLoadingPlists", "configuration.refresh",
+                              "options.refresh", "plugins.refresh"}));
+  ASSERT_EQ(platform_.authorization.commands.size(), 2U);
+  EXPECT_EQ(platform_.authorization.commands[0].tool, "/bin/sh");
+  EXPECT_THAT(platform_.authorization.commands[0].arguments[1], ::testing::StartsWith("/bin/chmod 644 "));
+  EXPECT_EQ(platform_.authorization.commands[1].tool, "/bin/sh");
+  EXPECT_THAT(platform_.authorization.commands[1].arguments[1], ::testing::StartsWith("/usr/bin/plutil "));
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, AStoreThatFailedToLoadIsToldOnUnlockingAndTheTabsAreRefreshedAllTheSame) {
+  load();
+  calls_.clear();
+  configuration_.error = true;
+  openLock();
+  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "configuration.refresh", "options.refresh",
+                              "plugins.refresh"}))
+      << "the Options tab is asked only when the Configuration tab reports no error";
+  EXPECT_EQ(platform_.authorization.commands.size(), 2U);
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  expectOkAlert(platform_.dialogs.sheets[0].alert, "Error Reading Preferences",
+                "Some preferences could not be read. Please restart System Preferences to retry, or contact "
+                "support.\n(ReasonCode 415)");
+  EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::ApplicationMainWindow);
+}
+
+TEST_F(CorvanePrefTest, AnErrorOfTheOptionsTabIsToldToo) {
+  load();
+  options_.error = true;
+  openLock();
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  EXPECT_EQ(platform_.dialogs.sheets[0].alert.messageText, "Error Reading Preferences");
+}
+
+TEST_F(CorvanePrefTest, ClosingTheLockReloadsNothing) {
+  load();
+  openLock();
+  calls_.clear();
+  view_.authView.click();
+  EXPECT_FALSE(pane_->unlocked());
+  EXPECT_THAT(calls_, IsEmpty());
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, ClosingTheLockWithUnreadableSettingsShowsThePermissionsAlert) {
+  platform_.remove(platform_.paths.clientSettings);
+  load();
+  openLock();
+  view_.authView.click();
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  expectOkAlert(platform_.dialogs.sheets[0].alert, "Error Reading Settings", kUnreadableText);
+  EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::ApplicationMainWindow);
+}
+
+TEST_F(CorvanePrefTest, ThePermissionsAlertIsNotShownWithoutTheInstallFolder) {
+  platform_.remove(platform_.paths.clientSettings);
+  load();
+  openLock();
+  platform_.remove(platform_.paths.installFolder);
+  view_.authView.click();
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, ADeniedOrCancelledLockStaysClosedAndShowsNothing) {
+  for (const auto outcome : {AuthorizationOutcome::Denied, AuthorizationOutcome::Cancelled, AuthorizationOutcome::Unavailable}) {
+    load();
+    platform_.authorization.outcome = outcome;
+    openLock();
+    EXPECT_FALSE(pane_->unlocked());
+    EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Closed);
+    EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+  }
+}
+
+TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
+  load();
+  openLock();
+  platform_.remove(platform_.paths.installFolder);
+  platform_.fileEventQueues.fire(platform_.paths.installFolder);
+  EXPECT_TRUE(pane_->uninstalled());
+  EXPECT_FALSE(pane_->unlocked());
+  EXPECT_EQ(platform_.authorization.granted, nullptr) << "a locked pane holds no rights";
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  expectOkAlert(platform_.dialogs.sheets[0].alert, "Monitoring Client Removed", kRemovedText);
+  EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::PaneWindow);
+  EXPECT_EQ(platform_.fileEventQueues.openQueues(platform_.paths.installFolder), 0U);
+
+  openLock();
+  EXPECT_FALSE(pane_->unlocked());
+  EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Closed);
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 2U);
+  EXPECT_EQ(platform_.dialogs.sheets[1].alert.messageText, "Monitoring Client Removed");
+
+  view_.tabView.selectTabViewItemAtIndex(1);
+  EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0) << "the guard was told";
+}
+
+TEST_F(CorvanePrefTest, TheFolderComingBackDoesNotUnlockThePane) {
+  load();
+  platform_.fileEventQueues.fire(platform_.paths.installFolder);
+  openLock();
+  EXPECT_FALSE(pane_->unlocked());
+}
+
+TEST_F(CorvanePrefTest, LosingTheSettingsFileLocksThePaneFiveSecondsLater) {
+  load();
+  openLock();
+  platform_.remove(platform_.paths.clientSettings);
+  platform_.fileEventQueues.fire(platform_.paths.clientSettings);
+  EXPECT_TRUE(pane_->clientSettingsReadError());
+  platform_.runLoop.advance(4.9);
+  EXPECT_TRUE(pane_->unlocked());
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+  platform_.runLoop.advance(0.2);
+  EXPECT_FALSE(pane_->unlocked());
+  EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Closed);
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  EXPECT_EQ(platform_.dialogs.sheets[0].alert.messageText, "Error Reading Settings");
+  platform_.runLoop.advance(60);
+  EXPECT_EQ(platform_.dialogs.sheets.size(), 1U) << "the timer fires once";
+}
+
+TEST_F(CorvanePrefTest, LosingTheSettingsFileIsToldToTheGuardAtOnce) {
+  load();
+  platform_.fileEventQueues.fire(platform_.paths.clientSettings);
+  view_.tabView.selectTabViewItemAtIndex(1);
+  EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0);
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  EXPECT_EQ(platform_.dialogs.sheets[0].alert.messageText, "Error Reading Settings");
+}
+
+TEST_F(CorvanePrefTest, APaneThatGoesBeforeTheFiveSecondsAreOverIsNotCalledAnyMore) {
+  load();
+  platform_.fileEventQueues.fire(platform_.paths.clientSettings);
+  pane_.reset();
+  platform_.runLoop.advance(10);
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+}
+
+TEST_F(CorvanePrefTest, AHelperThatDiesLocksThePane) {
+  load();
+  openLock();
+  ASSERT_NE(platform_.authorization.granted, nullptr);
+  platform_.authorization.granted->lost();
+  EXPECT_FALSE(pane_->unlocked());
+}
+
+TEST_F(CorvanePrefTest, ObserversOfTheLockAreToldAtOnceAndOfEveryChangeAsOftenAsTheyWereAdded) {
+  load();
+  CountingObserver observer;
+  pane_->addUnlockedObserver(observer);
+  EXPECT_EQ(observer.changes, 1);
+  pane_->addUnlockedObserver(observer);
+  EXPECT_EQ(observer.changes, 2);
+  openLock();
+  EXPECT_EQ(observer.changes, 4);
+}
+
+TEST_F(CorvanePrefTest, ThePrimaryStoreWritesThroughThePane) {
+  load();
+  openLock();
+  platform_.authorization.commands.clear();
+  pane_->setPlistFileValues(platform_.paths.clientSettings, Dictionary::make({{"A", PropertyList::integer(1)}}));
+  EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}));
+  EXPECT_EQ(platform_.readPlist(platform_.paths.clientSettings), Dictionary::make({{"A", PropertyList::integer(1)}}));
+}
+
+TEST_F(CorvanePrefTest, AtItsEndThePaneStopsTheStreamAndItsWatchers) {
+  load();
+  const auto stream = platform_.directoryEvents.streams[0];
+  pane_.reset();
+  EXPECT_THAT(stream->calls, ElementsAre("schedule", "start", "stop", "unschedule", "release"));
+  EXPECT_EQ(platform_.fileEventQueues.openQueues(), 0U);
+  openLock();  // nobody is told any more
+}
+
+}  // namespace
+}  // namespace corvane::test

@@ -1,0 +1,188 @@
+#include "pane/DirectoryMonitor.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+#include "support/RecordingTabs.h"
+#include "support/TestPlatform.h"
+
+namespace corvane::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class DirectoryMonitorTest : public ::testing::Test {
+ protected:
+  DirectoryMonitorTest() {
+    platform_.layOutFolders();
+    monitor_.start();
+  }
+
+  void setDate(const std::string& file, double secondsSince1970) {
+    platform_.files.dates[file] = {Date{secondsSince1970}, {}};
+  }
+  void deliver(const std::vector<std::string>& directories) {
+    calls_.clear();
+    platform_.directoryEvents.deliver(directories);
+  }
+
+  TestPlatform platform_;
+  const PathTable& paths_ = platform_.paths;
+  TabCalls calls_;
+  RecordingConfigurationTab configuration_{calls_};
+  RecordingOptionsTab options_{calls_};
+  RecordingPluginsTab plugins_{calls_};
+  DirectoryMonitor monitor_{platform_.platform,
+                            platform_.paths,
+                            {configuration_, options_, plugins_, [this] {
+                               calls_.emplace_back("pane.refreshClientSettings");
+                               if (whileReacting_) whileReacting_();
+                             }}};
+  std::function<void()> whileReacting_;
+};
+
+TEST_F(DirectoryMonitorTest, WatchesTheEightDirectoriesWithALatencyOfOneSecond) {
+  const auto& stream = *platform_.directoryEvents.streams.at(0);
+  EXPECT_THAT(stream.directories,
+              ElementsAre(paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration,
+                          paths_.plugins, paths_.pluginSupport, paths_.localInfo, paths_.volumes));
+  EXPECT_EQ(stream.latency, 1.0);
+}
+
+TEST_F(DirectoryMonitorTest, EveryTrackedFileStartsAtTheBeginningOf1970) {
+  const auto& dates = monitor_.lastChangedDates();
+  ASSERT_EQ(dates.size(), 7U) << "the client settings have one entry";
+  for (const auto& [file, date] : dates) EXPECT_EQ(date.secondsSince1970, 0) << file;
+}
+
+TEST_F(DirectoryMonitorTest, AnEmptyBatchDoesNothing) {
+  setDate(paths_.clientSettings, 100);
+  deliver({});
+  EXPECT_THAT(calls_, IsEmpty());
+}
+
+TEST_F(DirectoryMonitorTest, EachDirectoryCallsOnlyTheAffectedReload) {
+  struct Case {
+    std::string directory;
+    std::string file;
+    TabCalls calls;
+  };
+  const Case cases[] = {
+      {paths_.updaterSupport, paths_.updateStatus, {"configuration.updateLastUpdateTime"}},
+      {paths_.clientData, paths_.clientSettings, {"configuration.updateLastRunTime"}},
+      {paths_.localInfo, paths_.diskJournal, {"options.refreshVolumes"}},
+      {paths_.installFolder, paths_.clientSettings,
+       {"pane.refreshClientSettings", "configuration.refresh", "plugins.refresh"}},
+      {paths_.systemConfiguration, paths_.autoDiskMount, {"options.refreshAutomountDisk"}},
+      {paths_.plugins, {}, {"plugins.refresh"}},
+      {paths_.pluginSupport, paths_.rootCapacitySettings,
+       {"options.refreshTimeMachine", "options.refreshDiskFree", "plugins.refresh"}},
+      {paths_.pluginSupport, paths_.volumesSettings,
+       {"options.refreshTimeMachine", "plugins.refresh", "options.refreshVolumes"}},
+      {paths_.volumes, {}, {"options.refreshVolumes"}},
+      {paths_.plugins + "/sub", {}, {}},
+  };
+  double date = 100;
+  for (const Case& given : cases) {
+    if (!given.file.empty()) setDate(given.file, ++date);
+    deliver({given.directory});
+    EXPECT_EQ(calls_, given.calls) << given.directory << " " << given.file;
+  }
+}
+
+TEST_F(DirectoryMonitorTest, AFileWhoseDateHasNotGrownCausesNoReload) {
+  setDate(paths_.updateStatus, 100);
+  deliver({paths_.updaterSupport});
+  ASSERT_EQ(calls_.size(), 1U);
+  deliver({paths_.updaterSupport});
+  EXPECT_THAT(calls_, IsEmpty()) << "the same date";
+  setDate(paths_.updateStatus, 99);
+  deliver({paths_.updaterSupport});
+  EXPECT_THAT(calls_, IsEmpty()) << "a date that went back";
+  setDate(paths_.updateStatus, 100.001);
+  deliver({paths_.updaterSupport});
+  EXPECT_EQ(calls_.size(), 1U);
+}
+
+TEST_F(DirectoryMonitorTest, DatesBefore1970AreNeverNewerAndDatesInTheFutureAre) {
+  setDate(paths_.updateStatus, -1);
+  deliver({paths_.updaterSupport});
+  EXPECT_THAT(calls_, IsEmpty());
+  setDate(paths_.updateStatus, 4e9);
+  deliver({paths_.updaterSupport});
+  EXPECT_EQ(calls_.size(), 1U);
+}
+
+TEST_F(DirectoryMonitorTest, ARemovedTimeMachineFileIsShownAndOtherRemovedFilesAreNot) {
+  deliver({paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration, paths_.localInfo});
+  EXPECT_THAT(calls_, IsEmpty());
+  deliver({paths_.pluginSupport});
+  EXPECT_THAT(calls_, ElementsAre("options.refreshTimeMachine", "plugins.refresh"));
+  EXPECT_EQ(monitor_.lastChangedDates().at(paths_.timeMachineSettings).secondsSince1970, 0);
+}
+
+TEST_F(DirectoryMonitorTest, AnUnchangedTimeMachineFileIsNotReloaded) {
+  setDate(paths_.timeMachineSettings, 100);
+  deliver({paths_.pluginSupport});
+  EXPECT_THAT(calls_, ElementsAre("options.refreshTimeMachine", "plugins.refresh"));
+  deliver({paths_.pluginSupport});
+  EXPECT_THAT(calls_, ElementsAre("plugins.refresh"));
+}
+
+TEST_F(DirectoryMonitorTest, TheFirstOfTwoDirectoriesTakesTheChangeOfTheClientSettings) {
+  setDate(paths_.clientSettings, 100);
+  deliver({paths_.installFolder, paths_.clientData});
+  EXPECT_THAT(calls_, ElementsAre("configuration.updateLastRunTime"))
+      << "whatever their order in the batch: no header, no plug-ins";
+}
+
+TEST_F(DirectoryMonitorTest, OneBatchCallsEachReactionOnceAndInOrder) {
+  setDate(paths_.updateStatus, 100);
+  setDate(paths_.clientSettings, 100);
+  setDate(paths_.diskJournal, 100);
+  setDate(paths_.autoDiskMount, 100);
+  setDate(paths_.timeMachineSettings, 100);
+  setDate(paths_.rootCapacitySettings, 100);
+  setDate(paths_.volumesSettings, 100);
+  deliver({paths_.volumes, paths_.pluginSupport, paths_.plugins, paths_.systemConfiguration, paths_.installFolder,
+           paths_.localInfo, paths_.updaterSupport, paths_.plugins});
+  EXPECT_THAT(calls_, ElementsAre("configuration.updateLastUpdateTime", "pane.refreshClientSettings",
+                                  "configuration.refresh", "options.refreshAutomountDisk", "options.refreshTimeMachine",
+                                  "options.refreshDiskFree", "plugins.refresh", "options.refreshVolumes"));
+}
+
+TEST_F(DirectoryMonitorTest, WithoutPluginSupportThePluginsAreRefreshedBeforeTheVolumes) {
+  setDate(paths_.diskJournal, 100);
+  deliver({paths_.localInfo, paths_.plugins});
+  EXPECT_THAT(calls_, ElementsAre("plugins.refresh", "options.refreshVolumes"));
+}
+
+TEST_F(DirectoryMonitorTest, PathsAreStandardizedBeforeTheyAreCompared) {
+  deliver({paths_.volumes + "/"});
+  EXPECT_THAT(calls_, ElementsAre("options.refreshVolumes"));
+  deliver({paths_.volumes + "/./x/.."});
+  EXPECT_THAT(calls_, ElementsAre("options.refreshVolumes"));
+}
+
+TEST_F(DirectoryMonitorTest, AFileThatVanishesDuringItsReactionIsLoggedAndCountsFromTheBeginningAgain) {
+  setDate(paths_.clientSettings, 100);
+  whileReacting_ = [this] { platform_.files.dates[paths_.clientSettings] = {std::nullopt, "No such file or directory"}; };
+  deliver({paths_.installFolder});
+  EXPECT_THAT(platform_.log.lines, ElementsAre("Couldn't get modification date of " + paths_.clientSettings +
+                                               ": No such file or directory"));
+  EXPECT_EQ(monitor_.lastChangedDates().at(paths_.clientSettings).secondsSince1970, 0);
+}
+
+TEST_F(DirectoryMonitorTest, AChangeDuringTheReactionIsReloadedWithTheNextBatch) {
+  setDate(paths_.clientSettings, 100);
+  whileReacting_ = [this] { setDate(paths_.clientSettings, 200); };
+  deliver({paths_.installFolder});
+  whileReacting_ = nullptr;
+  deliver({paths_.installFolder});
+  EXPECT_THAT(calls_, ElementsAre("pane.refreshClientSettings", "configuration.refresh", "plugins.refresh"));
+}
+
+}  // namespace
+}  // namespace corvane::test
