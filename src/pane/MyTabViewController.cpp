@@ -60,9 +60,9 @@ void MyTabViewController::showCautionAlert() {
 }
 
 void MyTabViewController::beginSheet(const AlertDescription& alert, SheetWindow window) {
-  platform_.dialogs.beginSheet(alert, window, [this](const AlertResult& result) {
+  platform_.dialogs.beginSheet(alert, window, calls_.wrap([this](const AlertResult& result) {
     alertDidEndReturnCodeContextInfo(result.returnCode);
-  });
+  }));
 }
 
 }  // namespace corvane

@@ -1,8 +1,7 @@
-#include "pane/ClientHeader.h"
-
 #include <gmock/gmock.h>
 
 #include "PaneFixture.h"
+#include "pane/ClientHeader.h"
 
 namespace corvane::test {
 namespace {
@@ -80,11 +79,11 @@ TEST_F(ClientHeaderTest, TheLinkTitleLosesItsSchemeByLength) {
       {"http://help.example.com", "help.example.com"},
       {"https://help.example.com", "help.example.com"},
       {"help.example.com", "help.example.com"},
-      {"see help http://x", "p http://x"},       // seven characters go, wherever the scheme stands
-      {"x https://y", "y"},                      // eight
-      {"http://a?mailto:b", "a?mailto:b"},       // mailto: is looked for first; as long as http://
-      {"https://a?http://b", "/a?http://b"},     // http:// is found first: seven of the eight go
-      {"\xC3\xA9\xC3\xA9 http://x", "tp://x"},   // characters, not bytes
+      {"see help http://x", "p http://x"},      // seven characters go, wherever the scheme stands
+      {"x https://y", "//y"},                   // eight of them
+      {"http://a?mailto:b", "a?mailto:b"},      // mailto: is looked for first; as long as http://
+      {"https://a?http://b", "/a?http://b"},    // http:// is found first: seven of the eight go
+      {"\xC3\xA9\xC3\xA9 http://x", "://x"},  // characters, not bytes
   };
   for (const auto& [address, title] : cases) {
     showSettings({{"Support_Address", text(address)}});
@@ -153,7 +152,8 @@ TEST_F(ClientHeaderTest, TheHeaderIsCentredOverTheTabs) {
   platform_.workspace.widths = {{"Need help?", 100.7}, {"help.example.com", 200.2}};
   view_.tabView.setFrame({17, 45, 635, 400});
   const Rect before = greeting_.frame();
-  showSettings({{"Branding_PrefPane_Greeting", text("Need help?")}, {"Support_Address", text("help.example.com")}});
+  showSettings(
+      {{"Branding_PrefPane_Greeting", text("Need help?")}, {"Support_Address", text("help.example.com")}});
   // Whole widths 105 and 205, whole centre 334: the pair, with a gap of 2, is 312 wide.
   EXPECT_EQ(greeting_.frame(), (Rect{334 - 156, before.y, 105, before.height}));
   EXPECT_EQ(link_.frame().x, 334 - 156 + 105 + 2);
@@ -201,7 +201,8 @@ TEST_F(ClientIconTest, WithoutTheIdentifierTheOlderOneIsUsed) {
 }
 
 TEST_F(ClientIconTest, EveryFirstSuffixOfTheServerBecomesTheSecondOne) {
-  showSettings({{"Server_Address", text("a.reports.example.com.reports.example.com")}, {"QuorlenID", text("42")}});
+  showSettings(
+      {{"Server_Address", text("a.reports.example.com.reports.example.com")}, {"QuorlenID", text("42")}});
   clickWith(kOptionKeyFlag);
   EXPECT_THAT(opened_, ElementsAre("https://a.www.example.com.www.example.com/computers/42"));
 }
@@ -227,8 +228,9 @@ TEST_F(ClientIconTest, AMissingServerOrIdentifierIsLogged) {
   writeSettings(Dictionary::make({{"ClientID", text("old")}, {"Server_Address", PropertyList::integer(1)}}));
   clickWith(kControlKeyFlag);
   EXPECT_THAT(opened_, IsEmpty());
-  EXPECT_THAT(platform_.log.lines, ElementsAre("Server Address (s.example) and/or QuorlenID ((null)) is/are nil.",
-                                               "Server Address ((null)) and/or QuorlenID (old) is/are nil."));
+  EXPECT_THAT(platform_.log.lines,
+              ElementsAre("Server Address (s.example) and/or QuorlenID ((null)) is/are nil.",
+                          "Server Address ((null)) and/or QuorlenID (old) is/are nil."));
 }
 
 }  // namespace

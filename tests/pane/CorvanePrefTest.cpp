@@ -1,14 +1,14 @@
-#include "pane/CorvanePref.h"
-
 #include <gmock/gmock.h>
 
 #include "PaneFixture.h"
+#include "pane/CorvanePref.h"
 
 namespace corvane::test {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 class CorvanePrefTest : public PaneFixture {};
 
@@ -18,7 +18,8 @@ class CountingObserver final : public UnlockedObserver {
   int changes = 0;
 };
 
-void expectOkAlert(const AlertDescription& alert, const std::string& message, const std::string& informative) {
+void expectOkAlert(const AlertDescription& alert, const std::string& message,
+                   const std::string& informative) {
   EXPECT_EQ(alert.messageText, message);
   EXPECT_EQ(alert.informativeText, informative);
   EXPECT_EQ(alert.style, AlertStyle::Warning);
@@ -29,12 +30,13 @@ void expectOkAlert(const AlertDescription& alert, const std::string& message, co
 const char* const kRemovedText =
     "The Monitoring Client has been removed. Please choose another pane or quit System Preferences.";
 const char* const kUnreadableText =
-    "The client settings could not be read. Please click the lock to authorize and attempt to fix the settings.";
+    "The client settings could not be read. Please click the lock to authorize and attempt to fix the "
+    "settings.";
 
 TEST_F(CorvanePrefTest, AwakeningWatchesFolderAndSettingsAndRefreshesTheTabsInOrder) {
   createPane().awakeFromNib();
-  EXPECT_THAT(platform_.fileEventQueues.openedPaths(),
-              ElementsAre(platform_.paths.installFolder, platform_.paths.clientSettings));
+  EXPECT_THAT(platform_.fileEventQueues.armedPaths(),
+              UnorderedElementsAre(platform_.paths.installFolder, platform_.paths.clientSettings));
   EXPECT_EQ(calls_, allRefreshed_);
   EXPECT_FALSE(pane_->uninstalled());
   EXPECT_FALSE(pane_->clientSettingsReadError());
@@ -44,7 +46,7 @@ TEST_F(CorvanePrefTest, AwakeningASecondTimeOnlyRefreshes) {
   createPane().awakeFromNib();
   calls_.clear();
   pane_->awakeFromNib();
-  EXPECT_EQ(platform_.fileEventQueues.openedPaths().size(), 2U);
+  EXPECT_EQ(platform_.fileEventQueues.armedPaths().size(), 2U);
   EXPECT_EQ(calls_, allRefreshed_);
 }
 
@@ -53,7 +55,7 @@ TEST_F(CorvanePrefTest, WithoutTheInstallFolderThePaneIsUninstalledFromTheStart)
   createPane().awakeFromNib();
   EXPECT_TRUE(pane_->uninstalled());
   EXPECT_THAT(calls_, IsEmpty());
-  EXPECT_THAT(platform_.fileEventQueues.openedPaths(), IsEmpty());
+  EXPECT_THAT(platform_.fileEventQueues.armedPaths(), IsEmpty());
 }
 
 TEST_F(CorvanePrefTest, WithoutTheSettingsFileTheReadErrorIsSetAndNothingIsRefreshed) {
@@ -106,8 +108,8 @@ TEST_F(CorvanePrefTest, OpeningTheLockAsksForErrorsThenDoesTheHousekeepingThenRe
   calls_.clear();
   openLock();
   EXPECT_TRUE(pane_->unlocked());
-  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "options.errorLoadingPlists", "configuration.refresh",
-                              "options.refresh", "plugins.refresh"}));
+  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "options.errorLoadingPlists",
+                              "configuration.refresh", "options.refresh", "plugins.refresh"}));
   ASSERT_EQ(platform_.authorization.commands.size(), 2U);
   EXPECT_EQ(platform_.authorization.commands[0].tool, "/bin/sh");
   EXPECT_THAT(platform_.authorization.commands[0].arguments[1], ::testing::StartsWith("/bin/chmod 644 "));
@@ -170,7 +172,8 @@ TEST_F(CorvanePrefTest, ThePermissionsAlertIsNotShownWithoutTheInstallFolder) {
 }
 
 TEST_F(CorvanePrefTest, ADeniedOrCancelledLockStaysClosedAndShowsNothing) {
-  for (const auto outcome : {AuthorizationOutcome::Denied, AuthorizationOutcome::Cancelled, AuthorizationOutcome::Unavailable}) {
+  for (const auto outcome :
+       {AuthorizationOutcome::Denied, AuthorizationOutcome::Cancelled, AuthorizationOutcome::Unavailable}) {
     load();
     platform_.authorization.outcome = outcome;
     openLock();
@@ -191,7 +194,7 @@ TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
   ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
   expectOkAlert(platform_.dialogs.sheets[0].alert, "Monitoring Client Removed", kRemovedText);
   EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::PaneWindow);
-  EXPECT_EQ(platform_.fileEventQueues.openQueues(platform_.paths.installFolder), 0U);
+  EXPECT_THAT(platform_.fileEventQueues.armedPaths(), ElementsAre(platform_.paths.clientSettings));
 
   openLock();
   EXPECT_FALSE(pane_->unlocked());
@@ -268,9 +271,11 @@ TEST_F(CorvanePrefTest, ThePrimaryStoreWritesThroughThePane) {
   load();
   openLock();
   platform_.authorization.commands.clear();
-  pane_->setPlistFileValues(platform_.paths.clientSettings, Dictionary::make({{"A", PropertyList::integer(1)}}));
+  pane_->setPlistFileValues(platform_.paths.clientSettings,
+                            Dictionary::make({{"A", PropertyList::integer(1)}}));
   EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}));
-  EXPECT_EQ(platform_.readPlist(platform_.paths.clientSettings), Dictionary::make({{"A", PropertyList::integer(1)}}));
+  EXPECT_EQ(platform_.readPlist(platform_.paths.clientSettings),
+            Dictionary::make({{"A", PropertyList::integer(1)}}));
 }
 
 TEST_F(CorvanePrefTest, AtItsEndThePaneStopsTheStreamAndItsWatchers) {

@@ -1,9 +1,8 @@
-#include "pane/DirectoryMonitor.h"
+#include <limits>
 
 #include <gmock/gmock.h>
 
-#include <limits>
-
+#include "pane/DirectoryMonitor.h"
 #include "support/RecordingTabs.h"
 #include "support/TestPlatform.h"
 
@@ -34,20 +33,19 @@ class DirectoryMonitorTest : public ::testing::Test {
   RecordingConfigurationTab configuration_{calls_};
   RecordingOptionsTab options_{calls_};
   RecordingPluginsTab plugins_{calls_};
-  DirectoryMonitor monitor_{platform_.platform,
-                            platform_.paths,
-                            {configuration_, options_, plugins_, [this] {
-                               calls_.emplace_back("pane.refreshClientSettings");
-                               if (whileReacting_) whileReacting_();
-                             }}};
+  DirectoryMonitor monitor_{
+      platform_.platform, platform_.paths, {configuration_, options_, plugins_, [this] {
+                                              calls_.emplace_back("pane.refreshClientSettings");
+                                              if (whileReacting_) whileReacting_();
+                                            }}};
   std::function<void()> whileReacting_;
 };
 
 TEST_F(DirectoryMonitorTest, WatchesTheEightDirectoriesWithALatencyOfOneSecond) {
   const auto& stream = *platform_.directoryEvents.streams.at(0);
-  EXPECT_THAT(stream.directories,
-              ElementsAre(paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration,
-                          paths_.plugins, paths_.pluginSupport, paths_.localInfo, paths_.volumes));
+  EXPECT_THAT(stream.directories, ElementsAre(paths_.updaterSupport, paths_.clientData, paths_.installFolder,
+                                              paths_.systemConfiguration, paths_.plugins,
+                                              paths_.pluginSupport, paths_.localInfo, paths_.volumes));
   EXPECT_EQ(stream.latency, 1.0);
 }
 
@@ -73,13 +71,16 @@ TEST_F(DirectoryMonitorTest, EachDirectoryCallsOnlyTheAffectedReload) {
       {paths_.updaterSupport, paths_.updateStatus, {"configuration.updateLastUpdateTime"}},
       {paths_.clientData, paths_.clientSettings, {"configuration.updateLastRunTime"}},
       {paths_.localInfo, paths_.diskJournal, {"options.refreshVolumes"}},
-      {paths_.installFolder, paths_.clientSettings,
+      {paths_.installFolder,
+       paths_.clientSettings,
        {"pane.refreshClientSettings", "configuration.refresh", "plugins.refresh"}},
       {paths_.systemConfiguration, paths_.autoDiskMount, {"options.refreshAutomountDisk"}},
       {paths_.plugins, {}, {"plugins.refresh"}},
-      {paths_.pluginSupport, paths_.rootCapacitySettings,
+      {paths_.pluginSupport,
+       paths_.rootCapacitySettings,
        {"options.refreshTimeMachine", "options.refreshDiskFree", "plugins.refresh"}},
-      {paths_.pluginSupport, paths_.volumesSettings,
+      {paths_.pluginSupport,
+       paths_.volumesSettings,
        {"options.refreshTimeMachine", "plugins.refresh", "options.refreshVolumes"}},
       {paths_.volumes, {}, {"options.refreshVolumes"}},
       {paths_.plugins + "/sub", {}, {}},
@@ -116,7 +117,8 @@ TEST_F(DirectoryMonitorTest, DatesBefore1970AreNeverNewerAndDatesInTheFutureAre)
 }
 
 TEST_F(DirectoryMonitorTest, ARemovedTimeMachineFileIsShownAndOtherRemovedFilesAreNot) {
-  deliver({paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration, paths_.localInfo});
+  deliver({paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration,
+           paths_.localInfo});
   EXPECT_THAT(calls_, IsEmpty());
   deliver({paths_.pluginSupport});
   EXPECT_THAT(calls_, ElementsAre("options.refreshTimeMachine", "plugins.refresh"));
@@ -146,11 +148,12 @@ TEST_F(DirectoryMonitorTest, OneBatchCallsEachReactionOnceAndInOrder) {
   setDate(paths_.timeMachineSettings, 100);
   setDate(paths_.rootCapacitySettings, 100);
   setDate(paths_.volumesSettings, 100);
-  deliver({paths_.volumes, paths_.pluginSupport, paths_.plugins, paths_.systemConfiguration, paths_.installFolder,
-           paths_.localInfo, paths_.updaterSupport, paths_.plugins});
+  deliver({paths_.volumes, paths_.pluginSupport, paths_.plugins, paths_.systemConfiguration,
+           paths_.installFolder, paths_.localInfo, paths_.updaterSupport, paths_.plugins});
   EXPECT_THAT(calls_, ElementsAre("configuration.updateLastUpdateTime", "pane.refreshClientSettings",
-                                  "configuration.refresh", "options.refreshAutomountDisk", "options.refreshTimeMachine",
-                                  "options.refreshDiskFree", "plugins.refresh", "options.refreshVolumes"));
+                                  "configuration.refresh", "options.refreshAutomountDisk",
+                                  "options.refreshTimeMachine", "options.refreshDiskFree", "plugins.refresh",
+                                  "options.refreshVolumes"));
 }
 
 TEST_F(DirectoryMonitorTest, WithoutPluginSupportThePluginsAreRefreshedBeforeTheVolumes) {
@@ -168,7 +171,9 @@ TEST_F(DirectoryMonitorTest, PathsAreStandardizedBeforeTheyAreCompared) {
 
 TEST_F(DirectoryMonitorTest, AFileThatVanishesDuringItsReactionIsLoggedAndCountsFromTheBeginningAgain) {
   setDate(paths_.clientSettings, 100);
-  whileReacting_ = [this] { platform_.files.dates[paths_.clientSettings] = {std::nullopt, "No such file or directory"}; };
+  whileReacting_ = [this] {
+    platform_.files.dates[paths_.clientSettings] = {std::nullopt, "No such file or directory"};
+  };
   deliver({paths_.installFolder});
   EXPECT_THAT(platform_.log.lines, ElementsAre("Couldn't get modification date of " + paths_.clientSettings +
                                                ": No such file or directory"));

@@ -1,7 +1,6 @@
-#include "pane/MyTabViewController.h"
-
 #include <gtest/gtest.h>
 
+#include "pane/MyTabViewController.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {
@@ -36,7 +35,8 @@ TEST_F(MyTabViewControllerTest, ThePluginsTabAsksForConfirmationFirst) {
   ASSERT_EQ(sheets(), 1U);
   const AlertDescription& alert = lastSheet().alert;
   EXPECT_EQ(alert.messageText, "Proceed with caution");
-  EXPECT_EQ(alert.informativeText, "Altering these settings may result in unreported errors or false alarms.\n");
+  EXPECT_EQ(alert.informativeText,
+            "Altering these settings may result in unreported errors or false alarms.\n");
   EXPECT_EQ(alert.style, AlertStyle::Critical);
   EXPECT_EQ(alert.iconPath, "/bundle/Resources/Corvane.icns");
   ASSERT_EQ(alert.buttons.size(), 2U);
@@ -72,8 +72,9 @@ TEST_F(MyTabViewControllerTest, AfterTheRemovalEverySwitchIsRefusedAndExplained)
   ASSERT_EQ(sheets(), 2U);
   for (const auto& sheet : platform_.dialogs.sheets) {
     EXPECT_EQ(sheet.alert.messageText, "Monitoring Client Removed");
-    EXPECT_EQ(sheet.alert.informativeText,
-              "The Monitoring Client has been removed. Please choose another pane or quit System Preferences.");
+    EXPECT_EQ(
+        sheet.alert.informativeText,
+        "The Monitoring Client has been removed. Please choose another pane or quit System Preferences.");
     EXPECT_EQ(sheet.alert.style, AlertStyle::Warning);
     EXPECT_EQ(sheet.alert.buttons.size(), 1U);
     EXPECT_EQ(sheet.alert.buttons.at(0).title, "OK");
@@ -90,7 +91,8 @@ TEST_F(MyTabViewControllerTest, WhileTheSettingsAreUnreadableEverySwitchIsRefuse
   ASSERT_EQ(sheets(), 1U);
   EXPECT_EQ(lastSheet().alert.messageText, "Error Reading Settings");
   EXPECT_EQ(lastSheet().alert.informativeText,
-            "The client settings could not be read. Please click the lock to authorize and attempt to fix the settings.");
+            "The client settings could not be read. Please click the lock to authorize and attempt to fix "
+            "the settings.");
   EXPECT_EQ(lastSheet().alert.style, AlertStyle::Warning);
   EXPECT_EQ(lastSheet().alert.buttons.at(0).title, "OK");
   EXPECT_EQ(lastSheet().window, SheetWindow::ApplicationMainWindow);

@@ -1,9 +1,9 @@
 // The pane controller with recording tabs over the test platform.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <memory>
+
+#include <gtest/gtest.h>
 
 #include "pane/CorvanePref.h"
 #include "support/RecordingTabs.h"
@@ -18,7 +18,9 @@ class PaneFixture : public ::testing::Test {
     writeSettings(Dictionary::make({{"Client_Version", PropertyList::string("5.1")}}));
   }
 
-  void writeSettings(const Dictionary& settings) { platform_.writePlist(platform_.paths.clientSettings, settings); }
+  void writeSettings(const Dictionary& settings) {
+    platform_.writePlist(platform_.paths.clientSettings, settings);
+  }
 
   /// Creates the pane and plays the host's life cycle.
   CorvanePref& load() {

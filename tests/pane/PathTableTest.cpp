@@ -1,6 +1,6 @@
-#include "pane/PathTable.h"
-
 #include <gtest/gtest.h>
+
+#include "pane/PathTable.h"
 
 namespace corvane {
 namespace {
@@ -32,7 +32,8 @@ TEST(PathTable, WithoutAPrefixThePathsAreTheFixedOnes) {
   };
   for (const auto& [path, fixed] : expected) EXPECT_EQ(path, fixed);
   EXPECT_EQ(paths.onDisk("/var/root/x.plist"), "/var/root/x.plist");
-  EXPECT_EQ(paths.shellQuoted("/Library/Corvane/PluginSupport/*.plist"), "/Library/Corvane/PluginSupport/*.plist");
+  EXPECT_EQ(paths.shellQuoted("/Library/Corvane/PluginSupport/*.plist"),
+            "/Library/Corvane/PluginSupport/*.plist");
 }
 
 TEST(PathTable, SlashAndAnEmptyTextAreTheSamePrefix) {
@@ -53,7 +54,8 @@ TEST(PathTable, PathsOfTheClientAreMappedBelowThePrefixAndBack) {
   EXPECT_EQ(paths.onDisk("/var/root/x.plist"), "/mnt/mac/var/root/x.plist");
   EXPECT_EQ(paths.onClient("/mnt/mac/var/root/x.plist"), "/var/root/x.plist");
   EXPECT_EQ(paths.onClient("/mnt/mac"), "/");
-  EXPECT_EQ(paths.onClient("/mnt/machine/x"), "/mnt/machine/x") << "only whole components count as the prefix";
+  EXPECT_EQ(paths.onClient("/mnt/machine/x"), "/mnt/machine/x")
+      << "only whole components count as the prefix";
   EXPECT_EQ(paths.onClient("/elsewhere/x"), "/elsewhere/x");
 }
 

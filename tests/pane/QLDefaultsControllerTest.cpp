@@ -1,7 +1,6 @@
-#include "pane/QLDefaultsController.h"
-
 #include <gtest/gtest.h>
 
+#include "pane/QLDefaultsController.h"
 #include "support/FakePane.h"
 #include "support/TestPlatform.h"
 #include "values/Conversions.h"
@@ -11,7 +10,9 @@ namespace {
 
 class QLDefaultsControllerTest : public ::testing::Test {
  protected:
-  QLDefaultsController store(const std::string& file) { return {file, platform_.files, platform_.propertyLists}; }
+  QLDefaultsController store(const std::string& file) {
+    return {file, platform_.files, platform_.propertyLists};
+  }
   void writeSettings(std::initializer_list<Dictionary::Entry> entries) {
     platform_.writePlist(platform_.paths.clientSettings, Dictionary::make(entries));
   }
@@ -61,9 +62,10 @@ TEST_F(QLDefaultsControllerTest, FilesThatHoldNoDictionaryMakeTheStoreInvalid) {
     const char* name;
     const char* contents;
   };
-  for (const Case& broken : {Case{"empty", ""}, Case{"text", "hello"}, Case{"truncated", "<?xml version=\"1.0\"?><plist><dict>"},
-                             Case{"array root", "<plist version=\"1.0\"><array/></plist>"},
-                             Case{"string root", "<plist version=\"1.0\"><string>x</string></plist>"}}) {
+  for (const Case& broken :
+       {Case{"empty", ""}, Case{"text", "hello"}, Case{"truncated", "<?xml version=\"1.0\"?><plist><dict>"},
+        Case{"array root", "<plist version=\"1.0\"><array/></plist>"},
+        Case{"string root", "<plist version=\"1.0\"><string>x</string></plist>"}}) {
     platform_.writeText(settings_, broken.contents);
     EXPECT_FALSE(store(settings_).validValues()) << broken.name;
   }
@@ -103,8 +105,8 @@ TEST_F(QLDefaultsControllerTest, ChangingAKeyOfTheFileCommitsTheWholeDictionaryO
   edited.values()->set("ClientGroup", PropertyList::string("office"));
   ASSERT_EQ(pane_.writes.size(), 1U);
   EXPECT_EQ(pane_.writes[0].path, settings_);
-  EXPECT_EQ(pane_.writes[0].values,
-            Dictionary::make({{"ClientGroup", PropertyList::string("office")}, {"Unknown", PropertyList::integer(7)}}));
+  EXPECT_EQ(pane_.writes[0].values, Dictionary::make({{"ClientGroup", PropertyList::string("office")},
+                                                      {"Unknown", PropertyList::integer(7)}}));
 }
 
 TEST_F(QLDefaultsControllerTest, EveryChangeCommitsAtOnceWithoutBatching) {
@@ -158,10 +160,9 @@ TEST_F(QLDefaultsControllerTest, ARefreshKeepsAKeyThatTheFileHasLost) {
   auto refreshed = store(settings_);
   writeSettings({{"Changed", PropertyList::integer(3)}, {"Added", PropertyList::integer(4)}});
   refreshed.refreshValues();
-  EXPECT_EQ(refreshed.values()->contents(),
-            Dictionary::make({{"Kept", PropertyList::integer(1)},
-                              {"Changed", PropertyList::integer(3)},
-                              {"Added", PropertyList::integer(4)}}));
+  EXPECT_EQ(refreshed.values()->contents(), Dictionary::make({{"Kept", PropertyList::integer(1)},
+                                                              {"Changed", PropertyList::integer(3)},
+                                                              {"Added", PropertyList::integer(4)}}));
 }
 
 TEST_F(QLDefaultsControllerTest, RefreshingAnUnchangedFileReplacesEveryValueWithoutCommitting) {

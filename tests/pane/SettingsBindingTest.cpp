@@ -1,8 +1,7 @@
-#include "pane/SettingsBinding.h"
-
 #include <gtest/gtest.h>
 
 #include "formatters/MyNumberFormatter.h"
+#include "pane/SettingsBinding.h"
 #include "support/FakePane.h"
 #include "support/TestPlatform.h"
 

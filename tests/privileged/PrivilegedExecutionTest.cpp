@@ -1,7 +1,6 @@
-#include "privileged/PrivilegedExecution.h"
-
 #include <gtest/gtest.h>
 
+#include "privileged/PrivilegedExecution.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {
@@ -18,7 +17,8 @@ class PrivilegedExecutionTest : public Test {
   PrivilegedExecution execution_{platform_.platform, lock_};
 
   std::optional<std::string> validate() {
-    return execution_.validatePluginWithArguments("unused", {"/Library/Corvane/Plugins/check_x", "-v", "--test-mode"});
+    return execution_.validatePluginWithArguments("unused",
+                                                  {"/Library/Corvane/Plugins/check_x", "-v", "--test-mode"});
   }
 };
 
@@ -44,12 +44,14 @@ TEST_F(PrivilegedExecutionTest, TheStatusIsReducedToASignedShortNumberAndNotLogg
 }
 
 TEST_F(PrivilegedExecutionTest, AHelperCommandPutsTheProgramBeforeItsArguments) {
-  execution_.executeQLHelperArguments("/bin/bash", {"/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"});
+  execution_.executeQLHelperArguments(
+      "/bin/bash", {"/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"});
   ASSERT_EQ(platform_.authorization.commands.size(), 1U);
-  EXPECT_EQ(platform_.authorization.commands[0],
-            (RootCommand{"/bundle/MacOS/qlhelper",
-                         {"/bin/bash", "/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"},
-                         false}));
+  EXPECT_EQ(
+      platform_.authorization.commands[0],
+      (RootCommand{"/bundle/MacOS/qlhelper",
+                   {"/bin/bash", "/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"},
+                   false}));
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper"});
 }
 
@@ -61,8 +63,8 @@ TEST_F(PrivilegedExecutionTest, AHelperCommandWithoutArgumentsHasOnlyTheProgram)
 TEST_F(PrivilegedExecutionTest, AHelperCommandThatCannotBeStartedIsLogged) {
   platform_.authorization.statusOfTool["/bundle/MacOS/qlhelper"] = -60031;
   execution_.executeQLHelperArguments("/bin/bash", {});
-  EXPECT_EQ(platform_.log.lines,
-            (std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper", "Error executing qlhelper command: 5505"}));
+  EXPECT_EQ(platform_.log.lines, (std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper",
+                                                           "Error executing qlhelper command: 5505"}));
 }
 
 TEST_F(PrivilegedExecutionTest, AStatusWhoseLowSixteenBitsAreZeroCountsAsStarted) {
@@ -84,8 +86,10 @@ TEST_F(PrivilegedExecutionTest, WithAClosedLockEveryLaunchFails) {
 TEST_F(PrivilegedExecutionTest, ValidationStartsTheHelperResourceWithAPipeAndDoesNotUseThePluginPath) {
   platform_.authorization.replies = {"0,OK\n"};
   EXPECT_EQ(validate(), "0,OK");
-  EXPECT_EQ(platform_.authorization.commands[0],
-            (RootCommand{"/bundle/Resources/qlhelper", {"/Library/Corvane/Plugins/check_x", "-v", "--test-mode"}, true}));
+  EXPECT_EQ(
+      platform_.authorization.commands[0],
+      (RootCommand{
+          "/bundle/Resources/qlhelper", {"/Library/Corvane/Plugins/check_x", "-v", "--test-mode"}, true}));
 }
 
 TEST_F(PrivilegedExecutionTest, TheReplyLosesItsLastByteWhateverThatIs) {
@@ -99,7 +103,7 @@ TEST_F(PrivilegedExecutionTest, TheReplyLosesItsLastByteWhateverThatIs) {
       {"0,no newline", "0,no newlin"},
       {"\n", ""},
       {"\xC3\xA9\n", "\xC3\xA9"},
-      {"0,\xC3\xA9", std::nullopt},   // the cut leaves half a character
+      {"0,\xC3\xA9", std::nullopt},  // the cut leaves half a character
       {"\xFF\xFE\n", std::nullopt},  // not UTF-8
   };
   for (const Case& given : cases) {
@@ -120,9 +124,10 @@ TEST_F(PrivilegedExecutionTest, APluginThatPrintsNothingIsReported) {
   EXPECT_EQ(validate(), "-2,Error running plugin");
   platform_.authorization.outcomeWithoutReply = {0, true, false};
   EXPECT_EQ(validate(), "-2,Error running plugin");
-  EXPECT_EQ(platform_.log.lines,
-            (std::vector<std::string>{"Error running plugin. Length of data returned: 0. ferror: 0. feof: 1",
-                                      "Error running plugin. Length of data returned: 0. ferror: 1. feof: 0"}));
+  EXPECT_EQ(
+      platform_.log.lines,
+      (std::vector<std::string>{"Error running plugin. Length of data returned: 0. ferror: 0. feof: 1",
+                                "Error running plugin. Length of data returned: 0. ferror: 1. feof: 0"}));
 }
 
 TEST_F(PrivilegedExecutionTest, AValidationThatCannotBeStartedIsReported) {

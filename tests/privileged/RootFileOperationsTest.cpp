@@ -1,7 +1,6 @@
-#include "privileged/RootFileOperations.h"
-
 #include <gtest/gtest.h>
 
+#include "privileged/RootFileOperations.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {
@@ -19,7 +18,8 @@ class RootFileOperationsTest : public ::testing::Test {
     std::vector<std::vector<std::string>> result;
     for (const RootCommand& command : platform_.authorization.commands) {
       std::vector<std::string> words{command.tool};
-      for (const std::string& argument : command.arguments) words.push_back(platform_.paths.onClient(argument));
+      for (const std::string& argument : command.arguments)
+        words.push_back(platform_.paths.onClient(argument));
       result.push_back(words);
     }
     return result;
@@ -54,7 +54,8 @@ TEST_F(RootFileOperationsTest, AnArrayIsWrittenLikeADictionary) {
 TEST_F(RootFileOperationsTest, AStaleStagingFileIsRemovedFirst) {
   platform_.writeText(staging_, "stale");
   operations_.setPlistFileValues(target_, values_);
-  EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/rm", "/bin/cp", "/bin/rm"}));
+  EXPECT_EQ(platform_.authorization.toolsStarted(),
+            (std::vector<std::string>{"/bin/rm", "/bin/cp", "/bin/rm"}));
   EXPECT_EQ(platform_.readPlist(target_), values_);
 }
 
@@ -83,7 +84,8 @@ TEST_F(RootFileOperationsTest, OnlyAPathThatBeginsWithRootsHomeGetsItsParentFold
   for (const char* path : {"/Library/var/root/x.plist", "/var/rootless/x.plist", "/var/root"}) {
     platform_.authorization.commands.clear();
     operations_.setPlistFileValues(platform_.paths.onDisk(path), values_);
-    EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"})) << path;
+    EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}))
+        << path;
   }
 }
 
@@ -144,18 +146,22 @@ TEST_F(RootFileOperationsTest, HousekeepingRunsTheFixedShellTexts) {
   onTheMac.checkPermissions();
   onTheMac.convertBinaryFiles();
   ASSERT_EQ(platform_.authorization.commands.size(), 2U);
-  EXPECT_EQ(platform_.authorization.commands[0],
-            (RootCommand{"/bin/sh",
-                         {"-c",
-                          "/bin/chmod 644 /Library/Corvane/ClientSettings.plist /Library/Corvane/PluginSupport/*.plist "
-                          "/Library/Corvane/Utilities/UpdaterSupport/*.plist"},
-                         false}));
-  EXPECT_EQ(platform_.authorization.commands[1],
-            (RootCommand{"/bin/sh",
-                         {"-c",
-                          "/usr/bin/plutil /Library/Corvane/ClientSettings.plist /Library/Corvane/PluginSupport/*.plist "
-                          "/Library/Corvane/Utilities/UpdaterSupport/*.plist"},
-                         false}));
+  EXPECT_EQ(
+      platform_.authorization.commands[0],
+      (RootCommand{
+          "/bin/sh",
+          {"-c",
+           "/bin/chmod 644 /Library/Corvane/ClientSettings.plist /Library/Corvane/PluginSupport/*.plist "
+           "/Library/Corvane/Utilities/UpdaterSupport/*.plist"},
+          false}));
+  EXPECT_EQ(
+      platform_.authorization.commands[1],
+      (RootCommand{
+          "/bin/sh",
+          {"-c",
+           "/usr/bin/plutil /Library/Corvane/ClientSettings.plist /Library/Corvane/PluginSupport/*.plist "
+           "/Library/Corvane/Utilities/UpdaterSupport/*.plist"},
+          false}));
 }
 
 TEST_F(RootFileOperationsTest, HousekeepingBelowAPrefixQuotesThePrefix) {

@@ -22,6 +22,8 @@ class ScriptedFileEventQueues : public FileEventQueues {
   /// Makes every later try of the step fail, with this text of the system where the step has one.
   void fail(Step step, std::string error = "Scripted failure") { failures_[step] = std::move(error); }
   void succeed(Step step) { failures_.erase(step); }
+  /// Makes only this path fail to open.
+  void failOpening(const std::string& path, std::string error) { openFailures_[path] = std::move(error); }
   /// What is at a path when it is opened; a test over real files can ask these.
   std::function<bool(const std::string&)> exists = [](const std::string&) { return true; };
 
@@ -62,6 +64,8 @@ class ScriptedFileEventQueues : public FileEventQueues {
     steps.push_back("open " + path);
     if (!exists(path)) return {nullptr, true, "No such file or directory"};
     if (const auto* error = failure(Step::Open)) return {nullptr, false, *error};
+    if (const auto found = openFailures_.find(path); found != openFailures_.end())
+      return {nullptr, false, found->second};
     return {std::make_unique<Path>(*this, path), false, {}};
   }
   CreatedQueue createQueue() override {
@@ -132,6 +136,7 @@ class ScriptedFileEventQueues : public FileEventQueues {
   }
 
   std::map<Step, std::string> failures_;
+  std::map<std::string, std::string> openFailures_;
   std::set<Queue*> queues_;
   std::size_t openPaths_ = 0;
 };

@@ -1,6 +1,6 @@
-#include "values/Text.h"
-
 #include <gtest/gtest.h>
+
+#include "values/Text.h"
 
 namespace corvane {
 namespace {
@@ -25,7 +25,8 @@ TEST(Text, ComparesRegardlessOfCase) {
   EXPECT_LT(caseInsensitiveCompare("alpha", "Beta"), 0);
   EXPECT_GT(caseInsensitiveCompare("Zeta", "beta"), 0);
   EXPECT_EQ(caseInsensitiveCompare("\xC3\x84rger", "\xC3\xA4RGER"), 0);
-  EXPECT_EQ(caseInsensitiveCompare("\xC3\xA9", "e\xCC\x81"), 0) << "composed and decomposed accents are the same";
+  EXPECT_EQ(caseInsensitiveCompare("\xC3\xA9", "e\xCC\x81"), 0)
+      << "composed and decomposed accents are the same";
   EXPECT_NE(caseInsensitiveCompare("\xFF", "\xFE"), 0) << "bytes that are no text compare as they are";
 }
 
@@ -60,10 +61,11 @@ TEST(Text, TakesPathsApart) {
     const char* extension;
     const char* withoutExtension;
   };
-  for (const Case& given : {Case{"/a/b.plist", "b.plist", "/a", "plist", "/a/b"}, Case{"/a/b/", "b", "/a", "", "/a/b"},
-                            Case{"b.tar.gz", "b.tar.gz", "", "gz", "b.tar"}, Case{"/", "/", "/", "", "/"},
-                            Case{"/a", "a", "/", "", "/a"}, Case{"/a/.hidden", ".hidden", "/a", "", "/a/.hidden"},
-                            Case{"", "", "", "", ""}, Case{"a.b/c", "c", "a.b", "", "a.b/c"}}) {
+  for (const Case& given :
+       {Case{"/a/b.plist", "b.plist", "/a", "plist", "/a/b"}, Case{"/a/b/", "b", "/a", "", "/a/b"},
+        Case{"b.tar.gz", "b.tar.gz", "", "gz", "b.tar"}, Case{"/", "/", "/", "", "/"},
+        Case{"/a", "a", "/", "", "/a"}, Case{"/a/.hidden", ".hidden", "/a", "", "/a/.hidden"},
+        Case{"", "", "", "", ""}, Case{"a.b/c", "c", "a.b", "", "a.b/c"}}) {
     EXPECT_EQ(lastPathComponent(given.path), given.last) << given.path;
     EXPECT_EQ(deletingLastPathComponent(given.path), given.folder) << given.path;
     EXPECT_EQ(pathExtension(given.path), given.extension) << given.path;
@@ -77,8 +79,8 @@ TEST(Text, TakesPathsApart) {
 
 TEST(Text, StandardizesPaths) {
   const std::pair<const char*, const char*> cases[] = {
-      {"/a/b/", "/a/b"}, {"/a/./b", "/a/b"}, {"/a/../b", "/b"}, {"/../a", "/a"},
-      {"//a//b", "/a/b"}, {"/", "/"},        {"/..", "/"},      {"a/../../b", "../b"}};
+      {"/a/b/", "/a/b"},  {"/a/./b", "/a/b"}, {"/a/../b", "/b"}, {"/../a", "/a"},
+      {"//a//b", "/a/b"}, {"/", "/"},         {"/..", "/"},      {"a/../../b", "../b"}};
   for (const auto& [path, standard] : cases) EXPECT_EQ(standardizingPath(path), standard) << path;
 }
 
