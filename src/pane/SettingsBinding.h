@@ -17,7 +17,7 @@ class SettingsBinding final : private KeyObserver {
     Text,     // a string; a cleared field takes the key away
     Integer,  // an integer of 32 bits
   };
-  /// Both control and store must outlive the binding or its next `bindTo`.
+  /// The control must outlive the binding.
   SettingsBinding(TextField& field, std::string key, Kind kind);
   /// A check box over a boolean.
   SettingsBinding(Button& checkBox, std::string key);
@@ -25,8 +25,7 @@ class SettingsBinding final : private KeyObserver {
   SettingsBinding& operator=(const SettingsBinding&) = delete;
   ~SettingsBinding() override;
 
-  /// Follows this store from now on; the one before need not exist any more only if `unbind` was called
-  /// first.
+  /// Follows this store from now on. A store goes only after `unbind`, or after `bindTo` with another one.
   void bindTo(QLDefaultsController& store);
   void unbind();
   [[nodiscard]] const std::string& key() const { return key_; }

@@ -136,6 +136,7 @@ TEST_F(SettingsBindingTest, AControlCanBeTiedToAnotherStore) {
   type(text_, "there");
   EXPECT_TRUE(pane_.writes.empty()) << "the first store is no longer edited";
   EXPECT_EQ(other.value("ClientGroup"), PropertyList::string("there"));
+  textBinding_.unbind();  // before the store goes
 }
 
 TEST_F(SettingsBindingTest, LongTextsAndControlCharactersArriveUnchanged) {
