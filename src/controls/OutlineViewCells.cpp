@@ -93,21 +93,20 @@ std::optional<PropertyList> valueOfEdit(const Cell& cell, const PropertyList& ty
 }  // namespace
 
 PreparedCell OutlineView::preparedCell(const Column& column, const OutlineItem& item) {
-  const OutlineItem row = item;
-  if (levelForItem(row) < 0) return {std::make_shared<Cell>(EmptyCell{}), {}};
+  if (levelForItem(item) < 0) return {std::make_shared<Cell>(EmptyCell{}), {}};
   PreparedCell prepared;
   if (delegate_ != nullptr)
-    prepared.cell = delegate_->outlineViewDataCellForTableColumnItem(*this, &column, row);
+    prepared.cell = delegate_->outlineViewDataCellForTableColumnItem(*this, &column, item);
   ObjectValue value;
   if (dataSource_ != nullptr) {
-    value = dataSource_->outlineViewObjectValueForTableColumnByItem(*this, column, row);
+    value = dataSource_->outlineViewObjectValueForTableColumnByItem(*this, column, item);
   }
   const bool isDefault = prepared.cell == nullptr;
   if (isDefault) prepared.cell = std::make_shared<Cell>(defaultCell(column));
   std::visit(SetObjectValue{value}, *prepared.cell);
   if (isDefault) prepared.value = std::move(value);
   if (delegate_ != nullptr) {
-    delegate_->outlineViewWillDisplayCellForTableColumnItem(*this, *prepared.cell, column, row);
+    delegate_->outlineViewWillDisplayCellForTableColumnItem(*this, *prepared.cell, column, item);
   }
   return prepared;
 }

@@ -152,6 +152,18 @@ TEST_F(AuthorizationViewTest, AnAnswerToAQuestionThatWasClosedIsIgnoredAndItsRig
   EXPECT_TRUE(delegate.calls.empty());
 }
 
+TEST_F(AuthorizationViewTest, AnAnswerToAnEarlierQuestionDoesNotAnswerThePresentOne) {
+  view->click();
+  const Authority::Done earlier = services.waiting;
+  view->close();
+  view->click();
+  earlier(AuthorizationOutcome::Granted, std::make_unique<Authority::Rights>(services));
+  EXPECT_EQ(view->state(), State::Asking);
+  EXPECT_EQ(services.granted, nullptr);
+  services.answer(AuthorizationOutcome::Granted);
+  EXPECT_EQ(view->state(), State::Open);
+}
+
 TEST_F(AuthorizationViewTest, AnAnswerThatComesAfterTheViewHasGoneGivesItsRightsBack) {
   view->click();
   view.reset();

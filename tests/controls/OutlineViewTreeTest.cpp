@@ -185,6 +185,15 @@ TEST_F(OutlineViewTreeTest, ReloadingKeepsTheExpansionBelowACollapsedRow) {
   EXPECT_EQ(rows(), (Names{"plugin", "option", "x", "y", "empty option", "other plugin"}));
 }
 
+TEST_F(OutlineViewTreeTest, ReloadingReadsTheRowsBelowACollapsedRowAgain) {
+  outline.expandItem(row("other plugin"));
+  outline.collapseItem(row("other plugin"));
+  otherPlugin.append(TreeSource::leaf("new"));
+  outline.reloadData();
+  outline.expandItem(row("other plugin"));
+  EXPECT_EQ(rows(), (Names{"plugin", "other plugin", "z", "new"}));
+}
+
 TEST_F(OutlineViewTreeTest, ReloadingWithEqualButOtherObjectsMakesNewCollapsedRows) {
   outline.expandItem(row("plugin"), true);
   const OutlineItem former = row("plugin");
@@ -335,6 +344,7 @@ TEST_F(OutlineViewTreeTest, ADataSourceThatReloadsWhileItIsAskedDoesNoHarm) {
   const OutlineItem asking = view.itemAtRow(0);
   view.expandItem(asking);
   EXPECT_EQ(view.rowForItem(asking), -1);
+  EXPECT_TRUE(view.childrenOfItem(asking).empty());
   EXPECT_EQ(view.numberOfRows(), 1);
   view.expandItem(view.itemAtRow(0));
   EXPECT_EQ(view.numberOfRows(), 4);
