@@ -1,0 +1,20 @@
+#include "configuration/ConfigurationTabView.h"
+
+namespace corvane {
+
+ConfigurationTabView::ConfigurationTabView() {
+  runClientButton.setToolTip("Examine this computer and report to the server at once");
+  updateClientNowButton.setToolTip("Let the client look for a newer version of itself at once");
+  runIntervalTextField.setToolTip("Whole hours from one run of the client to the next, 1 to 6");
+  clientGroupTextField.setToolTip("The group in which the server lists this computer");
+  clientGroupTextField.setPlaceholder("None");
+  uninstallButton.setToolTip("Remove the client and all its settings, after a confirmation");
+
+  runClientButton.setAccessibleName("Run Client Now");
+  updateClientNowButton.setAccessibleName("Check for Updates Now");
+  runIntervalTextField.setAccessibleName("Run interval in hours");
+  clientGroupTextField.setAccessibleName("Client group");
+  uninstallButton.setAccessibleName("Uninstall the client");
+}
+
+}  // namespace corvane

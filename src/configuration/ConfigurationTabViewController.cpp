@@ -1,0 +1,181 @@
+#include "configuration/ConfigurationTabViewController.h"
+
+#include <utility>
+
+#include "configuration/StatusDate.h"
+#include "formatters/MyNumberFormatter.h"
+#include "pane/ClientKeys.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+/// How often the run marker is looked for, in seconds.
+constexpr double kMarkerInterval = 1.0;
+
+// Hours from one run of the client to the next.
+constexpr std::int32_t kShortestRunInterval = 1;
+constexpr std::int32_t kLongestRunInterval = 6;
+constexpr std::int32_t kDefaultRunInterval = 1;
+
+constexpr std::string_view kRemoveText = "Removes %@ from this computer";
+constexpr std::string_view kClientName = "the client";
+
+// What the client's scripts are told: on whose behalf they run, and what to do.
+constexpr const char* kLogParent = "--log-parent";
+constexpr const char* kForce = "--force";
+constexpr const char* kRemove = "--remove";
+constexpr const char* kQuiet = "--quiet";
+
+AlertDescription removalAlert(std::string iconPath) {
+  AlertDescription alert;
+  alert.style = AlertStyle::Critical;
+  alert.iconPath = std::move(iconPath);
+  alert.messageText = "Please confirm removal.";
+  // The misspelling is part of the text and intended.
+  alert.informativeText = "This will permenantly remove the client software and report its removal.";
+  // The safe choice is the default: Return cancels.
+  alert.buttons = {{"Uninstall", ""}, {"Cancel", kReturnKey}};
+  alert.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
+  return alert;
+}
+
+}  // namespace
+
+ConfigurationTabViewController::ConfigurationTabViewController(Platform& platform, const PathTable& paths,
+                                                               ConfigurationTabView& view)
+    : platform_(platform),
+      paths_(paths),
+      view_(view),
+      quorlen_(makeStore()),
+      runInterval_(view.runIntervalTextField, client_key::kRunInterval, SettingsBinding::Kind::Integer),
+      clientGroup_(view.clientGroupTextField, client_key::kClientGroup, SettingsBinding::Kind::Text) {
+  bindFields();
+  view_.runClientButton.action = [this](Button&) { runClientNow(); };
+  view_.updateClientNowButton.action = [this](Button&) { runUpdaterNow(); };
+  view_.uninstallButton.action = [this](Button&) { uninstall(); };
+}
+
+ConfigurationTabViewController::~ConfigurationTabViewController() {
+  if (watcherClientPID_) watcherClientPID_->endWatching();
+  for (Button* button : {&view_.runClientButton, &view_.updateClientNowButton, &view_.uninstallButton}) {
+    button->action = nullptr;
+  }
+}
+
+void ConfigurationTabViewController::awakeFromNib(PaneServices& quorlenPrefPane) {
+  quorlenPrefPane_ = &quorlenPrefPane;
+  quorlen_->setDelegate(quorlenPrefPane_);
+  timerClientPID_ = platform_.runLoop.scheduleTimer(kMarkerInterval, true, [this] { checkForFile(); });
+  const bool hasUpdater = platform_.files.exists(paths_.utilities);
+  view_.lastRunUpdaterLabel.setHidden(!hasUpdater);
+  view_.lastRunUpdaterField.setHidden(!hasUpdater);
+  view_.updateClientNowButton.setHidden(!hasUpdater);
+  view_.removeClientField.setStringValue(formatText(kRemoveText, {kClientName}));
+  view_.runIntervalTextField.setFormatter(
+      std::make_shared<MyNumberFormatter>(kShortestRunInterval, kLongestRunInterval, kDefaultRunInterval));
+  quorlenPrefPane_->addUnlockedObserver(*this);
+  refresh();
+}
+
+std::unique_ptr<QLDefaultsController> ConfigurationTabViewController::makeStore() const {
+  auto store =
+      std::make_unique<QLDefaultsController>(paths_.clientSettings, platform_.files, platform_.propertyLists);
+  store->setDelegate(quorlenPrefPane_);
+  return store;
+}
+
+void ConfigurationTabViewController::bindFields() {
+  runInterval_.bindTo(*quorlen_);
+  clientGroup_.bindTo(*quorlen_);
+}
+
+void ConfigurationTabViewController::refresh() {
+  if (!quorlen_->validValues()) {
+    runInterval_.unbind();
+    clientGroup_.unbind();
+    quorlen_ = makeStore();
+    bindFields();
+  }
+  quorlen_->refreshValues();
+  updateLastUpdateTime();
+  updateLastRunTime();
+}
+
+bool ConfigurationTabViewController::errorLoadingPlists() { return !quorlen_->validValues(); }
+
+void ConfigurationTabViewController::updateLastUpdateTime() {
+  const Dictionary status = platform_.propertyLists.read(paths_.updateStatus).asDictionary();
+  const auto text = statusDateText(status.value(client_key::kDateLastChecked));
+  if (!text) return;  // the field keeps what it showed
+  view_.updateClientNowButton.setEnabled(unlocked());
+  view_.lastRunUpdaterField.setStringValue(*text);
+}
+
+void ConfigurationTabViewController::updateLastRunTime() {
+  const Dictionary settings = platform_.propertyLists.read(paths_.clientSettings).asDictionary();
+  const auto text = statusDateText(settings.value(client_key::kDateClientRun));
+  if (text) view_.lastRunClientField.setStringValue(*text);
+}
+
+void ConfigurationTabViewController::runUpdaterNow() {
+  view_.updateClientNowButton.setEnabled(false);
+  runScript(paths_.runUpdater, {kLogParent, "prefpane-updater", kForce});
+}
+
+void ConfigurationTabViewController::runClientNow() {
+  view_.runClientButton.setEnabled(false);
+  runScript(paths_.runClient, {kLogParent, "prefpane-client", kForce});
+}
+
+void ConfigurationTabViewController::uninstall() {
+  platform_.dialogs.beginSheet(
+      removalAlert(platform_.bundle.pathForResource("Corvane", "icns")), SheetWindow::PaneWindow,
+      guard_.wrap([this](const AlertResult& result) { alertDidEndReturnCodeContextInfo(result); }));
+}
+
+void ConfigurationTabViewController::alertDidEndReturnCodeContextInfo(const AlertResult& result) {
+  if (result.returnCode != kAlertFirstButtonReturn) return;
+  std::vector<std::string> arguments = {kLogParent, "prefpane-remove", kRemove};
+  if (!result.accessoryOn) arguments.emplace_back(kQuiet);
+  runScript(paths_.runClient, std::move(arguments));
+}
+
+void ConfigurationTabViewController::runScript(const std::string& script,
+                                               std::vector<std::string> arguments) {
+  if (quorlenPrefPane_ == nullptr) return;
+  arguments.insert(arguments.begin(), script);
+  quorlenPrefPane_->executeQLHelperArguments(tool::kBash, arguments);
+}
+
+void ConfigurationTabViewController::checkForFile() {
+  if (watcherClientPID_ || !platform_.files.exists(paths_.errorLoggerPid)) return;
+  watcherClientPID_ = QLCFileWatcher::createWithPathWatchForWriteOnly(
+      platform_.fileEventQueues, platform_.log, paths_.errorLoggerPid, false);
+  if (!watcherClientPID_) return;  // gone meanwhile, perhaps; the next tick tries again
+  view_.runClientButton.setEnabled(false);
+  watcherClientPID_->setDelegate(this);
+}
+
+void ConfigurationTabViewController::fileWatcherFileHasDisappeared(QLCFileWatcher& watcher,
+                                                                   const std::string& /*path*/) {
+  if (&watcher != watcherClientPID_.get()) return;
+  view_.runClientButton.setEnabled(unlocked());
+  watcherClientPID_->endWatching();  // each run has a watcher of its own; none may stay behind
+  watcherClientPID_.reset();
+}
+
+void ConfigurationTabViewController::unlockedDidChange() {
+  const bool open = unlocked();
+  view_.runIntervalTextField.setEnabled(open);
+  view_.clientGroupTextField.setEnabled(open);
+  view_.uninstallButton.setEnabled(open);
+  view_.updateClientNowButton.setEnabled(open);
+  view_.runClientButton.setEnabled(open && !watcherClientPID_);
+}
+
+bool ConfigurationTabViewController::unlocked() const {
+  return quorlenPrefPane_ != nullptr && quorlenPrefPane_->unlocked();
+}
+
+}  // namespace corvane

@@ -1,0 +1,77 @@
+// The Configuration tab: shows when the client last ran and when its updater last checked, edits the run
+// interval and the group, runs the client or its updater at once and removes the client. The assembly creates
+// it, the pane controller refreshes it; all that it changes goes through the pane.
+//
+// The buttons and the editable fields are enabled only while the pane is unlocked. The run button is
+// disabled, besides, from a click until the run has ended, and for as long as a run that somebody else has
+// started holds the client's marker file; the update button from a click until the update time is shown
+// again. A change of the lock enables a button anew, also one that waits for a run that never came about.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "configuration/ConfigurationTabView.h"
+#include "configuration/QLCFileWatcher.h"
+#include "pane/PaneServices.h"
+#include "pane/PathTable.h"
+#include "pane/QLDefaultsController.h"
+#include "pane/SettingsBinding.h"
+#include "pane/Tabs.h"
+#include "platform/CallGuard.h"
+#include "platform/Platform.h"
+
+namespace corvane {
+
+class ConfigurationTabViewController final : public ConfigurationTab,
+                                             private UnlockedObserver,
+                                             private QLCFileWatcherDelegate {
+ public:
+  /// Reads the client settings. All references must outlive the controller.
+  ConfigurationTabViewController(Platform& platform, const PathTable& paths, ConfigurationTabView& view);
+  ConfigurationTabViewController(const ConfigurationTabViewController&) = delete;
+  ConfigurationTabViewController& operator=(const ConfigurationTabViewController&) = delete;
+  ~ConfigurationTabViewController() override;
+
+  /// Sets the view up and refreshes it; called once. The pane is not owned and is asked from now on.
+  void awakeFromNib(PaneServices& quorlenPrefPane);
+
+  // ConfigurationTab
+  void refresh() override;
+  [[nodiscard]] bool errorLoadingPlists() override;
+  void updateLastRunTime() override;
+  void updateLastUpdateTime() override;
+
+  // Actions of the buttons.
+  void runUpdaterNow();
+  void runClientNow();
+  /// Asks for a confirmation, in a sheet.
+  void uninstall();
+
+ private:
+  void unlockedDidChange() override;
+  void fileWatcherFileHasDisappeared(QLCFileWatcher& watcher, const std::string& path) override;
+
+  [[nodiscard]] bool unlocked() const;
+  [[nodiscard]] std::unique_ptr<QLDefaultsController> makeStore() const;
+  /// Ties the editable fields to the present store.
+  void bindFields();
+  /// Whether a client run is in progress: the timer's action.
+  void checkForFile();
+  void alertDidEndReturnCodeContextInfo(const AlertResult& result);
+  /// Runs one of the client's scripts as root.
+  void runScript(const std::string& script, std::vector<std::string> arguments);
+
+  Platform& platform_;
+  const PathTable& paths_;
+  ConfigurationTabView& view_;
+  std::unique_ptr<QLDefaultsController> quorlen_;
+  SettingsBinding runInterval_;
+  SettingsBinding clientGroup_;
+  PaneServices* quorlenPrefPane_ = nullptr;
+  std::unique_ptr<RunLoop::Source> timerClientPID_;
+  std::shared_ptr<QLCFileWatcher> watcherClientPID_;  // while a client run holds its marker
+  CallGuard guard_;
+};
+
+}  // namespace corvane
