@@ -1,0 +1,148 @@
+#include "AttributedTextLayout.h"
+
+#include <QPainter>
+#include <cmath>
+
+#include "Fonts.h"
+#include "Text.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr qreal kUnbounded = 1e6;
+
+bool isDark(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightnessF() < palette.color(QPalette::Text).lightnessF();
+}
+
+qreal offset(qreal room, qreal width, Qt::Alignment alignment) {
+  if (alignment.testFlag(Qt::AlignHCenter)) return std::max<qreal>(0, std::floor((room - width) / 2));
+  if (alignment.testFlag(Qt::AlignRight)) return std::max<qreal>(0, room - width);
+  return 0;
+}
+
+}  // namespace
+
+QColor colorOf(TextColor role, const QPalette& palette) {
+  const bool dark = isDark(palette);
+  switch (role) {
+    case TextColor::Gray:
+      return dark ? QColor(0x9d, 0x9d, 0xa2) : QColor(0x70, 0x70, 0x75);
+    case TextColor::DarkGray:
+      return dark ? QColor(0xb4, 0xb4, 0xb9) : QColor(0x55, 0x55, 0x5a);
+    case TextColor::Red:
+      return dark ? QColor(0xff, 0x7b, 0x72) : QColor(0xc4, 0x1e, 0x1e);
+    case TextColor::Blue:
+      return dark ? QColor(0x6f, 0xb1, 0xff) : QColor(0x0a, 0x58, 0xca);
+  }
+  return palette.color(QPalette::Text);
+}
+
+AttributedTextLayout::AttributedTextLayout(const AttributedText& text, const QFont& font,
+                                           const QPalette& palette, const QColor& plainColor, bool selected)
+    : text_(toQString(text.text)), font_(font), plainColor_(plainColor) {
+  text_.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
+  const std::string_view bytes = text.text;
+  for (const AttributedText::Run& run : text.runs) {
+    if (run.start > bytes.size()) continue;
+    QTextLayout::FormatRange range;
+    range.start = static_cast<int>(toQString(bytes.substr(0, run.start)).size());
+    range.length = static_cast<int>(toQString(bytes.substr(run.start, run.length)).size());
+    if (run.attributes.font) range.format.setFont(toQFont(*run.attributes.font));
+    if (run.attributes.color && !selected) {
+      range.format.setForeground(colorOf(*run.attributes.color, palette));
+    }
+    range.format.setFontUnderline(run.attributes.underlined);
+    formats_.append(range);
+  }
+}
+
+qreal AttributedTextLayout::lay(QTextLayout& layout, qreal width, bool wraps) const {
+  QTextOption option;
+  option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+  layout.setTextOption(option);
+  layout.setFormats(formats_);
+  layout.beginLayout();
+  qreal y = 0;
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(width);
+    line.setPosition(QPointF(0, y));
+    y += line.height();
+  }
+  layout.endLayout();
+  return y;
+}
+
+QSizeF AttributedTextLayout::naturalSize() const {
+  QTextLayout layout(text_, font_);
+  const qreal height = lay(layout, kUnbounded, false);
+  qreal width = 0;
+  for (int i = 0; i < layout.lineCount(); ++i) width = std::max(width, layout.lineAt(i).naturalTextWidth());
+  return {std::ceil(width), std::ceil(height)};
+}
+
+void AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const {
+  if (text_.isEmpty() || rect.width() <= 0) return;
+  QTextLayout layout(text_, font_);
+  const qreal lineHeight = QFontMetricsF(font_).height();
+  const bool wraps = rect.height() >= 2 * lineHeight * 0.9;
+  lay(layout, rect.width(), wraps);
+
+  // How many lines there is room for; a row is sometimes a little lower than its line.
+  int shown = 0;
+  qreal height = 0;
+  while (shown < layout.lineCount()) {
+    const qreal next = height + layout.lineAt(shown).height();
+    if (shown > 0 && next > rect.height() + 2) break;
+    height = next;
+    ++shown;
+  }
+
+  painter.save();
+  painter.setClipRect(rect, Qt::IntersectClip);
+  painter.setPen(plainColor_);
+  const qreal top = std::round(rect.top() + (rect.height() - height) / 2);
+  for (int i = 0; i < shown; ++i) {
+    const QTextLine line = layout.lineAt(i);
+    const QRectF lineRect(rect.left(), top + line.y(), rect.width(), line.height());
+    const bool cutShort =
+        (i + 1 == shown && shown < layout.lineCount()) || line.naturalTextWidth() > rect.width();
+    if (cutShort) {
+      drawShortened(painter, line.textStart(), lineRect, alignment);
+    } else {
+      const qreal x = offset(rect.width(), line.naturalTextWidth(), alignment);
+      line.draw(&painter, QPointF(lineRect.left() + x, top));
+    }
+  }
+  painter.restore();
+}
+
+void AttributedTextLayout::drawShortened(QPainter& painter, int start, const QRectF& rect,
+                                         Qt::Alignment alignment) const {
+  AttributedTextLayout rest(*this);
+  const auto lineBreak = text_.indexOf(QChar(QChar::LineSeparator), start);
+  rest.text_ = text_.mid(start, lineBreak < 0 ? -1 : lineBreak - start);
+  rest.formats_.clear();
+  for (QTextLayout::FormatRange range : formats_) {
+    const int end = range.start + range.length - start;
+    range.start = std::max(0, range.start - start);
+    range.length = end - range.start;
+    if (range.length > 0) rest.formats_.append(range);
+  }
+  QTextLayout whole(rest.text_, font_);
+  rest.lay(whole, kUnbounded, false);
+  if (whole.lineCount() == 0) return;
+  const QChar ellipsis(0x2026);
+  if (whole.lineAt(0).naturalTextWidth() > rect.width() || lineBreak >= 0) {
+    const qreal room = rect.width() - QFontMetricsF(font_).horizontalAdvance(ellipsis);
+    const int cut = whole.lineAt(0).xToCursor(std::max<qreal>(0, room), QTextLine::CursorBetweenCharacters);
+    const bool over = cut > 0 && whole.lineAt(0).cursorToX(cut) > room;
+    rest.text_ = rest.text_.left(over ? cut - 1 : cut) + ellipsis;
+  }
+  QTextLayout shortened(rest.text_, font_);
+  rest.lay(shortened, kUnbounded, false);
+  const qreal x = offset(rect.width(), shortened.lineAt(0).naturalTextWidth(), alignment);
+  shortened.lineAt(0).draw(&painter, QPointF(rect.left() + x, rect.top()));
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,28 @@
+#include "CellText.h"
+
+#include <QPainter>
+
+#include "AttributedTextLayout.h"
+#include "values/Conversions.h"
+
+namespace corvane::qt {
+
+AttributedText textOf(const ObjectValue& value) {
+  if (const auto* text = std::get_if<AttributedText>(&value)) return *text;
+  if (const auto* plain = std::get_if<PropertyList>(&value)) return AttributedText(description(*plain));
+  return {};
+}
+
+void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const {
+  const QStyle* style = option.widget->style();
+  style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  const auto group = option.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
+  const QColor color = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+  AttributedTextLayout(index.data(kStyledTextRole).value<AttributedText>(), option.font, option.palette,
+                       color, selected)
+      .draw(*painter, QRectF(option.rect).adjusted(6, 0, -4, 0), Qt::AlignLeft);
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,41 @@
+#include "PaneWindow.h"
+
+#include "Text.h"
+#include "appearance/Appearance.h"
+#include "binders/AuthorizationViewBinder.h"
+#include "binders/ButtonBinder.h"
+#include "binders/TabViewBinder.h"
+#include "ui_PaneWindow.h"
+#include "widgets/SheetHost.h"
+
+namespace corvane::qt {
+
+PaneWindow::PaneWindow(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::PaneWindow>()), sheets_(new SheetHost(this)) {
+  ui_->setupUi(this);
+  ui_->quorlenIconButton->setIcon(productIcon());
+  QFont small = font();
+  small.setPixelSize(12);
+  ui_->authLabel->setFont(small);
+  ui_->clientVersionButton->setFont(small);
+  ui_->clientVersionButton->setAlignment(Qt::AlignRight);
+}
+
+PaneWindow::~PaneWindow() = default;
+
+void PaneWindow::bindTo(PaneView& view) {
+  view.mainWindow.onChange = [this, &view] { setWindowTitle(toQString(view.mainWindow.title())); };
+  view.mainWindow.onChange();
+  new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel);
+  new TabViewBinder(view.tabView, *ui_->tabView);
+  (new ButtonBinder(view.greetingButton, *ui_->greetingButton))->setPlacement(Placement::Horizontal);
+  (new ButtonBinder(view.urlButton, *ui_->urlButton))->setPlacement(Placement::Horizontal);
+  new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);
+  new ButtonBinder(view.quorlenIconButton, *ui_->quorlenIconButton);
+}
+
+void PaneWindow::setTabPage(int index, QWidget* page) { ui_->tabView->setPage(index, page); }
+
+TabPane& PaneWindow::tabs() const { return *ui_->tabView; }
+
+}  // namespace corvane::qt

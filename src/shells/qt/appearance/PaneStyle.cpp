@@ -1,0 +1,277 @@
+#include "appearance/PaneStyle.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include "appearance/Appearance.h"
+#include "appearance/Shapes.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr int kControlHeight = 24;
+
+bool enabled(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Enabled); }
+bool pressed(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Sunken); }
+bool focused(const QStyleOption* option) {
+  return option->state.testFlag(QStyle::State_HasFocus) && enabled(option);
+}
+
+void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
+  const bool isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton) && enabled(&option);
+  const QRectF frame = QRectF(option.rect).adjusted(2.5, 2.5, -2.5, -2.5);
+  QColor fill = option.palette.color(isDefault ? QPalette::Highlight : QPalette::Button);
+  if (!enabled(&option)) fill.setAlphaF(0.5F);
+  if (pressed(&option)) fill = isDark(option.palette) ? fill.lighter(120) : fill.darker(112);
+  drawRounded(painter, frame, 5.5, fill, isDefault ? fill.darker(108) : outlineColor(option.palette));
+  if (focused(&option)) drawFocusRing(painter, frame, 5.5, option.palette);
+}
+
+void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& rect) {
+  const bool on = option.state.testFlag(QStyle::State_On);
+  const bool mixed = option.state.testFlag(QStyle::State_NoChange);
+  const QRectF frame = QRectF(0, 0, 14, 14).translated(QRectF(rect).center() - QPointF(7, 7));
+  QColor fill = option.palette.color(on || mixed ? QPalette::Highlight : QPalette::Base);
+  if (!enabled(&option)) {
+    fill = on || mixed ? option.palette.color(QPalette::Disabled, QPalette::WindowText) : fill;
+    fill.setAlphaF(0.6F);
+  }
+  if (pressed(&option)) fill = fill.darker(112);
+  drawRounded(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, fill,
+              on || mixed ? fill.darker(108) : outlineColor(option.palette));
+  if (on || mixed) drawCheckMark(painter, frame, mixed, Qt::white);
+  if (focused(&option)) drawFocusRing(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, option.palette);
+}
+
+void drawEntryFrame(const QStyleOption& option, QPainter& painter) {
+  const QRectF frame = QRectF(option.rect).adjusted(2.5, 2.5, -2.5, -2.5);
+  QColor base = option.palette.color(QPalette::Base);
+  if (!enabled(&option)) base.setAlphaF(0.5F);
+  drawRounded(painter, frame, 3.5, base, outlineColor(option.palette));
+  if (focused(&option)) drawFocusRing(painter, frame, 3.5, option.palette);
+}
+
+void drawTab(const QStyleOptionTab& option, QPainter& painter) {
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  const bool first =
+      option.position == QStyleOptionTab::Beginning || option.position == QStyleOptionTab::OnlyOneTab;
+  const bool last = option.position == QStyleOptionTab::End || option.position == QStyleOptionTab::OnlyOneTab;
+  const QRectF whole = QRectF(option.rect).adjusted(first ? 3.5 : 0, 3.5, last ? -3.5 : 0, -3.5);
+  painter.save();
+  painter.setClipRect(option.rect);
+  // Every tab is a piece of one rounded bar: the ends are drawn too wide where they meet a neighbour.
+  const QRectF bar = whole.adjusted(first ? 0 : -10, 0, last ? 0 : 10, 0);
+  QColor fill = option.palette.color(selected ? QPalette::Highlight : QPalette::Button);
+  if (pressed(&option) && !selected) fill = fill.darker(110);
+  drawRounded(painter, bar, 5.5, fill, selected ? fill.darker(108) : outlineColor(option.palette));
+  if (!last && !selected && option.selectedPosition != QStyleOptionTab::NextIsSelected) {
+    painter.setPen(outlineColor(option.palette));
+    painter.drawLine(QPointF(whole.right() + 0.5, whole.top() + 4),
+                     QPointF(whole.right() + 0.5, whole.bottom() - 4));
+  }
+  painter.restore();
+  if (focused(&option))
+    drawFocusRing(painter, whole.adjusted(first ? 0 : 1, 0, last ? 0 : -1, 0), 5.5, option.palette);
+}
+
+void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  painter.setPen(option.palette.color(enabled(&option) ? QPalette::Active : QPalette::Disabled,
+                                      selected ? QPalette::HighlightedText : QPalette::ButtonText));
+  painter.drawText(option.rect, Qt::AlignCenter | Qt::TextShowMnemonic, option.text);
+}
+
+void drawHeaderSection(const QStyleOption& option, QPainter& painter) {
+  painter.fillRect(option.rect, option.palette.color(QPalette::Base));
+  painter.setPen(separatorColor(option.palette));
+  painter.drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+  painter.drawLine(option.rect.topRight() + QPoint(0, 3), option.rect.bottomRight() - QPoint(0, 3));
+}
+
+void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) {
+  const QRectF frame = QRectF(option.rect).adjusted(2.5, 2.5, -2.5, -2.5);
+  QColor fill = option.palette.color(option.editable ? QPalette::Base : QPalette::Button);
+  if (!enabled(&option)) fill.setAlphaF(0.5F);
+  drawRounded(painter, frame, option.editable ? 3.5 : 5.5, fill, outlineColor(option.palette));
+  QRectF arrows = frame;
+  arrows.setLeft(frame.right() - 16);
+  arrows.adjust(-1, 2, -2, -2);
+  if (enabled(&option)) {
+    drawRounded(painter, arrows, 4, option.palette.color(QPalette::Highlight), Qt::transparent);
+  }
+  drawChevrons(
+      painter, arrows, option.editable,
+      enabled(&option) ? QColor(Qt::white) : option.palette.color(QPalette::Disabled, QPalette::ButtonText));
+  if (focused(&option)) drawFocusRing(painter, frame, option.editable ? 3.5 : 5.5, option.palette);
+}
+
+}  // namespace
+
+PaneStyle::PaneStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+QPalette PaneStyle::standardPalette() const { return lightPalette(); }
+
+void PaneStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (auto* header = qobject_cast<QHeaderView*>(widget)) {
+    QFont font = header->font();
+    font.setPixelSize(11);
+    header->setFont(font);
+  }
+}
+
+void PaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  switch (element) {
+    case PE_IndicatorCheckBox:
+      drawCheckBox(*option, *painter, option->rect);
+      return;
+    case PE_IndicatorItemViewItemCheck:
+      drawCheckBox(*option, *painter, option->rect);
+      return;
+    case PE_PanelLineEdit:
+      // The field of an editable combo box stands inside the box's own frame.
+      if (widget == nullptr || qobject_cast<const QComboBox*>(widget->parentWidget()) == nullptr) {
+        drawEntryFrame(*option, *painter);
+      }
+      return;
+    case PE_FrameTabBarBase:
+    case PE_FrameFocusRect:
+      return;  // the focus ring stands in its place
+    case PE_IndicatorBranch:
+      if (option->state.testFlag(State_Children)) {
+        drawDisclosure(*painter, option->rect, option->state.testFlag(State_Open),
+                       option->palette.color(QPalette::PlaceholderText));
+      }
+      return;
+    case PE_Frame:
+      drawRounded(*painter, QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 0, Qt::transparent,
+                  outlineColor(option->palette));
+      return;
+    default:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  switch (element) {
+    case CE_PushButtonBevel:
+      if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+        drawPushButton(*button, *painter);
+      }
+      return;
+    case CE_PushButtonLabel:
+      if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+        QStyleOptionButton label(*button);
+        if (button->features.testFlag(QStyleOptionButton::DefaultButton) && enabled(button)) {
+          label.palette.setColor(QPalette::ButtonText, label.palette.color(QPalette::HighlightedText));
+        }
+        QProxyStyle::drawControl(element, &label, painter, widget);
+      }
+      return;
+    case CE_TabBarTabShape:
+      if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTab(*tab, *painter);
+      return;
+    case CE_TabBarTabLabel:
+      if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabLabel(*tab, *painter);
+      return;
+    case CE_HeaderSection:
+    case CE_HeaderEmptyArea:
+      drawHeaderSection(*option, *painter);
+      return;
+    default:
+      QProxyStyle::drawControl(element, option, painter, widget);
+  }
+}
+
+void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
+  if (control == CC_ComboBox) {
+    if (const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option))
+      drawComboBox(*box, *painter);
+    return;
+  }
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+      return 18;  // the box and the room of its focus ring
+    case PM_CheckBoxLabelSpacing:
+      return 4;
+    case PM_ButtonDefaultIndicator:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+      return 0;
+    case PM_TabBarTabHSpace:
+      return 32;
+    case PM_TabBarTabVSpace:
+      return 12;
+    case PM_TabBarTabOverlap:
+    case PM_TabBarBaseOverlap:
+      return 0;
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarTabShiftVertical:
+      return 0;
+    case PM_HeaderMargin:
+      return 3;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int PaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const {
+  switch (hint) {
+    case SH_TabBar_Alignment:
+      return Qt::AlignHCenter;
+    case SH_EtchDisabledText:
+      return 0;
+    case SH_ItemView_ShowDecorationSelected:
+      return 1;
+    case SH_UnderlineShortcut:
+      return 0;
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+      return 0;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+}
+
+QSize PaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+  switch (type) {
+    case CT_PushButton: {
+      const QFontMetrics metrics = option != nullptr ? option->fontMetrics : QFontMetrics(QFont());
+      return {size.width() + 30, qMax(kControlHeight + 4, metrics.height() + 12)};
+    }
+    case CT_LineEdit: {
+      const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
+      return {base.width() + 4, qMax(kControlHeight + 2, base.height())};
+    }
+    case CT_ComboBox: {
+      const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
+      return {base.width() + 12, qMax(kControlHeight + 4, base.height())};
+    }
+    default:
+      return QProxyStyle::sizeFromContents(type, option, size, widget);
+  }
+}
+
+QRect PaneStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const {
+  if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
+    return option->rect.adjusted(8, 3, -24, -3);
+  }
+  return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+}  // namespace corvane::qt

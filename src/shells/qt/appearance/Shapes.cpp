@@ -1,0 +1,140 @@
+#include "appearance/Shapes.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "appearance/Appearance.h"
+
+namespace corvane::qt {
+namespace {
+
+class Smooth {
+ public:
+  explicit Smooth(QPainter& painter) : painter_(painter) {
+    painter_.save();
+    painter_.setRenderHint(QPainter::Antialiasing);
+  }
+  Smooth(const Smooth&) = delete;
+  Smooth& operator=(const Smooth&) = delete;
+  ~Smooth() { painter_.restore(); }
+
+ private:
+  QPainter& painter_;
+};
+
+QColor textWithAlpha(const QPalette& palette, float alpha) {
+  QColor color = palette.color(QPalette::Active, QPalette::WindowText);
+  color.setAlphaF(alpha);
+  return color;
+}
+
+}  // namespace
+
+QColor outlineColor(const QPalette& palette) {
+  return textWithAlpha(palette, isDark(palette) ? 0.24F : 0.22F);
+}
+QColor separatorColor(const QPalette& palette) { return textWithAlpha(palette, 0.13F); }
+
+void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QColor& fill,
+                 const QColor& outline) {
+  const Smooth smooth(painter);
+  painter.setBrush(fill);
+  painter.setPen(outline.alpha() == 0 ? QPen(Qt::NoPen) : QPen(outline, 1));
+  painter.drawRoundedRect(frame, radius, radius);
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette) {
+  const Smooth smooth(painter);
+  QColor color = palette.color(QPalette::Active, QPalette::Highlight);
+  color.setAlphaF(0.55F);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, 2.5));
+  painter.drawRoundedRect(frame.adjusted(-0.75, -0.75, 0.75, 0.75), radius + 0.75, radius + 0.75);
+}
+
+void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColor& color) {
+  const Smooth smooth(painter);
+  painter.setPen(QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const auto at = [&box](qreal x, qreal y) {
+    return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+  };
+  if (mixed) {
+    painter.drawLine(at(0.28, 0.5), at(0.72, 0.5));
+  } else {
+    painter.drawPolyline(QPolygonF({at(0.26, 0.53), at(0.43, 0.71), at(0.75, 0.29)}));
+  }
+}
+
+void drawChevrons(QPainter& painter, const QRectF& rect, bool downOnly, const QColor& color) {
+  const Smooth smooth(painter);
+  painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPointF c = rect.center();
+  const auto chevron = [&](qreal y, qreal tip) {
+    painter.drawPolyline(QPolygonF({c + QPointF(-2.8, y), c + QPointF(0, y + tip), c + QPointF(2.8, y)}));
+  };
+  if (downOnly) {
+    chevron(-1.2, 2.8);
+  } else {
+    chevron(-1.8, -2.8);
+    chevron(1.8, 2.8);
+  }
+}
+
+void drawDisclosure(QPainter& painter, const QRectF& rect, bool open, const QColor& color) {
+  const Smooth smooth(painter);
+  painter.setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.translate(rect.center());
+  if (open) painter.rotate(90);
+  painter.drawPolyline(QPolygonF({QPointF(-1.7, -3.6), QPointF(2, 0), QPointF(-1.7, 3.6)}));
+}
+
+void drawPadlock(QPainter& painter, const QRectF& rect, bool open, const QPalette& palette) {
+  const Smooth smooth(painter);
+  // Drawn on a square of 24 units.
+  const qreal scale = rect.height() / 24;
+  painter.translate(rect.center().x() - 12 * scale, rect.top());
+  painter.scale(scale, scale);
+
+  const bool dark = isDark(palette);
+  QPainterPath shackle;
+  const qreal shift = open ? 9.2 : 0;  // an open shackle is turned to the side
+  const qreal lift = open ? -0.6 : 0;
+  shackle.moveTo(8 + shift, 12);
+  shackle.lineTo(8 + shift, 7.5 + lift);
+  shackle.arcTo(QRectF(8 + shift, 3.5 + lift, 8, 8), 180, -180);
+  shackle.lineTo(16 + shift, open ? 9.0 : 12);
+  if (open) painter.translate(-4, 0);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(
+      QPen(dark ? QColor(0xb9, 0xbc, 0xc4) : QColor(0x84, 0x88, 0x92), 2.5, Qt::SolidLine, Qt::RoundCap));
+  painter.drawPath(shackle);
+
+  QLinearGradient gold(0, 11, 0, 22);
+  gold.setColorAt(0, QColor(0xf5, 0xc8, 0x53));
+  gold.setColorAt(1, QColor(0xdb, 0x9c, 0x22));
+  painter.setPen(QPen(QColor(0x9c, 0x6a, 0x0c), 0.8));
+  painter.setBrush(gold);
+  painter.drawRoundedRect(QRectF(4.9, 11, 14.2, 10.6), 2.2, 2.2);
+  painter.setPen(QPen(QColor(0x7c, 0x52, 0x06), 1.6, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QPointF(12, 15.2), QPointF(12, 17.6));
+}
+
+void drawCaution(QPainter& painter, const QRectF& rect) {
+  const Smooth smooth(painter);
+  const auto at = [&rect](qreal x, qreal y) {
+    return QPointF(rect.left() + x * rect.width(), rect.top() + y * rect.height());
+  };
+  const QColor yellow(0xff, 0xcc, 0x33);
+  painter.setBrush(yellow);
+  painter.setPen(QPen(QColor(0x5f, 0x47, 0x00), 4.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPolygonF triangle({at(0.5, 0.12), at(0.9, 0.88), at(0.1, 0.88)});
+  painter.drawPolygon(triangle);
+  painter.setPen(QPen(yellow, 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolygon(triangle);
+  painter.setPen(QPen(QColor(0x3d, 0x2e, 0x00), 2.8, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(at(0.5, 0.4), at(0.5, 0.6));
+  painter.drawPoint(at(0.5, 0.77));
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,26 @@
+// The lock: a padlock that is drawn open or closed, and what stands beside it.
+#pragma once
+
+#include <QLabel>
+
+#include "binders/Binder.h"
+#include "controls/AuthorizationView.h"
+#include "widgets/LockButton.h"
+
+namespace corvane::qt {
+
+class AuthorizationViewBinder final : public Binder {
+  Q_OBJECT
+
+ public:
+  AuthorizationViewBinder(AuthorizationView& view, LockButton& button, QLabel& label);
+
+ private:
+  void show() override;
+
+  AuthorizationView& view_;
+  LockButton& button_;
+  QLabel& label_;
+};
+
+}  // namespace corvane::qt

@@ -1,0 +1,54 @@
+#include "binders/Binder.h"
+
+#include <QEvent>
+#include <algorithm>
+
+#include "Text.h"
+
+namespace corvane::qt {
+
+Binder::Binder(Control& control, QWidget& widget) : QObject(&widget), control_(control), widget_(widget) {
+  // A hidden control leaves its place empty; the others stay where they are.
+  QSizePolicy policy = widget.sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget.setSizePolicy(policy);
+  control_.onChange = [this] { refresh(); };
+}
+
+Binder::~Binder() { control_.onChange = nullptr; }
+
+void Binder::refresh() {
+  widget_.setAccessibleName(toQString(control_.accessibleName()));
+  widget_.setToolTip(plainToolTip(control_.toolTip()));
+  show();
+  widget_.setEnabled(control_.enabled());
+  widget_.setVisible(!control_.hidden());
+  place();
+}
+
+void Binder::setPlacement(Placement placement) {
+  placement_ = placement;
+  if (widget_.parentWidget() != nullptr) widget_.parentWidget()->installEventFilter(this);
+  place();
+}
+
+void Binder::place() {
+  const QWidget* parent = widget_.parentWidget();
+  if (placement_ == Placement::Layout || parent == nullptr) return;
+  const Rect& frame = control_.frame();
+  const int left = std::max(0, qRound(frame.x));
+  const int right = std::min(parent->width(), qRound(frame.x + frame.width));
+  if (placement_ == Placement::Horizontal) {
+    widget_.setGeometry(left, widget_.y(), std::max(0, right - left), widget_.height());
+  } else {
+    const int top = parent->height() - qRound(frame.y + frame.height);
+    widget_.setGeometry(left, top, std::max(0, right - left), qRound(frame.height));
+  }
+}
+
+bool Binder::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == widget_.parentWidget() && event->type() == QEvent::Resize) place();
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace corvane::qt

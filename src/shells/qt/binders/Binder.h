@@ -1,0 +1,44 @@
+// What every binder does: it ties one control of the core to one widget, shows the control after each change
+// (enabled, hidden, tool tip, accessible name, and what its kind adds) and hands the user's acts back. A
+// binder lives as long as its widget, the control must live longer. A binder holds no values and decides
+// nothing.
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+
+#include "controls/Control.h"
+
+namespace corvane::qt {
+
+/// Who places the widget.
+enum class Placement {
+  Layout,      // the interface file
+  Horizontal,  // x and width are the control's frame, the rest the interface file's
+  Frame,       // the control's frame; the vertical axis is turned round
+};
+
+class Binder : public QObject {
+  Q_OBJECT
+
+ public:
+  ~Binder() override;
+  void setPlacement(Placement placement);
+
+ protected:
+  Binder(Control& control, QWidget& widget);
+  /// Called by the constructor of each kind when everything is wired, then after each change.
+  void refresh();
+  /// Shows what the kind adds.
+  virtual void show() = 0;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void place();
+
+  Control& control_;
+  QWidget& widget_;
+  Placement placement_ = Placement::Layout;
+};
+
+}  // namespace corvane::qt

@@ -1,0 +1,46 @@
+#include "binders/ButtonBinder.h"
+
+#include <QCheckBox>
+#include <QSignalBlocker>
+
+#include "Text.h"
+#include "widgets/LabelButton.h"
+
+namespace corvane::qt {
+
+ButtonBinder::ButtonBinder(Button& button, QAbstractButton& widget)
+    : Binder(button, widget), button_(button), widget_(widget) {
+  // A check box has changed its own state when it reports the click; the control's state is the one that
+  // counts, also when the click was not taken.
+  connect(&widget_, &QAbstractButton::clicked, this, [this] {
+    button_.click();
+    refresh();
+  });
+  refresh();
+}
+
+void ButtonBinder::show() {
+  if (auto* label = qobject_cast<LabelButton*>(&widget_)) {
+    label->setAttributedText(button_.attributedTitle());
+    label->setActive(static_cast<bool>(button_.action));
+  } else if (!button_.title().empty()) {
+    widget_.setText(withoutShortcuts(toQString(button_.title())));
+  }
+  if (auto* checkBox = qobject_cast<QCheckBox*>(&widget_)) {
+    const QSignalBlocker blocker(checkBox);
+    switch (button_.state()) {
+      case ButtonState::Off:
+        checkBox->setCheckState(Qt::Unchecked);
+        break;
+      case ButtonState::On:
+        checkBox->setCheckState(Qt::Checked);
+        break;
+      case ButtonState::Mixed:
+        checkBox->setCheckState(Qt::PartiallyChecked);
+        break;
+    }
+    checkBox->setTristate(false);  // a click never leads to the mixed state
+  }
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,24 @@
+// Pop-up menus.
+#pragma once
+
+#include <QComboBox>
+
+#include "binders/Binder.h"
+#include "controls/PopUpButton.h"
+
+namespace corvane::qt {
+
+class PopUpButtonBinder final : public Binder {
+  Q_OBJECT
+
+ public:
+  PopUpButtonBinder(PopUpButton& button, QComboBox& widget);
+
+ private:
+  void show() override;
+
+  PopUpButton& button_;
+  QComboBox& widget_;
+};
+
+}  // namespace corvane::qt

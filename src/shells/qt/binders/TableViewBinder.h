@@ -1,0 +1,31 @@
+// Tables: a model over the control's rows, styled texts in the cells, one selected row.
+#pragma once
+
+#include <QTableView>
+
+#include "binders/Binder.h"
+#include "controls/TableView.h"
+
+namespace corvane::qt {
+
+class TableModel;
+
+class TableViewBinder final : public Binder {
+  Q_OBJECT
+
+ public:
+  TableViewBinder(TableView& table, QTableView& widget);
+  ~TableViewBinder() override;
+
+ private:
+  void show() override;
+  void showSelection();
+  void userSelected();
+
+  TableView& table_;
+  QTableView& widget_;
+  TableModel* model_;
+  bool showing_ = false;  // the selection is being set by us
+};
+
+}  // namespace corvane::qt

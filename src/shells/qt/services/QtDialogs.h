@@ -1,0 +1,28 @@
+// Alerts as sheets of the pane's window, one modal alert panel, and the desktop's own panel for opening
+// files.
+#pragma once
+
+#include <QPointer>
+
+#include "platform/Dialogs.h"
+#include "widgets/SheetHost.h"
+
+namespace corvane::qt {
+
+class QtDialogs final : public Dialogs {
+ public:
+  /// Every sheet belongs to the one window of the host.
+  explicit QtDialogs(SheetHost& host) : host_(host) {}
+
+  void beginSheet(const AlertDescription& alert, SheetWindow window,
+                  std::function<void(const AlertResult&)> ended) override;
+  AlertResult runModalAlert(const AlertDescription& alert) override;
+  [[nodiscard]] std::vector<std::string> runOpenPanel(const OpenPanelDescription& panel) override;
+
+ private:
+  [[nodiscard]] QWidget* visibleWindow() const;
+
+  SheetHost& host_;
+};
+
+}  // namespace corvane::qt

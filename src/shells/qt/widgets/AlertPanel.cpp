@@ -1,0 +1,114 @@
+#include "widgets/AlertPanel.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <algorithm>
+
+#include "Text.h"
+#include "appearance/Appearance.h"
+#include "appearance/Shapes.h"
+#include "ui_AlertPanel.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr int kIconSize = 64;
+constexpr int kSmallestButton = 84;
+
+QPixmap alertIcon(const AlertDescription& alert, qreal scale) {
+  const QIcon icon = alert.iconPath.empty() ? productIcon() : QIcon(toQString(alert.iconPath));
+  QPixmap picture = icon.pixmap(QSize(kIconSize, kIconSize), scale);
+  if (alert.style == AlertStyle::Critical && !picture.isNull()) {
+    QPainter painter(&picture);
+    drawCaution(painter, QRectF(kIconSize - 30, kIconSize - 28, 30, 28));
+  }
+  return picture;
+}
+
+}  // namespace
+
+AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::AlertPanel>()) {
+  ui_->setupUi(this);
+  setFocusPolicy(Qt::ClickFocus);
+  ui_->icon->setPixmap(alertIcon(alert, devicePixelRatioF()));
+  ui_->message->setText(toQString(alert.messageText));
+  QFont bold = font();
+  bold.setBold(true);
+  ui_->message->setFont(bold);
+  // A trailing line break is part of some texts; it would only show as an empty line.
+  QString informative = toQString(alert.informativeText);
+  while (informative.endsWith(QLatin1Char('\n'))) informative.chop(1);
+  ui_->informative->setText(informative);
+  ui_->informative->setVisible(!informative.isEmpty());
+  if (alert.accessory) addAccessory(*alert.accessory);
+  addButtons(alert.buttons);
+}
+
+AlertPanel::~AlertPanel() = default;
+
+void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
+  accessory_ = new QCheckBox(withoutShortcuts(toQString(checkBox.title)), this);
+  accessory_->setObjectName(QStringLiteral("accessory"));
+  accessory_->setAccessibleName(toQString(checkBox.title));
+  accessory_->setChecked(checkBox.on);
+  accessory_->setMinimumSize(qRound(checkBox.width), qRound(checkBox.height));
+  if (checkBox.refusesFirstResponder) accessory_->setFocusPolicy(Qt::NoFocus);
+  ui_->accessoryLayout->addWidget(accessory_);
+}
+
+void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
+  for (std::size_t index = 0; index < buttons.size(); ++index) {
+    const AlertButton& description = buttons[index];
+    auto* button = new QPushButton(withoutShortcuts(toQString(description.title)), this);
+    button->setObjectName(toQString("button " + description.title));
+    button->setAccessibleName(toQString(description.title));
+    button->setMinimumWidth(kSmallestButton);
+    button->setAutoDefault(false);
+    ui_->buttonLayout->insertWidget(1, button);  // the first button ends up rightmost
+    connect(button, &QPushButton::clicked, this, [this, index] { finish(static_cast<int>(index)); });
+    buttons_.push_back(button);
+    // By the platform's rule the first button has the Return key unless the alert says otherwise.
+    const std::string key = description.keyEquivalent.value_or(index == 0 ? kReturnKey : "");
+    if (key == kReturnKey && default_ == nullptr) default_ = button;
+    if (description.title == "Cancel") cancel_ = button;
+  }
+  if (buttons_.size() == 1) cancel_ = buttons_.front();
+  // The Tab key goes from the left to the right.
+  for (std::size_t index = buttons_.size(); index-- > 1;) setTabOrder(buttons_[index], buttons_[index - 1]);
+  if (default_ != nullptr) {
+    default_->setDefault(true);
+    setFocusProxy(default_);
+  }
+}
+
+void AlertPanel::finish(int index) {
+  if (ended_) return;
+  ended_ = true;
+  AlertResult result;
+  result.returnCode = kAlertFirstButtonReturn + index;
+  result.accessoryOn = accessory_ != nullptr && accessory_->isChecked();
+  emit ended(result);
+}
+
+void AlertPanel::cancel() {
+  if (cancel_ != nullptr) cancel_->click();
+}
+
+void AlertPanel::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (default_ != nullptr) default_->click();
+      return;
+    case Qt::Key_Escape:
+      cancel();
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,49 @@
+// The contents of an alert: icon, bold message, informative text, perhaps a check box, and buttons from the
+// right. Return presses the button with that key; Escape presses "Cancel" or the only button.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+#include "platform/Dialogs.h"
+
+class QCheckBox;
+class QPushButton;
+namespace Ui {
+class AlertPanel;
+}
+
+namespace corvane::qt {
+
+class AlertPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit AlertPanel(const AlertDescription& alert, QWidget* parent = nullptr);
+  ~AlertPanel() override;
+
+  /// Presses the button that leaves everything as it is, if there is one.
+  void cancel();
+
+ signals:
+  /// A button was pressed. Sent once.
+  void ended(const corvane::AlertResult& result);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void addButtons(const std::vector<AlertButton>& buttons);
+  void addAccessory(const AlertCheckBox& checkBox);
+  void finish(int index);
+
+  std::unique_ptr<Ui::AlertPanel> ui_;
+  std::vector<QPushButton*> buttons_;
+  QPushButton* default_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+  QCheckBox* accessory_ = nullptr;
+  bool ended_ = false;
+};
+
+}  // namespace corvane::qt

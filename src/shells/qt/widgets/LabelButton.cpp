@@ -1,0 +1,63 @@
+#include "widgets/LabelButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "AttributedTextLayout.h"
+#include "Text.h"
+#include "appearance/Shapes.h"
+
+namespace corvane::qt {
+
+LabelButton::LabelButton(QWidget* parent) : QAbstractButton(parent) {
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  setActive(false);
+}
+
+void LabelButton::setAttributedText(const AttributedText& text) {
+  if (text == text_ && !this->text().isEmpty()) return;
+  text_ = text;
+  setText(toQString(text.text));  // for assistive technology; painting uses the styled text
+  updateGeometry();
+  update();
+}
+
+void LabelButton::setActive(bool active) {
+  setFocusPolicy(active ? Qt::StrongFocus : Qt::NoFocus);
+  if (active) {
+    setCursor(Qt::PointingHandCursor);
+  } else {
+    unsetCursor();
+  }
+}
+
+void LabelButton::setAlignment(Qt::Alignment alignment) {
+  alignment_ = alignment;
+  update();
+}
+
+QSize LabelButton::sizeHint() const {
+  const QSizeF size =
+      AttributedTextLayout(text_, font(), palette(), palette().color(QPalette::WindowText)).naturalSize();
+  return {qCeil(size.width()) + 1, qMax(20, qCeil(size.height()) + 2)};
+}
+
+QSize LabelButton::minimumSizeHint() const { return {20, sizeHint().height()}; }
+
+void LabelButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QColor color = palette().color(QPalette::WindowText);
+  if (isDown()) color.setAlphaF(0.6F);
+  AttributedTextLayout(text_, font(), palette(), color, !isEnabled()).draw(painter, rect(), alignment_);
+  if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 3, palette());
+}
+
+void LabelButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    click();
+  } else {
+    QAbstractButton::keyPressEvent(event);
+  }
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,34 @@
+// A label that can be clicked: shows a styled text without a frame, takes the mouse and the keyboard when it
+// does something.
+#pragma once
+
+#include <QAbstractButton>
+
+#include "values/AttributedText.h"
+
+namespace corvane::qt {
+
+class LabelButton final : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  explicit LabelButton(QWidget* parent = nullptr);
+
+  void setAttributedText(const AttributedText& text);
+  /// Whether a click does something; a mere label takes no focus and shows no hand.
+  void setActive(bool active);
+  void setAlignment(Qt::Alignment alignment);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  AttributedText text_;
+  Qt::Alignment alignment_ = Qt::AlignLeft;
+};
+
+}  // namespace corvane::qt

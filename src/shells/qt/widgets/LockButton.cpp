@@ -1,0 +1,36 @@
+#include "widgets/LockButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "appearance/Shapes.h"
+
+namespace corvane::qt {
+
+LockButton::LockButton(QWidget* parent) : QAbstractButton(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void LockButton::setOpen(bool open) {
+  if (open == open_) return;
+  open_ = open;
+  update();
+}
+
+void LockButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  if (isDown()) painter.setOpacity(0.7);
+  drawPadlock(painter, QRectF(rect()).adjusted(4, 3, -4, -3), open_, palette());
+  if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 5, palette());
+}
+
+void LockButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    click();
+  } else {
+    QAbstractButton::keyPressEvent(event);
+  }
+}
+
+}  // namespace corvane::qt

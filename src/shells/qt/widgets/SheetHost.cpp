@@ -1,0 +1,100 @@
+#include "widgets/SheetHost.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QPropertyAnimation>
+#include <algorithm>
+
+#include "widgets/SheetPanel.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr int kSlideMilliseconds = 160;
+
+}  // namespace
+
+SheetHost::SheetHost(QWidget* window)
+    : QWidget(window), panel_(new SheetPanel(this)), slide_(new QPropertyAnimation(panel_, "pos", this)) {
+  setObjectName(QStringLiteral("sheetHost"));
+  hide();
+  slide_->setDuration(kSlideMilliseconds);
+  slide_->setEasingCurve(QEasingCurve::OutCubic);
+  window->installEventFilter(this);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { keepFocus(now); });
+}
+
+SheetHost::~SheetHost() { disconnect(qApp, nullptr, this, nullptr); }
+
+void SheetHost::open(QWidget* contents) {
+  if (contents == current_ || std::find(waiting_.begin(), waiting_.end(), contents) != waiting_.end()) return;
+  contents->hide();
+  contents->setParent(this);
+  waiting_.emplace_back(contents);
+  if (!current_) showNext();
+}
+
+void SheetHost::close(QWidget* contents) {
+  waiting_.erase(std::remove(waiting_.begin(), waiting_.end(), contents), waiting_.end());
+  if (contents != current_) return;
+  slide_->stop();
+  current_ = nullptr;
+  panel_->setContents(nullptr);
+  showNext();
+}
+
+void SheetHost::showNext() {
+  while (!waiting_.empty() && !waiting_.front()) waiting_.pop_front();
+  if (waiting_.empty()) {
+    hide();
+    if (focusBefore_) focusBefore_->setFocus(Qt::OtherFocusReason);
+    focusBefore_ = nullptr;
+    focusInSheet_ = nullptr;
+    return;
+  }
+  if (isHidden()) focusBefore_ = window()->focusWidget();
+  focusInSheet_ = nullptr;
+  current_ = waiting_.front();
+  waiting_.pop_front();
+  panel_->setContents(current_);
+  show();
+  raise();
+  place();
+  slide_->setStartValue(QPoint(panel_->x(), -panel_->height()));
+  slide_->setEndValue(QPoint(panel_->x(), 0));
+  slide_->start();
+  panel_->takeFocus();
+}
+
+void SheetHost::place() {
+  setGeometry(parentWidget()->rect());
+  if (!current_) return;
+  const QSize wanted = panel_->sizeHint().expandedTo(panel_->minimumSizeHint());
+  const int width = std::min(wanted.width(), this->width());
+  const int fitting = panel_->hasHeightForWidth() ? panel_->heightForWidth(width) : wanted.height();
+  const int height = std::min(std::max(fitting, panel_->minimumSizeHint().height()), this->height());
+  panel_->resize(width, height);
+  const bool sliding = slide_->state() == QAbstractAnimation::Running;
+  panel_->move((this->width() - width) / 2, sliding ? panel_->y() : 0);
+}
+
+void SheetHost::keepFocus(QWidget* now) {
+  if (!current_ || now == nullptr || now->window() != window()) return;
+  if (panel_->isAncestorOf(now)) {
+    focusInSheet_ = now;
+  } else if (focusInSheet_) {
+    focusInSheet_->setFocus(Qt::OtherFocusReason);
+  } else {
+    panel_->takeFocus();
+  }
+}
+
+bool SheetHost::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parentWidget() && event->type() == QEvent::Resize) place();
+  return QWidget::eventFilter(watched, event);
+}
+
+void SheetHost::paintEvent(QPaintEvent*) { QPainter(this).fillRect(rect(), QColor(0, 0, 0, 28)); }
+
+}  // namespace corvane::qt

@@ -1,0 +1,49 @@
+// Sheets of one window: each slides down from the window's top and stays attached to it until it is closed.
+// While one is open the window behind takes no acts, and nothing waits: whoever opens a sheet hears of its
+// end by its own means. Sheets that are opened meanwhile wait in a queue.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <deque>
+
+class QPropertyAnimation;
+class QVBoxLayout;
+
+namespace corvane::qt {
+
+class SheetPanel;
+
+class SheetHost final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit SheetHost(QWidget* window);
+  ~SheetHost() override;
+
+  /// Shows the contents as a sheet, now or after those before it. The contents belong to the window from now
+  /// on.
+  void open(QWidget* contents);
+  /// Takes the sheet away, whether it is shown or waits; the contents stay alive, hidden.
+  void close(QWidget* contents);
+  /// The contents of the sheet that is open, or null.
+  [[nodiscard]] QWidget* current() const { return current_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void showNext();
+  void place();
+  void keepFocus(QWidget* now);
+
+  SheetPanel* panel_;
+  QPropertyAnimation* slide_;
+  QPointer<QWidget> current_;
+  std::deque<QPointer<QWidget>> waiting_;
+  QPointer<QWidget> focusBefore_;   // in the window, before the first sheet
+  QPointer<QWidget> focusInSheet_;  // the last one
+};
+
+}  // namespace corvane::qt

@@ -1,0 +1,26 @@
+#!/bin/sh
+# Runs a command on a display of its own, with a window manager. Usage: run_under_xvfb.sh COMMAND [ARGUMENT...]
+set -eu
+folder=$(mktemp -d)
+mkfifo "$folder/display"
+Xvfb -displayfd 3 -screen 0 1600x1400x24 -nolisten tcp 3>"$folder/display" 2>"$folder/xvfb.log" &
+xvfb=$!
+openbox=
+cleanup() {
+  [ -z "$openbox" ] || kill "$openbox" 2>/dev/null || true
+  kill "$xvfb" 2>/dev/null || true
+  wait 2>/dev/null || true
+  rm -rf "$folder"
+}
+trap cleanup EXIT
+read -r number <"$folder/display"
+DISPLAY=:$number
+QT_QPA_PLATFORM=xcb
+export DISPLAY QT_QPA_PLATFORM
+openbox --sm-disable >"$folder/openbox.log" 2>&1 &
+openbox=$!
+# The window manager is there when it has taken the display's check window.
+until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; do
+  kill -0 "$openbox"
+done
+"$@"
