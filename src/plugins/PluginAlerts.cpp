@@ -1,0 +1,40 @@
+#include "plugins/PluginAlerts.h"
+
+#include <utility>
+
+#include "values/Text.h"
+
+namespace corvane {
+
+AlertDescription PluginAlerts::alert(AlertStyle style, std::string messageText) const {
+  AlertDescription description;
+  description.style = style;
+  description.messageText = std::move(messageText);
+  description.iconPath = bundle_.pathForResource("Corvane", "icns");
+  return description;
+}
+
+void PluginAlerts::displayError(const std::string& message) {
+  AlertDescription error = alert(AlertStyle::Warning, "An error has occurred");
+  error.informativeText = message;
+  error.buttons = {{"Ok", kReturnKey}};
+  dialogs_.beginSheet(error, SheetWindow::PaneWindow, [](const AlertResult&) {});
+}
+
+void PluginAlerts::confirmRemoval(std::function<void(int)> ended) {
+  AlertDescription removal = alert(AlertStyle::Critical, "Please confirm removal.");
+  removal.informativeText = "This will remove the entry from the array. Are you sure?";
+  removal.buttons = {{"Remove", ""}, {"Cancel", kReturnKey}};
+  dialogs_.beginSheet(removal, SheetWindow::PaneWindow,
+                      [ended = std::move(ended)](const AlertResult& result) { ended(result.returnCode); });
+}
+
+void PluginAlerts::showValidationResult(bool succeeded, const std::string& message) {
+  AlertDescription verdict = alert(succeeded ? AlertStyle::Informational : AlertStyle::Critical,
+                                   formatText("Plugin Validation %@", {succeeded ? "Succeeded" : "Failed"}));
+  verdict.informativeText = message;
+  verdict.buttons = {{"OK", kReturnKey}};
+  dialogs_.beginSheet(verdict, SheetWindow::PaneWindow, [](const AlertResult&) {});
+}
+
+}  // namespace corvane

@@ -1,0 +1,129 @@
+#include "plugins/PluginCatalogue.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "pane/ClientKeys.h"
+#include "plugins/PluginDefinition.h"
+#include "plugins/PluginKeys.h"
+#include "plugins/PluginOption.h"
+#include "values/Conversions.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+struct FoundPlugin {
+  Dictionary entry;
+  Dictionary settings;
+};
+
+std::string_view nameOf(const FoundPlugin& plugin) {
+  const std::string* name = plugin.entry.string(plugin_key::kName);
+  return name != nullptr ? std::string_view(*name) : std::string_view();
+}
+
+Dictionary makeEntry(const Dictionary& definition, const Array& options, const std::string& fileName) {
+  Dictionary entry =
+      Dictionary::make({{std::string(plugin_key::kProgramArguments), programArguments(definition)},
+                        {std::string(plugin_key::kOptions), options},
+                        {std::string(plugin_key::kFileName), PropertyList::string(fileName)}});
+  const PropertyList name = definition.value(plugin_key::kName);
+  if (name.asString() != nullptr) entry.set(plugin_key::kName, name);
+  return entry;
+}
+
+std::string blacklistNameOf(const Dictionary& entry) {
+  return formatText("%@.plugin", {*entry.string(plugin_key::kFileName)});
+}
+
+}  // namespace
+
+void PluginCatalogue::refresh() { loadBlacklistPlugins(loadPlugins()); }
+
+std::vector<Dictionary> PluginCatalogue::loadPlugins() {
+  std::vector<FoundPlugin> found;
+  const auto walked = platform_.files.walk(paths_.plugins);
+  for (const std::string& path : walked ? *walked : std::vector<std::string>()) {
+    if (pathExtension(path) != "plist") continue;
+    const Dictionary definition = storage_.readFile(appendingPathComponent(paths_.plugins, path));
+    const Array options = acceptedOptions(definition);
+    if (options.empty()) continue;
+    const std::string fileName = deletingPathExtension(path);
+    Dictionary settings = storage_.readFile(settingsFile(fileName));
+    if (!pluginVisibleInPrefPane(settings)) continue;
+    attachStoredLists(options);
+    found.push_back({makeEntry(definition, options, fileName), std::move(settings)});
+  }
+  std::ranges::stable_sort(found, {}, nameOf);
+
+  std::vector<Dictionary> settings;
+  plugins_.clear();
+  for (FoundPlugin& plugin : found) {
+    plugins_.push_back(std::move(plugin.entry));
+    settings.push_back(std::move(plugin.settings));
+  }
+  return settings;
+}
+
+void PluginCatalogue::loadBlacklistPlugins(const std::vector<Dictionary>& settings) {
+  blacklistPlugins_.clear();
+  for (std::size_t i = 0; i < plugins_.size(); ++i) {
+    const PropertyList enabled = settings[i].value(client_key::kPluginEnabled);
+    const bool isGiven = isNumber(enabled) || enabled.asString() != nullptr;
+    if (isGiven && !boolValue(enabled)) blacklistPlugins_.push_back(blacklistNameOf(plugins_[i]));
+  }
+}
+
+void PluginCatalogue::attachStoredLists(const Array& options) const {
+  for (const PropertyList& element : options.elements()) {
+    PluginOption option(element.asDictionary());
+    const bool isList = option.isFileOrFolderList();
+    if (!isList && !option.isOfType(setting_type::kCheckboxes)) continue;
+    const PropertyList stored = storage_.read(option).value(option.storageKey());
+    if (isList) {
+      option.setFileFolderArray(textList(stored));
+    } else {
+      option.setCheckboxes(stored.asDictionary());
+    }
+  }
+}
+
+std::string PluginCatalogue::settingsFile(const std::string& pluginFileName) const {
+  return formatText("%@/%@_settings.plist", {paths_.pluginSupport, pluginFileName});
+}
+
+std::optional<std::string> PluginCatalogue::blacklistName(const PropertyList& item) const {
+  const auto entry = std::ranges::find(plugins_, item);
+  return entry != plugins_.end() ? std::optional(blacklistNameOf(*entry)) : std::nullopt;
+}
+
+bool PluginCatalogue::isPluginBlacklisted(std::string_view name) const {
+  return std::ranges::find(blacklistPlugins_, name) != blacklistPlugins_.end();
+}
+
+void PluginCatalogue::setPluginEnabled(const std::string& name, bool enabled) {
+  const auto listed = std::ranges::find(blacklistPlugins_, name);
+  // No test for a name that is listed already, and only one is taken away: a plug-in that was disabled twice
+  // shows as disabled until it was enabled twice or the tab is refreshed. This is intended.
+  if (!enabled) {
+    blacklistPlugins_.push_back(name);
+  } else if (listed != blacklistPlugins_.end()) {
+    blacklistPlugins_.erase(listed);
+  }
+  saveBlacklistPluginWithEnabled(name, enabled);
+}
+
+void PluginCatalogue::saveBlacklistPluginWithEnabled(const std::string& name, bool enabled) const {
+  const std::string file = settingsFile(deletingPathExtension(name));
+  Dictionary settings = storage_.readFile(file);
+  if (!settings) return;
+  settings.set(client_key::kPluginEnabled, PropertyList::boolean(enabled));
+  storage_.writeFile(file, settings);
+}
+
+bool PluginCatalogue::pluginVisibleInPrefPane(const Dictionary& settings) {
+  return boolValue(settings.value(plugin_key::kVisible));
+}
+
+}  // namespace corvane

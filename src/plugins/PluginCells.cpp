@@ -1,0 +1,197 @@
+#include "plugins/PluginCells.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "formatters/CustomTextFieldCellFormatter.h"
+#include "formatters/MyNumberFormatter.h"
+#include "plugins/FileFolderList.h"
+#include "plugins/NumberRange.h"
+#include "plugins/PluginKeys.h"
+#include "plugins/PluginTitles.h"
+#include "plugins/PluginsTabView.h"
+#include "values/Conversions.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+const FileTypeIcon kFolderIcon{"fldr"};
+const FileTypeIcon kDocumentIcon{"docu"};
+const FileTypeIcon kTrashIcon{"trsh"};
+
+CellReference cellOf(Cell cell) { return std::make_shared<Cell>(std::move(cell)); }
+
+const std::string& textOf(const OutlineItem& item) {
+  static const std::string none;
+  const std::string* text = item.object().asString();
+  return text != nullptr ? *text : none;
+}
+
+ButtonCell iconButton(ButtonCell::ImagePosition position, const FileTypeIcon& image,
+                      const PluginCellActions::Action& action) {
+  ButtonCell cell;
+  cell.kind = ButtonCell::Kind::Switch;
+  cell.imageScalesProportionallyDown = true;
+  cell.imagePosition = position;
+  cell.image = image;
+  cell.action = action;
+  return cell;
+}
+
+CellReference checkBoxCell(std::string title) {
+  ButtonCell cell;
+  cell.kind = ButtonCell::Kind::Switch;
+  cell.title = AttributedText(std::move(title));
+  return cellOf(cell);
+}
+
+CellReference validationCell(const PluginCellActions::Action& action) {
+  ButtonCell cell;
+  cell.kind = ButtonCell::Kind::MomentaryPushIn;
+  cell.roundedBezel = true;
+  cell.title = AttributedText("Test Settings");
+  cell.action = action;
+  return cellOf(cell);
+}
+
+CellReference linkCell(const PluginCellActions::Action& action) {
+  ButtonCell cell;
+  cell.kind = ButtonCell::Kind::MomentaryPushIn;
+  cell.roundedBezel = true;
+  cell.bordered = false;
+  cell.alignment = TextAlignment::Left;
+  cell.action = action;
+  return cellOf(cell);
+}
+
+/// One item per element, so that the stored index means the same item whatever the others are.
+CellReference popUpCell(const PluginOption& option) {
+  PopUpButtonCell cell;
+  for (const PropertyList& title : option.value().asArray().elements()) {
+    cell.items.push_back(description(title));
+  }
+  cell.selectedIndex = cell.items.empty() ? -1 : 0;
+  return cellOf(cell);
+}
+
+std::shared_ptr<Formatter> lengthLimit(std::int32_t length) {
+  auto formatter = std::make_shared<CustomTextFieldCellFormatter>();
+  formatter->setMaximumLength(length);
+  return formatter;
+}
+
+CellReference textCell(const PluginOption& option, const char* placeholder) {
+  TextFieldCell cell;
+  cell.editable = true;
+  cell.placeholder = placeholder;
+  const std::int32_t length = intValue(option.value());
+  if (length >= 1) cell.formatter = lengthLimit(length);
+  return cellOf(cell);
+}
+
+CellReference passwordCell(const PluginOption& option) {
+  SecureTextFieldCell cell;
+  cell.placeholder = "Click to enter password";
+  // Without the test for at least 1 that other texts have: a password option that gives no length takes no
+  // typed character. This is intended.
+  cell.formatter = lengthLimit(intValue(option.value()));
+  return cellOf(cell);
+}
+
+}  // namespace
+
+CellReference PluginCells::dataCell(const TableColumn* column, const OutlineItem& item) const {
+  if (column == nullptr) return nullptr;
+  if (column->title == kEnabledColumn) return tree_.isPlugin(item) ? nullptr : cellOf(EmptyCell{});
+  if (column->title != kPluginColumn) return nullptr;
+  if (const PluginOption option = tree_.optionOfValueRow(item)) return valueCell(option, item);
+  if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) return checkBoxCell({});
+  if (PluginTree::isItemURL(item)) return linkCell(actions_.myOpenURL);
+  return nullptr;
+}
+
+CellReference PluginCells::valueCell(const PluginOption& option, const OutlineItem& item) const {
+  using namespace setting_type;
+  const std::string& type = option.type();
+  if (type == kFolderPicker || type == kFilePicker) return pickerCell(option);
+  if (type == kCheckboxes) return checkBoxCell(textOf(item));
+  if (option.isFileOrFolderList()) return listEntryCell(option, textOf(item));
+  if (type == kPopUpMenu) return popUpCell(option);
+  if (type == kTextField) return textCell(option, "Click to enter text");
+  if (type == kUsernameField) return textCell(option, "Click to enter username");
+  if (type == kPasswordField) return passwordCell(option);
+  if (type == kPluginValidation) return validationCell(actions_.runPluginValidation);
+  if (type == kNumberPicker) return numberCell(option);
+  return nullptr;
+}
+
+CellReference PluginCells::pickerCell(const PluginOption& option) const {
+  using Position = ButtonCell::ImagePosition;
+  return option.isOfType(setting_type::kFolderPicker)
+             ? cellOf(iconButton(Position::Left, kFolderIcon, actions_.getNewDirectory))
+             : cellOf(iconButton(Position::Left, kDocumentIcon, actions_.getNewFile));
+}
+
+CellReference PluginCells::listEntryCell(const PluginOption& option, const std::string& entry) const {
+  using Position = ButtonCell::ImagePosition;
+  const bool isFiles = option.isOfType(setting_type::kFileArray);
+  ButtonCell cell = !isAddEntry(entry)
+                        ? iconButton(Position::Right, kTrashIcon, actions_.removeFromFileFolderArray)
+                    : isFiles ? iconButton(Position::Left, kDocumentIcon, actions_.addToFileArray)
+                              : iconButton(Position::Left, kFolderIcon, actions_.addToFolderArray);
+  cell.title = AttributedText(formatText(kEntryTitleFormat, {entry}));
+  return cellOf(std::move(cell));
+}
+
+CellReference PluginCells::numberCell(const PluginOption& option) const {
+  ComboBoxCell cell;
+  cell.editable = true;
+  const PropertyList value = option.value();
+  const std::string* text = value.asString();
+  const auto range = text != nullptr ? parseNumberRange(*text) : std::nullopt;
+  if (!range) {
+    log_.write("Need 2 components for Number Range");
+    return cellOf(std::move(cell));
+  }
+  cell.items = numbersInRange(*range);
+  cell.formatter = std::make_shared<MyNumberFormatter>(range->minimum, range->maximum, range->minimum);
+  return cellOf(std::move(cell));
+}
+
+void PluginCells::willDisplayCell(Cell& cell, const TableColumn& column, const OutlineItem& item) const {
+  if (column.title != kPluginColumn) return;
+  if (const PluginOption option = tree_.optionOfValueRow(item)) {
+    dressValueCell(cell, option, item);
+    return;
+  }
+  auto* button = std::get_if<ButtonCell>(&cell);
+  if (button == nullptr) return;
+  if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
+    button->title = optionTitle(tree_.optionOfOptionRow(item));
+  } else if (PluginTree::isItemURL(item)) {
+    button->title = linkTitle(textOf(item));
+  }
+}
+
+void PluginCells::dressValueCell(Cell& cell, const PluginOption& option, const OutlineItem& item) const {
+  using namespace setting_type;
+  auto* picker = std::get_if<ButtonCell>(&cell);
+  auto* menu = std::get_if<PopUpButtonCell>(&cell);
+  const bool isPicker = picker != nullptr && (option.isOfType(kFolderPicker) || option.isOfType(kFilePicker));
+  const bool isMenu = menu != nullptr && option.isOfType(kPopUpMenu);
+  if (!isPicker && !isMenu) return;
+  const Dictionary contents = storage_.read(option);
+  if (!contents) return;
+  if (isPicker) {
+    const std::string* path = contents.string(textOf(item));
+    picker->title = AttributedText(path != nullptr ? *path : std::string());
+  } else {
+    const std::int32_t index = intValue(contents.value(textOf(item)));
+    const bool isItem = index >= 0 && static_cast<std::size_t>(index) < menu->items.size();
+    menu->selectedIndex = isItem ? index : -1;
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,102 @@
+#include "plugins/PluginLists.h"
+
+#include <algorithm>
+
+#include "plugins/FileFolderList.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+std::string withoutFirstCharacter(const std::string& text) {
+  const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
+  return {std::find_if_not(text.begin() + 1, text.end(), continues), text.end()};
+}
+
+}  // namespace
+
+void PluginLists::addToFileArray(OutlineView& sender) {
+  const auto path = with_.chooser.choose(ChosenKind::File, sender);
+  if (!path || !with_.storage.mayEdit()) return;
+  const PluginOption option = with_.tree.optionAboveSelectedRow(sender);
+  if (!option) return;
+  const Dictionary contents = with_.storage.readForEdit(option);
+  if (!contents) return;
+  // Files are added to the list that was loaded, folders to the list as it is stored now; this is intended.
+  add(*path, option.fileFolderArray().shallowCopy(), option, contents);
+}
+
+void PluginLists::addToFolderArray(OutlineView& sender) {
+  const auto path = with_.chooser.choose(ChosenKind::Folder, sender);
+  if (!path || !with_.storage.mayEdit()) return;
+  const PluginOption option = with_.tree.optionAboveSelectedRow(sender);
+  if (!option) return;
+  const Dictionary contents = with_.storage.readForEdit(option);
+  if (!contents) return;
+  add(*path, textList(contents.value(option.storageKey())), option, contents);
+}
+
+void PluginLists::add(const std::string& path, Array list, PluginOption option, Dictionary contents) {
+  if (!list) return;
+  const PropertyList entry = PropertyList::string(path);
+  if (list.contains(entry)) {
+    with_.alerts.displayError(formatText("%@ already exists in the list.", {path}));
+    return;
+  }
+  list.append(entry);
+  sortArrays(list);
+  contents.set(option.storageKey(), list);
+  with_.storage.write(option, contents);
+  option.setFileFolderArray(list);
+  with_.pluginsTable.reloadData();
+}
+
+void PluginLists::removeFromFileFolderArray(OutlineView& sender) {
+  removeFileFolderArrayCell_ = sender.selectedCell();
+  if (removeFileFolderArrayCell_ == nullptr) {
+    with_.alerts.displayError(
+        "The selected cell could not be removed. Please reload the plugins and try again.");
+    return;
+  }
+  with_.alerts.confirmRemoval([this, alive = std::weak_ptr(alive_)](int returnCode) {
+    if (!alive.expired()) alertDidEndReturnCode(returnCode);
+  });
+}
+
+void PluginLists::alertDidEndReturnCode(int returnCode) {
+  if (returnCode != kAlertFirstButtonReturn || !with_.storage.mayEdit()) return;
+  doRemoveFromFileFolderArray();
+}
+
+void PluginLists::doRemoveFromFileFolderArray() {
+  // Two removals can wait for their sheets; the first that ends takes the cell of the last click.
+  const auto reason = removeFileFolderArrayCell_ == nullptr
+                          ? std::optional<std::string>("removeFileFolderArrayCell == nil)")
+                          : removeEntry(titleOfButton(removeFileFolderArrayCell_));
+  removeFileFolderArrayCell_ = nullptr;
+  if (!reason) return;
+  with_.log.write(*reason);
+  with_.alerts.displayError(
+      "There was an error trying to remove the selected file/folder. Please reload the plugin and try "
+      "again.");
+}
+
+std::optional<std::string> PluginLists::removeEntry(const std::string& title) {
+  if (utf16Length(title) <= 1) return "Cannot initialize removeTitle";
+  const std::string entry = withoutFirstCharacter(title);
+  if (entry.empty()) return "Cannot chop removeTitle";
+  PluginOption option = with_.tree.optionAboveSelectedRow(with_.pluginsTable);
+  if (!option) return "Cannot initialize parent";
+  if (option.storagePath().empty()) return "Cannot initialize destination";
+  Dictionary contents = with_.storage.read(option);
+  if (!contents) return "Cannot initialize dict";
+  Array list = textList(contents.value(option.storageKey()));
+  if (!list) return "Cannot initialize list";
+  list.removeAllEqualTo(PropertyList::string(entry));  // in the contents themselves
+  with_.storage.write(option, contents);
+  option.setFileFolderArray(list);
+  with_.pluginsTable.reloadData();
+  return std::nullopt;
+}
+
+}  // namespace corvane

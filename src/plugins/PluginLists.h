@@ -1,0 +1,54 @@
+// The actions of file and folder lists: a chosen path is added, an entry is removed after a confirmation.
+//
+// A removal has two steps with a sheet between them. The click keeps the clicked cell, whose title is the
+// entry that goes; the list is the one below which the selected row stands when the sheet ends.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "controls/OutlineView.h"
+#include "platform/SystemLog.h"
+#include "plugins/PluginAlerts.h"
+#include "plugins/PluginPathChooser.h"
+#include "plugins/PluginStorage.h"
+#include "plugins/PluginTree.h"
+
+namespace corvane {
+
+class PluginLists {
+ public:
+  /// What the lists work with; all must outlive them.
+  struct Surroundings {
+    OutlineView& pluginsTable;
+    const PluginTree& tree;
+    const PluginStorage& storage;
+    const PluginPathChooser& chooser;
+    PluginAlerts& alerts;
+    SystemLog& log;
+  };
+  explicit PluginLists(const Surroundings& surroundings) : with_(surroundings) {}
+  PluginLists(const PluginLists&) = delete;
+  PluginLists& operator=(const PluginLists&) = delete;
+
+  // `sender` is the outline whose button was clicked.
+  void addToFileArray(OutlineView& sender);
+  void addToFolderArray(OutlineView& sender);
+  void removeFromFileFolderArray(OutlineView& sender);
+
+ private:
+  /// `list` is changed and becomes the list in memory and in the contents, which are written.
+  void add(const std::string& path, Array list, PluginOption option, Dictionary contents);
+  void alertDidEndReturnCode(int returnCode);
+  void doRemoveFromFileFolderArray();
+  /// Why the entry could not be removed; nothing when it was.
+  [[nodiscard]] std::optional<std::string> removeEntry(const std::string& title);
+
+  Surroundings with_;
+  CellReference removeFileFolderArrayCell_;
+  /// Lets a sheet that ends after the tab is gone do nothing.
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+};
+
+}  // namespace corvane

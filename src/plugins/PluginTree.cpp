@@ -1,0 +1,123 @@
+#include "plugins/PluginTree.h"
+
+#include "plugins/PluginKeys.h"
+#include "values/Conversions.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+int count(std::size_t size) { return static_cast<int>(size); }
+
+bool isDisplayOnlyOrCheckbox(const PluginOption& option) {
+  return option.isOfType(setting_type::kDisplayOnly) || option.isOfType(setting_type::kCheckbox);
+}
+
+/// How many rows of its value an option has.
+std::size_t numberOfValueRows(const PluginOption& option) {
+  if (option.isOfType(setting_type::kCheckboxes)) return option.checkboxes().size();
+  if (option.isFileOrFolderList()) return option.fileFolderArray().size();
+  return isDisplayOnlyOrCheckbox(option) ? 0 : 1;
+}
+
+/// The row of the value at the index; nothing past the end.
+PropertyList valueRow(const PluginOption& option, std::size_t index) {
+  if (option.isFileOrFolderList()) return option.fileFolderArray().at(index);
+  const Dictionary checkboxes = option.checkboxes();  // its keys come in a fixed order
+  return index < checkboxes.size() ? PropertyList::string(checkboxes.entries()[index].first) : PropertyList();
+}
+
+PropertyList childOfOption(const PluginOption& option, std::size_t index) {
+  if (isDisplayOnlyOrCheckbox(option)) return option.detailsUrl();
+  const bool isList = option.isFileOrFolderList() || option.isOfType(setting_type::kCheckboxes);
+  // A single value's link is looked for behind as many rows as the option's dictionary has keys, which is
+  // never reached: the row of the link repeats the value. This is intended.
+  const std::size_t placeOfLink = isList ? numberOfValueRows(option) : option.dictionary().size();
+  const PropertyList link = option.detailsUrl();
+  if (link && index == placeOfLink) return link;
+  return isList ? valueRow(option, index) : option.storageKeyObject();
+}
+
+}  // namespace
+
+int PluginTree::noChildren(const PropertyList& object) const {
+  log_.write(formatText("Returning 0 children for %@", {description(object)}));
+  return 0;
+}
+
+int PluginTree::numberOfChildrenOfItem(const OutlineItem& item) const {
+  if (!item) return count(catalogue_.plugins().size());
+  const PropertyList& object = item.object();
+  if (const Array array = object.asArray()) return count(array.size());
+  const Dictionary dictionary = object.asDictionary();
+  if (!dictionary) return noChildren(object);
+  if (const PluginOption option = optionOfOptionRow(item)) {
+    return count(numberOfValueRows(option) + (option.detailsUrl() ? 1 : 0));
+  }
+  if (const Array options = dictionary.array(plugin_key::kOptions)) return count(options.size());
+  // An option that the outline has not placed yet.
+  if (const Dictionary type = dictionary.dictionary(plugin_key::kSettingType)) return count(type.size());
+  return noChildren(object);
+}
+
+bool PluginTree::isItemExpandable(const OutlineItem& item) const {
+  const Dictionary dictionary = item.object().asDictionary();
+  if (!dictionary) return false;
+  if (dictionary.array(plugin_key::kOptions)) return true;
+  const PluginOption option = optionOfOptionRow(item);
+  if (!option) return false;
+  return !isDisplayOnlyOrCheckbox(option) || option.detailsUrl();
+}
+
+PropertyList PluginTree::childOfItem(int index, const OutlineItem& item) const {
+  if (index < 0) return {};
+  const auto place = static_cast<std::size_t>(index);
+  if (!item) {
+    const auto& plugins = catalogue_.plugins();
+    return place < plugins.size() ? PropertyList(plugins[place]) : PropertyList();
+  }
+  if (const Array array = item.object().asArray()) return array.at(place);
+  const Dictionary dictionary = item.object().asDictionary();
+  if (!dictionary) return {};
+  if (const PluginOption option = optionOfOptionRow(item)) return childOfOption(option, place);
+  if (const Array options = dictionary.array(plugin_key::kOptions)) return options.at(place);
+  const Dictionary type = dictionary.dictionary(plugin_key::kSettingType);
+  return place < type.size() ? type.entries()[place].second : PropertyList();
+}
+
+bool PluginTree::isItemPluginOption(const OutlineItem& item) const {
+  return parentOf(item).object().asDictionary() &&
+         item.object().asDictionary().dictionary(plugin_key::kSettingType);
+}
+
+bool PluginTree::isItemPluginOptionOfType(const OutlineItem& item, std::string_view type) const {
+  return optionOfOptionRow(item).isOfType(type);
+}
+
+bool PluginTree::isItemSubOption(const OutlineItem& item) const {
+  const OutlineItem parent = parentOf(item);
+  return parent && !isItemURL(item) && isItemPluginOption(parent);
+}
+
+bool PluginTree::isItemSubOptionOfType(const OutlineItem& item, std::string_view type) const {
+  return optionOfValueRow(item).isOfType(type);
+}
+
+bool PluginTree::isItemURL(const OutlineItem& item) {
+  const std::string* text = item.object().asString();
+  return text != nullptr && hasPrefixIgnoringCase(*text, kAddressPrefix);
+}
+
+PluginOption PluginTree::optionOfOptionRow(const OutlineItem& item) const {
+  return isItemPluginOption(item) ? PluginOption(item.object().asDictionary()) : PluginOption();
+}
+
+PluginOption PluginTree::optionOfValueRow(const OutlineItem& item) const {
+  return isItemSubOption(item) ? PluginOption(parentOf(item).object().asDictionary()) : PluginOption();
+}
+
+PluginOption PluginTree::optionAboveSelectedRow(const OutlineView& outline) const {
+  return PluginOption(parentOf(outline.itemAtRow(outline.selectedRow())).object().asDictionary());
+}
+
+}  // namespace corvane

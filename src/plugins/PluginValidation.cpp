@@ -1,0 +1,58 @@
+#include "plugins/PluginValidation.h"
+
+#include <algorithm>
+
+#include "plugins/HelperReply.h"
+#include "plugins/PluginKeys.h"
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+/// Whether the relative path names something below its folder by itself: ".." parts are refused even where
+/// they would lead back, since a link before them could lead anywhere.
+bool isBelowFolder(const std::string& relativePath) {
+  const auto parts = split(relativePath, '/');
+  const bool names =
+      std::ranges::any_of(parts, [](const auto& part) { return !part.empty() && part != "."; });
+  return names && std::ranges::find(parts, "..") == parts.end() &&
+         relativePath.find('\0') == std::string::npos;
+}
+
+}  // namespace
+
+void PluginValidation::runPluginValidation(OutlineView& sender) const {
+  const OutlineItem option = tree_.parentOf(sender.itemAtRow(sender.selectedRow()));
+  const Dictionary plugin = tree_.parentOf(option).object().asDictionary();
+  if (!plugin || quorlenPrefPane_ == nullptr) return;
+  const auto command = commandLine(plugin);
+  if (!command) return;
+  show(quorlenPrefPane_->validatePluginWithArguments(command->front(), *command));
+  sender.deselectAll();
+}
+
+std::optional<std::vector<std::string>> PluginValidation::commandLine(const Dictionary& plugin) const {
+  std::vector<std::string> command;
+  for (const PropertyList& argument : plugin.array(plugin_key::kProgramArguments).elements()) {
+    command.push_back(*argument.asString());
+  }
+  if (command.empty()) return std::nullopt;
+  if (!isBelowFolder(command.front())) {
+    log_.write(formatText("Plugin executable is not in the Plugins folder: %@", {command.front()}));
+    return std::nullopt;
+  }
+  command.front() = standardizingPath(appendingPathComponent(paths_.plugins, command.front()));
+  command.emplace_back("--test-mode");
+  return command;
+}
+
+void PluginValidation::show(const std::optional<std::string>& reply) const {
+  const auto verdict = reply ? parseHelperReply(*reply) : std::nullopt;
+  if (verdict) {
+    alerts_.showValidationResult(verdict->code == 0, verdict->message);
+  } else {
+    alerts_.showValidationResult(false, "The plugin gave no readable result.");
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,137 @@
+#include "plugins/PluginValues.h"
+
+#include <algorithm>
+#include <array>
+
+#include "plugins/PluginKeys.h"
+#include "plugins/PluginTitles.h"
+#include "plugins/PluginsTabView.h"
+#include "values/Conversions.h"
+
+namespace corvane {
+namespace {
+
+bool isOneOf(const PluginOption& option, std::initializer_list<std::string_view> types) {
+  return std::ranges::any_of(types, [&](std::string_view type) { return option.isOfType(type); });
+}
+
+/// Types whose values change through their buttons only.
+bool changesThroughButtons(const PluginOption& option) {
+  using namespace setting_type;
+  return isOneOf(option, {kFileArray, kFolderArray, kFilePicker, kFolderPicker, kPluginValidation});
+}
+
+/// Sets one name in the option's set of check boxes: in the file's contents and in the set that the catalogue
+/// holds, so that the row shows the new state without another loading.
+void setCheckboxOfSet(const PluginOption& option, Dictionary& contents, const std::string& name, bool state) {
+  Dictionary loaded = option.checkboxes();
+  Dictionary changed = loaded ? loaded.shallowCopy() : Dictionary::make();
+  changed.set(name, PropertyList::boolean(state));
+  contents.set(option.storageKey(), changed);
+  loaded.set(name, PropertyList::boolean(state));
+}
+
+}  // namespace
+
+ObjectValue PluginValues::objectValue(const TableColumn& column, const OutlineItem& item) const {
+  if (column.title == kEnabledColumn) return enabledState(item);
+  if (column.title != kPluginColumn) return {};
+  if (tree_.isPlugin(item)) return pluginTitle(item.object().asDictionary());
+  if (const PluginOption option = tree_.optionOfValueRow(item)) return storedValue(option, item);
+  const PluginOption option = tree_.optionOfOptionRow(item);
+  if (!option) return {};
+  if (option.isOfType(setting_type::kCheckbox)) return checkboxState(option);
+  return optionTitle(option);
+}
+
+ObjectValue PluginValues::enabledState(const OutlineItem& item) const {
+  if (!tree_.isPlugin(item)) return {};
+  const auto name = catalogue_.blacklistName(item.object());
+  if (!name) return {};
+  return PropertyList::boolean(!catalogue_.isPluginBlacklisted(*name));
+}
+
+ObjectValue PluginValues::storedValue(const PluginOption& option, const OutlineItem& item) const {
+  using namespace setting_type;
+  if (isOneOf(option, {kDisplayOnly, kCheckbox, kPluginValidation})) return {};
+  const Dictionary contents = storage_.readForDisplay(option);
+  const std::string* key = item.object().asString();
+  if (!contents || key == nullptr) return {};
+  if (option.isOfType(kCheckboxes)) return PropertyList::boolean(boolValue(option.checkboxes().value(*key)));
+  const PropertyList stored = contents.value(*key);
+  return stored ? ObjectValue(stored) : ObjectValue();
+}
+
+ObjectValue PluginValues::checkboxState(const PluginOption& option) const {
+  const Dictionary contents = storage_.read(option);
+  if (!contents) return {};
+  // Not inverted for a "Negative" check box although its edits are: the box shows what is stored, not what
+  // was clicked. This is intended.
+  return PropertyList::boolean(boolValue(contents.value(option.storageKey())));
+}
+
+void PluginValues::setObjectValue(OutlineView& outline, const PropertyList& value, const TableColumn& column,
+                                  const OutlineItem& item) {
+  AfterEdit after = AfterEdit::Reload;
+  if (!storage_.mayEdit() || !value) {
+    // Nothing to store: the row shows again what is stored.
+  } else if (column.title == kEnabledColumn) {
+    after = setEnabled(value, item);
+  } else if (column.title == kPluginColumn) {
+    if (const PluginOption option = tree_.optionOfValueRow(item)) {
+      after = setValue(option, value, item);
+    } else if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
+      after = setCheckbox(tree_.optionOfOptionRow(item), boolValue(value));
+    }
+  }
+  if (after == AfterEdit::Reload) outline.reloadItem(item);
+}
+
+PluginValues::AfterEdit PluginValues::setEnabled(const PropertyList& value, const OutlineItem& item) {
+  if (!tree_.isPlugin(item)) return AfterEdit::Nothing;
+  const auto name = catalogue_.blacklistName(item.object());
+  if (!name) return AfterEdit::Nothing;
+  catalogue_.setPluginEnabled(*name, boolValue(value));
+  return AfterEdit::Reload;
+}
+
+PluginValues::AfterEdit PluginValues::setValue(const PluginOption& option, const PropertyList& value,
+                                               const OutlineItem& item) const {
+  using namespace setting_type;
+  const std::string* key = item.object().asString();
+  if (key == nullptr || changesThroughButtons(option)) return AfterEdit::Nothing;
+  Dictionary contents = storage_.readForEdit(option);
+  if (!contents) return AfterEdit::Nothing;
+  if (option.isOfType(kNumberPicker)) {
+    contents.set(*key, PropertyList::integer(intValue(value)));
+  } else if (option.isOfType(kCheckboxes)) {
+    setCheckboxOfSet(option, contents, *key, boolValue(value));
+  } else if (isOneOf(option, {kPopUpMenu, kTextField, kUsernameField, kPasswordField})) {
+    contents.set(*key, value);
+  }
+  // A type without a rule of its own has its file rewritten as it is.
+  storage_.write(option, contents);
+  return AfterEdit::Reload;
+}
+
+PluginValues::AfterEdit PluginValues::setCheckbox(const PluginOption& option, bool state) const {
+  Dictionary contents = storage_.readForEdit(option);
+  if (!contents) return AfterEdit::Nothing;
+  const PropertyList parameter = option.value();
+  const std::string* sense = parameter.asString();
+  if (sense == nullptr || (*sense != checkbox_value::kPositive && *sense != checkbox_value::kNegative)) {
+    log_.write("You should not be here.  Value is neither Postive or Negative for a checkbox");
+    return AfterEdit::Nothing;
+  }
+  const bool stored = *sense == checkbox_value::kPositive ? state : !state;
+  contents.set(option.storageKey(), PropertyList::boolean(stored));
+  storage_.write(option, contents);
+  return AfterEdit::Reload;
+}
+
+bool PluginValues::shouldEdit(const TableColumn& column, const OutlineItem& item) const {
+  if (column.title == kEnabledColumn) return tree_.isPlugin(item);
+  return column.title == kPluginColumn && tree_.isItemSubOption(item);
+}
+
+}  // namespace corvane
