@@ -46,6 +46,13 @@ class VirtualRunLoop : public RunLoop {
   [[nodiscard]] double now() const { return now_; }
   [[nodiscard]] std::size_t pendingTimers() const { return count(true); }
   [[nodiscard]] std::size_t watchedDescriptors() const { return count(false); }
+  [[nodiscard]] std::vector<int> descriptors() const {
+    std::vector<int> watched;
+    for (const auto& entry : entries_) {
+      if (!entry->ended && entry->descriptor >= 0) watched.push_back(entry->descriptor);
+    }
+    return watched;
+  }
 
  private:
   struct Entry {

@@ -22,6 +22,8 @@ class FileDescriptor {
 
   [[nodiscard]] int get() const noexcept { return descriptor_; }
   explicit operator bool() const noexcept { return descriptor_ >= 0; }
+  /// Gives the descriptor away without closing it.
+  [[nodiscard]] int release() noexcept { return std::exchange(descriptor_, -1); }
   void reset(int descriptor = -1) noexcept {
     if (descriptor_ >= 0) ::close(descriptor_);
     descriptor_ = descriptor;

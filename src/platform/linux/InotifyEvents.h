@@ -15,7 +15,9 @@ struct InotifyEvent {
   std::string_view name;  // of the entry of a watched folder; empty for the watched thing itself
 };
 
-/// Reads what waits on the non-blocking descriptor, in the order in which it happened.
+/// Reads what waits on the non-blocking descriptor, in the order in which it happened; at most one buffer of
+/// it, so that a storm of events does not keep the run loop from everything else. The rest makes the
+/// descriptor readable again.
 void readInotifyEvents(int descriptor, const std::function<void(const InotifyEvent&)>& handle);
 
 }  // namespace corvane

@@ -1,0 +1,160 @@
+#include <csignal>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "linux/OtherUser.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxPropertyListFiles.h"
+#include "support/TemporaryFolder.h"
+
+namespace corvane {
+namespace {
+
+using test::OtherUser;
+using test::TemporaryFolder;
+using Paths = std::vector<std::string>;
+
+Dictionary sample(const std::string& name = "value") {
+  return Dictionary::make({{"Name", PropertyList::string(name)}, {"Count", PropertyList::integer(3)}});
+}
+
+mode_t modeOf(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+Paths namesIn(const TemporaryFolder& folder) {
+  return LinuxFiles().walk(folder.path()).value_or(Paths{"(unreadable)"});
+}
+
+TEST(LinuxPropertyListFiles, WhatIsWrittenReadsBackEqualAndAsFreshObjects) {
+  const TemporaryFolder folder;
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  const PropertyList first = files.read(folder / "a.plist");
+  const PropertyList second = files.read(folder / "a.plist");
+  EXPECT_EQ(first, sample());
+  EXPECT_EQ(second, sample());
+  EXPECT_FALSE(first.isSameObject(second));
+}
+
+TEST(LinuxPropertyListFiles, WrittenFileIsXmlAloneInItsFolderWithMode644WhateverTheUmask) {
+  const TemporaryFolder folder;
+  const mode_t before = ::umask(0077);
+  const bool written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
+  ::umask(before);
+  ASSERT_TRUE(written);
+  EXPECT_EQ(folder.readFile("a.plist").substr(0, 6), "<?xml ");
+  EXPECT_EQ(modeOf(folder / "a.plist"), 0644U);
+  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+}
+
+TEST(LinuxPropertyListFiles, WhatIsNotAReadablePropertyListIsNothing) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
+  std::filesystem::create_symlink("a", folder / "b");
+  std::filesystem::create_symlink("b", folder / "a");
+  LinuxPropertyListFiles files;
+  for (const std::string& path :
+       {folder / "missing", folder / "fifo", folder.path(), folder / "a", std::string("/dev/null"),
+        folder.writeFile("empty"), folder.writeFile("text", "no property list")}) {
+    EXPECT_FALSE(files.read(path)) << path;
+  }
+}
+
+TEST(LinuxPropertyListFiles, FileBeyondTheSizeLimitIsNothing) {
+  const TemporaryFolder folder;
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  ASSERT_TRUE(files.read(folder / "a.plist"));
+  std::filesystem::resize_file(folder / "a.plist", LinuxPropertyListFiles::kSizeLimit + 1);
+  EXPECT_FALSE(files.read(folder / "a.plist"));
+}
+
+TEST(LinuxPropertyListFiles, LinkAtThePathIsReplacedAndItsTargetKept) {
+  const TemporaryFolder folder;
+  folder.writeFile("victim", "precious");
+  std::filesystem::create_symlink("victim", folder / "a.plist");
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  EXPECT_EQ(folder.readFile("victim"), "precious");
+  EXPECT_FALSE(std::filesystem::is_symlink(folder / "a.plist"));
+  EXPECT_EQ(files.read(folder / "a.plist"), sample());
+}
+
+TEST(LinuxPropertyListFiles, SecondNameOfAFileAtThePathKeepsItsContents) {
+  const TemporaryFolder folder;
+  std::filesystem::create_hard_link(folder.writeFile("victim", "precious"), folder / "a.plist");
+  ASSERT_TRUE(LinuxPropertyListFiles().write(folder / "a.plist", sample()));
+  EXPECT_EQ(folder.readFile("victim"), "precious");
+}
+
+TEST(LinuxPropertyListFiles, FifoAtThePathIsReplacedWithoutWaiting) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "a.plist").c_str(), 0600), 0);
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  EXPECT_EQ(files.read(folder / "a.plist"), sample());
+}
+
+TEST(LinuxPropertyListFiles, FailedWriteLeavesTheFolderAsItWas) {
+  const TemporaryFolder folder;
+  folder.makeFolder("a.plist");
+  LinuxPropertyListFiles files;
+  EXPECT_FALSE(files.write(folder / "a.plist", sample()));
+  EXPECT_FALSE(files.write(folder / "missing/a.plist", sample()));
+  EXPECT_FALSE(files.write(folder.path() + "/", sample()));
+  EXPECT_FALSE(files.write(folder / "..", sample()));
+  EXPECT_FALSE(files.write(folder / ("b.plist" + std::string("\0x", 2)), sample()));
+  EXPECT_FALSE(files.write("", sample()));
+  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+}
+
+TEST(LinuxPropertyListFiles, ValueThatHasNoXmlFormLeavesTheOldFile) {
+  const TemporaryFolder folder;
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  EXPECT_FALSE(files.write(folder / "a.plist", PropertyList()));
+  EXPECT_EQ(files.read(folder / "a.plist"), sample());
+}
+
+TEST(LinuxPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
+  const TemporaryFolder folder;
+  LinuxPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample("old")));
+  // A limit on the size of files makes the write fail half-way, as a full disk does.
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  rlimit small = before;
+  small.rlim_cur = 64;
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const bool written = files.write(folder / "a.plist", sample(std::string(1000, 'x')));
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_FALSE(written);
+  EXPECT_EQ(files.read(folder / "a.plist"), sample("old"));
+  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+}
+
+TEST(LinuxPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
+  if (!OtherUser::isPossible()) GTEST_SKIP() << "needs root to act as two users";
+  const TemporaryFolder folder;
+  ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
+  folder.writeFile("a.plist", "of root");
+  bool written = true;
+  {
+    const OtherUser nobody;
+    written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
+  }
+  EXPECT_FALSE(written);
+  EXPECT_EQ(folder.readFile("a.plist"), "of root");
+  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+}
+
+}  // namespace
+}  // namespace corvane
