@@ -25,6 +25,8 @@ class FakePane final : public PaneServices {
   };
 
   void setUnlocked(bool unlocked);
+  /// For a test that ends a tab before its pane.
+  void forgetUnlockedObservers() { observers_.clear(); }
 
   [[nodiscard]] bool unlocked() const override { return unlocked_; }
   void addUnlockedObserver(UnlockedObserver& observer) override;
