@@ -1,0 +1,56 @@
+// The composition root: builds the whole pane over a platform and ties the controllers to their controls. A shell creates
+// one, shows its views, and calls `load` once it is ready to show alerts.
+#pragma once
+
+#include <string_view>
+
+#include "configuration/ConfigurationTabView.h"
+#include "configuration/ConfigurationTabViewController.h"
+#include "options/OptionsTabView.h"
+#include "options/OptionsTabViewController.h"
+#include "pane/CorvanePref.h"
+#include "pane/MyTabViewController.h"
+#include "pane/PaneView.h"
+#include "pane/PathTable.h"
+#include "platform/Platform.h"
+#include "plugins/PluginsTabView.h"
+#include "plugins/PluginsTabViewController.h"
+
+namespace corvane {
+
+class PaneAssembly {
+ public:
+  /// The services of the platform must outlive the assembly. `rootPrefix` as in the path table.
+  PaneAssembly(const Platform& platform, std::string_view rootPrefix);
+  PaneAssembly(const PaneAssembly&) = delete;
+  PaneAssembly& operator=(const PaneAssembly&) = delete;
+  ~PaneAssembly() = default;
+
+  /// Plays the host's life cycle: awakens the tabs and the pane, then loads the main view.
+  void load();
+
+  [[nodiscard]] const PathTable& paths() const { return paths_; }
+  [[nodiscard]] PaneView& view() { return view_; }
+  [[nodiscard]] ConfigurationTabView& configurationView() { return configurationView_; }
+  [[nodiscard]] OptionsTabView& optionsView() { return optionsView_; }
+  [[nodiscard]] PluginsTabView& pluginsView() { return pluginsView_; }
+  [[nodiscard]] CorvanePref& pane() { return pane_; }
+  [[nodiscard]] ConfigurationTabViewController& configuration() { return configuration_; }
+  [[nodiscard]] OptionsTabViewController& options() { return options_; }
+  [[nodiscard]] PluginsTabViewController& plugins() { return plugins_; }
+
+ private:
+  Platform platform_;
+  PathTable paths_;
+  PaneView view_;
+  ConfigurationTabView configurationView_;
+  OptionsTabView optionsView_;
+  PluginsTabView pluginsView_;
+  MyTabViewController guard_;
+  ConfigurationTabViewController configuration_;
+  OptionsTabViewController options_;
+  PluginsTabViewController plugins_;
+  CorvanePref pane_;  // goes first: it holds the tabs, the tabs only borrow it
+};
+
+}  // namespace corvane
