@@ -54,7 +54,7 @@ std::string RootFileOperations::housekeepingFiles() const {
   std::string list;
   for (const char* file : {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
                            "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
-    list += " " + paths_.shellQuoted(file);
+    list.append(" ").append(paths_.shellQuoted(file));
   }
   return list;
 }
