@@ -2,8 +2,11 @@
 // of its file, bindings observe the keys of their controls.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -36,13 +39,17 @@ class ObservableDictionary {
   void setQuietly(const std::string& key, PropertyList value) { contents_.set(key, std::move(value)); }
 
   /// One registration; removing one that does not exist does nothing.
-  void addObserver(KeyObserver& observer, const std::string& key) { observers_.emplace_back(key, &observer); }
-  void removeObserver(KeyObserver& observer, const std::string& key);
-  [[nodiscard]] bool isObservedBy(const KeyObserver& observer, const std::string& key) const;
+  void addObserver(KeyObserver& observer, const std::string& key) { observers_[key].push_back(&observer); }
+  void removeObserver(KeyObserver& observer, std::string_view key);
+  [[nodiscard]] bool isObservedBy(const KeyObserver& observer, std::string_view key) const;
 
  private:
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view key) const noexcept { return std::hash<std::string_view>{}(key); }
+  };
   Dictionary contents_;
-  std::vector<std::pair<std::string, KeyObserver*>> observers_;
+  std::unordered_map<std::string, std::vector<KeyObserver*>, Hash, std::equal_to<>> observers_;
 };
 
 }  // namespace corvane

@@ -38,12 +38,13 @@ void QLDefaultsController::setValueForKey(const std::string& key, PropertyList v
 void QLDefaultsController::refreshValues() {
   const Dictionary fresh = propertyLists_.read(file_).asDictionary();
   if (values_) {
+    refreshing_ = true;
     for (const auto& [key, value] : fresh.entries()) {
       if (value.isSameObject(values_->value(key))) continue;
-      values_->removeObserver(*this, key);  // so that reading never writes
+      if (!values_->isObservedBy(*this, key)) values_->addObserver(*this, key);
       values_->set(key, value);
-      values_->addObserver(*this, key);
     }
+    refreshing_ = false;
     // Keys that the file has lost keep their values: a refresh only adds and replaces. This is intended.
   }
   fileExists_ = files_.exists(file_);
@@ -54,7 +55,7 @@ void QLDefaultsController::commitChanges() {
 }
 
 void QLDefaultsController::observeValueForKey(const std::string& key, const PropertyList& /*newValue*/) {
-  observeValueForKeyPath(keyPath(key));
+  if (!refreshing_) observeValueForKeyPath(keyPath(key));  // reading never writes
 }
 
 void QLDefaultsController::observeValueForKeyPath(const std::string& changedPath) {
