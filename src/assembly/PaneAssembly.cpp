@@ -6,6 +6,7 @@ PaneAssembly::PaneAssembly(const Platform& platform, std::string_view rootPrefix
     : platform_(platform),
       paths_(rootPrefix),
       view_(platform.authorization),
+      optionsView_(view_.mainWindow),
       guard_(platform_, paths_, view_.tabView),
       configuration_(platform_, paths_, configurationView_),
       options_(platform_, paths_, optionsView_),
