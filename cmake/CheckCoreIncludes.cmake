@@ -1,5 +1,5 @@
-# Fails the build when a core folder includes anything but the standard library, the core itself and the two libraries
-# that are allowed there. Run by the target `check_core_includes`, on which the core library depends.
+# Fails the build when a core folder includes anything but the standard library, the core itself and the one
+# library that is allowed there. Run by the target `check_core_includes`, on which the core library depends.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   add_custom_target(check_core_includes
     COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR}/src -P ${CMAKE_CURRENT_LIST_FILE}
@@ -14,7 +14,7 @@ set(standard
   istream iterator limits list locale map memory memory_resource new numeric optional ostream queue random ranges
   ratio set source_location span sstream stack stdexcept string string_view system_error tuple type_traits typeindex
   typeinfo unordered_map unordered_set utility variant vector version)
-set(libraries pugixml.hpp utf8proc.h)
+set(libraries utf8proc.h)
 set(folders values platform controls formatters privileged pane options plugins configuration assembly)
 
 set(failed FALSE)

@@ -229,7 +229,8 @@ class TreeBuilder {
     std::string_view references;
     std::size_t count = 0;  // of elements, or of keys and as many values
     std::size_t next = 0;
-    std::size_t firstChild = 0;  // on the stack of children
+    std::vector<PropertyList> elements;
+    std::vector<Dictionary::Entry> entries;
   };
 
   /// An object that is referred to from several places is read into each of them, since values can be changed
@@ -251,6 +252,8 @@ class TreeBuilder {
     const auto object = Object::at(table_.object(number));
     if (!object) return false;
     if (object->marker == Marker::Array || object->marker == Marker::Dictionary) return open(*object);
+    // An archive's identifier becomes a dictionary, which is a level too.
+    if (object->marker == Marker::ArchiveIdentifier && open_.size() == nestingLimit) return false;
     PropertyList value = readScalar(*object);
     if (!value) return false;
     const std::string* text = value.asString();
@@ -261,15 +264,22 @@ class TreeBuilder {
 
   [[nodiscard]] bool open(Object object) {
     const auto count = object.length();
-    if (!count || open_.size() == nestingLimit || !spend(0)) return false;
+    if (!count || open_.size() == nestingLimit) return false;
     Container container;
     container.isDictionary = object.marker == Marker::Dictionary;
     const std::size_t sizePerChild = table_.referenceSize() * (container.isDictionary ? 2 : 1);
     if (*count > object.rest.size() / sizePerChild) return false;
     container.references = object.rest.substr(0, *count * sizePerChild);
     container.count = *count;
-    container.firstChild = container.isDictionary ? entries_.size() : elements_.size();
-    open_.push_back(container);
+    // A file can claim the same references for many containers, so their room is paid for before it is taken.
+    const std::size_t room = container.isDictionary ? sizeof(Dictionary::Entry) : sizeof(PropertyList);
+    if (!spend(*count * room)) return false;
+    if (container.isDictionary) {
+      container.entries.reserve(*count);
+    } else {
+      container.elements.reserve(*count);
+    }
+    open_.push_back(std::move(container));
     return true;
   }
 
@@ -286,36 +296,25 @@ class TreeBuilder {
     const auto key = Object::at(table_.object(reference(container, index)));
     auto text = key ? readText(*key) : std::nullopt;
     if (!text || !spend(text->size())) return false;
-    entries_.emplace_back(std::move(*text), PropertyList());
+    container.entries.emplace_back(std::move(*text), PropertyList());
     return begin(reference(container, container.count + index));
   }
 
   [[nodiscard]] bool close() {
-    const Container container = open_.back();
+    Container container = std::move(open_.back());
     open_.pop_back();
-    if (container.isDictionary)
-      return finish(take(entries_, container.firstChild, [](auto entries) {
-        return Dictionary::fromEntries(std::move(entries), Dictionary::Duplicates::FirstWins);
-      }));
-    return finish(take(elements_, container.firstChild, Array::fromElements));
+    if (!container.isDictionary) return finish(Array::fromElements(std::move(container.elements)));
+    return finish(Dictionary::fromEntries(std::move(container.entries), Dictionary::Duplicates::FirstWins));
   }
 
-  template <typename Child, typename Make>
-  [[nodiscard]] static PropertyList take(std::vector<Child>& children, std::size_t first, Make make) {
-    const auto begin = children.begin() + static_cast<std::ptrdiff_t>(first);
-    PropertyList result =
-        make(std::vector<Child>(std::make_move_iterator(begin), std::make_move_iterator(children.end())));
-    children.erase(begin, children.end());
-    return result;
-  }
-
+  /// Hands a complete value to the container that it stands in.
   [[nodiscard]] bool finish(PropertyList value) {
     if (open_.empty()) {
       finished_ = std::move(value);
     } else if (open_.back().isDictionary) {
-      entries_.back().second = std::move(value);
+      open_.back().entries.back().second = std::move(value);
     } else {
-      elements_.push_back(std::move(value));
+      open_.back().elements.push_back(std::move(value));
     }
     return true;
   }
@@ -323,8 +322,6 @@ class TreeBuilder {
   const ObjectTable& table_;
   std::size_t budget_;
   std::vector<Container> open_;
-  std::vector<PropertyList> elements_;
-  std::vector<Dictionary::Entry> entries_;
   PropertyList finished_;
 };
 

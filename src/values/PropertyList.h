@@ -94,6 +94,9 @@ class PropertyList {
     std::uint32_t references = 1;
     Kind kind;
     bool isAboveSignedRange = false;  // an integer that only fits the unsigned type
+
+    static void* operator new(std::size_t size);
+    static void operator delete(void* cell, std::size_t size) noexcept;
   };
   struct Nodes;
   static void destroy(Node* node) noexcept;

@@ -30,8 +30,6 @@ constexpr std::string_view footer = "</plist>\n";
       return "&gt;";
     case '&':
       return "&amp;";
-    case '\0':
-      return "&#0;";  // no XML parser gets past the bare character
     default:
       return {};
   }
@@ -184,12 +182,16 @@ class Writer {
                                std::string_view closingTag) {
     if (!isUtf8(content)) return false;
     text_ += openingTag;
-    constexpr std::string_view escaped = "<>&\0"sv;
-    for (std::size_t at = content.find_first_of(escaped); at != std::string_view::npos;
-         at = content.find_first_of(escaped)) {
+    for (std::size_t at = 0; at < content.size();) {
+      const std::string_view escape = escapeOf(content[at]);
+      if (escape.empty()) {
+        ++at;
+        continue;
+      }
       text_ += content.substr(0, at);
-      text_ += escapeOf(content[at]);
+      text_ += escape;
       content.remove_prefix(at + 1);
+      at = 0;
     }
     text_ += content;
     text_ += closingTag;

@@ -321,12 +321,12 @@ TEST(BinaryPropertyListReader, AContainerThatContainsItselfMakesTheFileUnreadabl
 }
 
 TEST(BinaryPropertyListReader, NestingIsLimitedTo512Levels) {
-  const auto nested = [](std::size_t levels) {
+  const auto nested = [](std::size_t levels, const std::string& innermost = "\xA0") {
     File file;
     file.offsetSize = 4;
     file.referenceSize = 4;
     for (std::size_t i = 0; i + 1 < levels; ++i) file.objects.push_back("\xA1"s + bigEndian(i + 1, 4));
-    file.objects.push_back("\xA0"s);
+    file.objects.push_back(innermost);
     return readPropertyList(file.bytes());
   };
   const auto deepest = nested(512);
@@ -334,6 +334,9 @@ TEST(BinaryPropertyListReader, NestingIsLimitedTo512Levels) {
   EXPECT_TRUE(writeXmlPropertyList(deepest));
   EXPECT_FALSE(nested(513));
   EXPECT_FALSE(nested(29'000));
+  const std::string archiveIdentifier = "\x80\x05";
+  EXPECT_TRUE(writeXmlPropertyList(nested(512, archiveIdentifier)));
+  EXPECT_FALSE(nested(513, archiveIdentifier));
 }
 
 TEST(BinaryPropertyListReader, ASmallFileCannotStandForAnEndlessTree) {

@@ -75,7 +75,7 @@ TEST(XmlPropertyListWriter, EscapesOnlyWhatMustBe) {
       "<string>&lt;a href=\"x\"&gt;'&amp;amp;'&lt;/a&gt;\r\n\t\x01\x7F\xC3\xA9\xF0\x9F\x98\x80</string>\n");
   expectWritten(Dictionary::make({{"<&>", text("&")}}),
                 "<dict>\n\t<key>&lt;&amp;&gt;</key>\n\t<string>&amp;</string>\n</dict>\n");
-  expectWritten(text("a\0b"s), "<string>a&#0;b</string>\n");
+  expectWritten(text("a\0b"s), "<string>a\0b</string>\n"s);
   expectWritten(text("]]>"), "<string>]]&gt;</string>\n");
   expectWritten(text("  "), "<string>  </string>\n");
 }
