@@ -34,6 +34,14 @@ int complain(std::string_view what) {
   return kUsageError;
 }
 
+/// As far as this process may: root lifts what the user's session has set, another user up to its hard limit.
+void liftLimit(__rlimit_resource_t resource) {
+  rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
+  if (::setrlimit(resource, &limit) == 0 || ::getrlimit(resource, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  (void)::setrlimit(resource, &limit);
+}
+
 /// What the caller's session may have left behind: handlers, limits, the mask.
 void resetProcess() {
   for (int signal = 1; signal < NSIG; ++signal) (void)std::signal(signal, SIG_DFL);
@@ -43,14 +51,9 @@ void resetProcess() {
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
   ::umask(022);
-  if (::geteuid() == 0) {
-    const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
-    for (const auto resource : {RLIMIT_FSIZE, RLIMIT_CPU, RLIMIT_AS, RLIMIT_DATA}) {
-      (void)::setrlimit(resource, &unlimited);
-    }
-  }
-  const rlimit none_dumped{0, 0};
-  (void)::setrlimit(RLIMIT_CORE, &none_dumped);
+  for (const auto resource : {RLIMIT_FSIZE, RLIMIT_CPU, RLIMIT_AS, RLIMIT_DATA}) liftLimit(resource);
+  const rlimit nothing{0, 0};
+  (void)::setrlimit(RLIMIT_CORE, &nothing);
 }
 
 /// The user who asked for the rights. polkit's launcher tells it in the environment that it has scrubbed for
