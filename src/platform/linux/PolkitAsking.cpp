@@ -16,14 +16,14 @@
 #include "helper/Session.h"
 #include "platform/linux/HelperRights.h"
 
-extern char** environ;
-
 namespace corvane {
 namespace {
 
 // What polkit's launcher exits with when the program was not started.
 constexpr int kDismissed = 126;
 constexpr int kNotStarted = 127;
+// All that the launcher needs: it refuses to run when some of the user's variables are not to its taste.
+constexpr const char* kEnvironment[] = {"PATH=/usr/bin:/bin", nullptr};
 constexpr std::string_view kNotAuthorized = "Not authorized";
 constexpr std::size_t kLongestComplaint = 2000;
 
@@ -118,8 +118,9 @@ bool PolkitAsking::launch(std::string& problem) {
                                           root.c_str(),
                                           nullptr};
   pid_t pid = -1;
-  const int error = ::posix_spawn(&pid, options_.pkexec.c_str(), &setup.actions, &setup.attributes,
-                                  const_cast<char* const*>(vector.data()), environ);
+  const int error =
+      ::posix_spawn(&pid, options_.pkexec.c_str(), &setup.actions, &setup.attributes,
+                    const_cast<char* const*>(vector.data()), const_cast<char* const*>(kEnvironment));
   if (error != 0) {
     problem = options_.pkexec + ": " + std::strerror(error);
     return false;
