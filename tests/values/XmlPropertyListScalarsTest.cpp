@@ -208,6 +208,7 @@ TEST(XmlPropertyListScalars, DecodesEscapesStrictly) {
       {"<string>&#00065;</string>", text("A")},
       {"<string>&#x10FFFF;</string>", text("\xF4\x8F\xBF\xBF")},
       {"<string>a&#0;b</string>", text("a\0b"s)},
+      {"<string>a\0b</string>"s, text("a\0b"s)},
       {"<string>]]> \" '</string>", text("]]> \" '")},
       {"<dict><key>a&amp;b</key><true/></dict>", Dictionary::make({{"a&b", PropertyList::boolean(true)}})},
   });
