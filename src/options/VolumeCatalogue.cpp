@@ -40,13 +40,16 @@ Array VolumeCatalogue::readSavedList() const {
 
 void VolumeCatalogue::mergeOfferedVolume(std::string_view name, std::string_view path) {
   bool matched = false;
-  for (Dictionary entry : volumes_.entries()) {
-    if (hasName(entry, name) && volumePath(entry) == path) matched = true;
+  for (const Dictionary& entry : volumes_.entries()) {
+    const std::string* savedName = entry.string(volume_key::kName);
+    if (savedName == nullptr) continue;
+    if (*savedName == name && volumePath(entry) == path) matched = true;
     // An entry may have been saved under the mount point as its name, before the volume's name was known. It
     // now gets the name.
-    if (hasName(entry, path)) {
-      entry.set(volume_key::kName, PropertyList::string(std::string(name)));
-      entry.set(volume_key::kPath, PropertyList::string(std::string(path)));
+    if (*savedName == path) {
+      Dictionary renamed = entry;
+      renamed.set(volume_key::kName, PropertyList::string(std::string(name)));
+      renamed.set(volume_key::kPath, PropertyList::string(std::string(path)));
       matched = true;
     }
   }
