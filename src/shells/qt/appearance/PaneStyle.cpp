@@ -110,6 +110,28 @@ void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) {
   if (focused(&option)) drawFocusRing(painter, frame, option.editable ? 3.5 : 5.5, option.palette);
 }
 
+/// Scroll bars have no arrow buttons: the slider runs over their whole length.
+QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
+  const bool horizontal = bar.orientation == Qt::Horizontal;
+  const int length = horizontal ? bar.rect.width() : bar.rect.height();
+  const qint64 range = qint64{bar.maximum} - bar.minimum;
+  int slider = length;
+  if (range > 0) slider = qBound(24, static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep)), length);
+  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - slider,
+                                                    bar.upsideDown);
+  const auto piece = [&](int from, int size) {
+    const QRect rect = horizontal ? QRect(from, 0, size, bar.rect.height()) : QRect(0, from, bar.rect.width(), size);
+    return QStyle::visualRect(bar.direction, bar.rect, rect.translated(bar.rect.topLeft()));
+  };
+  switch (part) {
+    case QStyle::SC_ScrollBarSlider: return piece(start, slider);
+    case QStyle::SC_ScrollBarSubPage: return piece(0, start);
+    case QStyle::SC_ScrollBarAddPage: return piece(start + slider, length - start - slider);
+    case QStyle::SC_ScrollBarGroove: return bar.rect;
+    default: return {};
+  }
+}
+
 }  // namespace
 
 PaneStyle::PaneStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -197,7 +219,21 @@ void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
       drawComboBox(*box, *painter);
     return;
   }
+  if (control == CC_ScrollBar) {
+    const QRect slider = subControlRect(control, option, SC_ScrollBarSlider, widget);
+    painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+    QColor color = option->palette.color(QPalette::Active, QPalette::WindowText);
+    color.setAlphaF(option->activeSubControls.testFlag(SC_ScrollBarSlider) ? 0.5F : 0.3F);
+    if (enabled(option)) drawRounded(*painter, QRectF(slider).adjusted(3, 3, -3, -3), 3.5, color, Qt::transparent);
+    return;
+  }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect PaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  // Room between the frame's rounded corner and the text.
+  return element == SE_LineEditContents ? rect.adjusted(4, 0, -4, 0) : rect;
 }
 
 int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
@@ -270,6 +306,9 @@ QRect PaneStyle::subControlRect(ComplexControl control, const QStyleOptionComple
                                 const QWidget* widget) const {
   if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
     return option->rect.adjusted(8, 3, -24, -3);
+  }
+  if (control == CC_ScrollBar) {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) return scrollBarPart(*bar, part);
   }
   return QProxyStyle::subControlRect(control, option, part, widget);
 }

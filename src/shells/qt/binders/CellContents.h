@@ -1,0 +1,21 @@
+// What a prepared cell says in words: its text and whether it is a switch that is on. For assistive technology
+// and for the delegate.
+#pragma once
+
+#include <optional>
+
+#include <QString>
+
+#include "controls/OutlineView.h"
+
+namespace corvane::qt {
+
+[[nodiscard]] QString textOf(const PreparedCell& prepared);
+/// Nothing when the cell is no check box.
+[[nodiscard]] std::optional<bool> checkStateOf(const PreparedCell& prepared);
+/// The styled text that a default text cell shows; null for every other cell.
+[[nodiscard]] std::optional<AttributedText> styledTextOf(const PreparedCell& prepared);
+/// A switch whose picture stands in the place of its box.
+[[nodiscard]] bool isPictureButton(const ButtonCell& cell);
+
+}  // namespace corvane::qt

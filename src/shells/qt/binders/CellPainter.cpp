@@ -1,0 +1,142 @@
+#include "binders/CellPainter.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QWidget>
+
+#include "AttributedTextLayout.h"
+#include "Text.h"
+#include "appearance/FileTypeIcons.h"
+#include "appearance/Shapes.h"
+#include "binders/CellContents.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr int kBox = 18;      // a check box with the room of its focus ring
+constexpr int kPicture = 16;  // a picture in a row
+constexpr int kGap = 4;
+
+}  // namespace
+
+CellPainter::CellPainter(QPainter& painter, const QStyleOptionViewItem& option, const QRect& control,
+                         bool enabled)
+    : painter_(painter),
+      option_(option),
+      control_(control),
+      enabled_(enabled),
+      selected_(option.state.testFlag(QStyle::State_Selected)) {}
+
+QColor CellPainter::textColor() const {
+  const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
+  return option_.palette.color(group, selected_ ? QPalette::HighlightedText : QPalette::Text);
+}
+
+void CellPainter::drawText(const AttributedText& text, const QRect& rect, const QColor& color) const {
+  AttributedTextLayout(text, option_.font, option_.palette, color, selected_)
+      .draw(painter_, rect, Qt::AlignLeft);
+}
+
+void CellPainter::drawStyledText(const AttributedText& text) const { drawText(text, control_, textColor()); }
+
+void CellPainter::operator()(const EmptyCell& /*cell*/) const {}
+
+void CellPainter::operator()(const ButtonCell& cell) const {
+  if (cell.kind == ButtonCell::Kind::MomentaryPushIn) {
+    if (cell.bordered) {
+      drawPushButton(cell);
+    } else {
+      drawText(cell.title, control_, textColor());
+    }
+  } else if (isPictureButton(cell)) {
+    drawPictureButton(cell);
+  } else {
+    drawSwitch(cell);
+  }
+}
+
+void CellPainter::drawPushButton(const ButtonCell& cell) const {
+  QStyleOptionButton button;
+  button.QStyleOption::operator=(option_);
+  button.rect = control_;
+  button.text = withoutShortcuts(toQString(cell.title.text));
+  button.state = enabled_ ? QStyle::State_Enabled : QStyle::State_None;
+  option_.widget->style()->drawControl(QStyle::CE_PushButton, &button, &painter_, nullptr);
+}
+
+void CellPainter::drawSwitch(const ButtonCell& cell) const {
+  QStyleOptionButton box;
+  box.QStyleOption::operator=(option_);
+  box.rect = QRect(control_.left(), control_.top(), kBox, control_.height());
+  box.state = cell.on ? QStyle::State_On : QStyle::State_Off;
+  if (enabled_) box.state |= QStyle::State_Enabled;
+  option_.widget->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter_, nullptr);
+  drawText(cell.title, control_.adjusted(kBox + kGap, 0, 0, 0), textColor());
+}
+
+void CellPainter::drawPictureButton(const ButtonCell& cell) const {
+  const AttributedTextLayout text(cell.title, option_.font, option_.palette, textColor(), selected_);
+  const int top = control_.center().y() - kPicture / 2 + 1;
+  QRect picture(control_.left() + 1, top, kPicture, kPicture);
+  QRect title = control_.adjusted(kPicture + kGap + 2, 0, 0, 0);
+  if (cell.imagePosition == ButtonCell::ImagePosition::Right) {
+    title = control_.adjusted(0, 0, -kPicture - kGap, 0);
+    title.setWidth(qMin(title.width(), qCeil(text.naturalSize().width())));
+    picture.moveLeft(title.right() + kGap + 2);
+  }
+  text.draw(painter_, title, Qt::AlignLeft);
+  drawFileTypeIcon(painter_, picture, cell.image, option_.palette, enabled_);
+}
+
+void CellPainter::operator()(const PopUpButtonCell& cell) const {
+  const auto index = static_cast<std::size_t>(cell.selectedIndex);
+  const bool chosen = cell.selectedIndex >= 0 && index < cell.items.size();
+  drawComboBox(chosen ? toQString(cell.items[index]) : QString(), false);
+}
+
+void CellPainter::operator()(const ComboBoxCell& cell) const { drawComboBox(toQString(cell.text), true); }
+
+void CellPainter::drawComboBox(const QString& text, bool editable) const {
+  QStyleOptionComboBox box;
+  box.QStyleOption::operator=(option_);
+  box.rect = control_;
+  box.editable = editable;
+  box.currentText = text;
+  box.state = enabled_ ? QStyle::State_Enabled : QStyle::State_None;
+  const QStyle* style = option_.widget->style();
+  style->drawComplexControl(QStyle::CC_ComboBox, &box, &painter_, nullptr);
+  const QRect field = style->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, nullptr);
+  const auto role = editable ? QPalette::Text : QPalette::ButtonText;
+  painter_.setPen(option_.palette.color(enabled_ ? QPalette::Active : QPalette::Disabled, role));
+  painter_.drawText(field, Qt::AlignLeft | Qt::AlignVCenter,
+                    option_.fontMetrics.elidedText(text, Qt::ElideRight, field.width()));
+}
+
+void CellPainter::operator()(const TextFieldCell& cell) const {
+  if (cell.editable) {
+    drawField(toQString(cell.text), cell.placeholder);
+  } else {
+    drawText(AttributedText(cell.text), control_, textColor());
+  }
+}
+
+void CellPainter::operator()(const SecureTextFieldCell& cell) const {
+  const QString text = toQString(cell.text);
+  drawField(cell.echosBullets ? QString(text.size(), QChar(0x2022)) : QString(), cell.placeholder);
+}
+
+void CellPainter::drawField(const QString& text, const std::string& placeholder) const {
+  QColor base = option_.palette.color(QPalette::Base);
+  if (!enabled_) base.setAlphaF(0.5F);
+  drawRounded(painter_, QRectF(control_).adjusted(0.5, 1.5, -0.5, -1.5), 3.5, base,
+              outlineColor(option_.palette));
+  const bool empty = text.isEmpty();
+  const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
+  painter_.setPen(option_.palette.color(group, empty ? QPalette::PlaceholderText : QPalette::Text));
+  const QRect inside = control_.adjusted(6, 0, -6, 0);
+  painter_.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
+                    option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight,
+                                                   inside.width()));
+}
+
+}  // namespace corvane::qt
