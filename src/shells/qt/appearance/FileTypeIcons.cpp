@@ -44,7 +44,8 @@ void drawWasteBin(QPainter& painter, const QColor& color) {
   painter.setBrush(Qt::NoBrush);
   painter.drawLine(QPointF(2.5, 4), QPointF(13.5, 4));
   painter.drawPolyline(QPolygonF({QPointF(6, 3.8), QPointF(6.4, 2), QPointF(9.6, 2), QPointF(10, 3.8)}));
-  painter.drawPolyline(QPolygonF({QPointF(3.8, 4.2), QPointF(4.6, 14), QPointF(11.4, 14), QPointF(12.2, 4.2)}));
+  painter.drawPolyline(
+      QPolygonF({QPointF(3.8, 4.2), QPointF(4.6, 14), QPointF(11.4, 14), QPointF(12.2, 4.2)}));
   painter.drawLine(QPointF(6.6, 6.6), QPointF(6.9, 11.6));
   painter.drawLine(QPointF(9.4, 6.6), QPointF(9.1, 11.6));
 }

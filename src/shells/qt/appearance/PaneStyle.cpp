@@ -116,19 +116,26 @@ QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
   const int length = horizontal ? bar.rect.width() : bar.rect.height();
   const qint64 range = qint64{bar.maximum} - bar.minimum;
   int slider = length;
-  if (range > 0) slider = qBound(24, static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep)), length);
-  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - slider,
-                                                    bar.upsideDown);
+  if (range > 0)
+    slider = qBound(24, static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep)), length);
+  const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                                    length - slider, bar.upsideDown);
   const auto piece = [&](int from, int size) {
-    const QRect rect = horizontal ? QRect(from, 0, size, bar.rect.height()) : QRect(0, from, bar.rect.width(), size);
+    const QRect rect =
+        horizontal ? QRect(from, 0, size, bar.rect.height()) : QRect(0, from, bar.rect.width(), size);
     return QStyle::visualRect(bar.direction, bar.rect, rect.translated(bar.rect.topLeft()));
   };
   switch (part) {
-    case QStyle::SC_ScrollBarSlider: return piece(start, slider);
-    case QStyle::SC_ScrollBarSubPage: return piece(0, start);
-    case QStyle::SC_ScrollBarAddPage: return piece(start + slider, length - start - slider);
-    case QStyle::SC_ScrollBarGroove: return bar.rect;
-    default: return {};
+    case QStyle::SC_ScrollBarSlider:
+      return piece(start, slider);
+    case QStyle::SC_ScrollBarSubPage:
+      return piece(0, start);
+    case QStyle::SC_ScrollBarAddPage:
+      return piece(start + slider, length - start - slider);
+    case QStyle::SC_ScrollBarGroove:
+      return bar.rect;
+    default:
+      return {};
   }
 }
 
@@ -224,7 +231,8 @@ void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     painter->fillRect(option->rect, option->palette.color(QPalette::Base));
     QColor color = option->palette.color(QPalette::Active, QPalette::WindowText);
     color.setAlphaF(option->activeSubControls.testFlag(SC_ScrollBarSlider) ? 0.5F : 0.3F);
-    if (enabled(option)) drawRounded(*painter, QRectF(slider).adjusted(3, 3, -3, -3), 3.5, color, Qt::transparent);
+    if (enabled(option))
+      drawRounded(*painter, QRectF(slider).adjusted(3, 3, -3, -3), 3.5, color, Qt::transparent);
     return;
   }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -308,7 +316,8 @@ QRect PaneStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     return option->rect.adjusted(8, 3, -24, -3);
   }
   if (control == CC_ScrollBar) {
-    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option)) return scrollBarPart(*bar, part);
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
+      return scrollBarPart(*bar, part);
   }
   return QProxyStyle::subControlRect(control, option, part, widget);
 }

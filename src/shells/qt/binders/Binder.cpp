@@ -21,7 +21,7 @@ void Binder::refresh() {
   widget_.setAccessibleName(toQString(control_.accessibleName()));
   widget_.setToolTip(plainToolTip(control_.toolTip()));
   show();
-  widget_.setEnabled(control_.enabled());
+  widget_.setEnabled(takesActs());
   widget_.setVisible(!control_.hidden());
   place();
 }

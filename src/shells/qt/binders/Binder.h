@@ -31,6 +31,8 @@ class Binder : public QObject {
   void refresh();
   /// Shows what the kind adds.
   virtual void show() = 0;
+  /// Whether the widget takes acts at all; a kind may take some while its control is disabled.
+  [[nodiscard]] virtual bool takesActs() const { return control_.enabled(); }
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

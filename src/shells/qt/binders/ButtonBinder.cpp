@@ -39,7 +39,7 @@ void ButtonBinder::show() {
         checkBox->setCheckState(Qt::PartiallyChecked);
         break;
     }
-    checkBox->setTristate(false);  // a click never leads to the mixed state
+    checkBox->setTristate(button_.state() == ButtonState::Mixed);  // a click never leads to the mixed state
   }
 }
 

@@ -32,7 +32,8 @@ QString textOf(const PreparedCell& prepared) {
 
 std::optional<bool> checkStateOf(const PreparedCell& prepared) {
   const auto* button = std::get_if<ButtonCell>(prepared.cell.get());
-  if (button == nullptr || button->kind != ButtonCell::Kind::Switch || isPictureButton(*button)) return std::nullopt;
+  if (button == nullptr || button->kind != ButtonCell::Kind::Switch || isPictureButton(*button))
+    return std::nullopt;
   return button->on;
 }
 

@@ -1,10 +1,9 @@
-// What a prepared cell says in words: its text and whether it is a switch that is on. For assistive technology
-// and for the delegate.
+// What a prepared cell says in words: its text and whether it is a switch that is on. For assistive
+// technology and for the delegate.
 #pragma once
 
-#include <optional>
-
 #include <QString>
+#include <optional>
 
 #include "controls/OutlineView.h"
 

@@ -64,9 +64,8 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
   const PreparedCell cell = prepared(index);
-  const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   painter->save();
-  const CellPainter draw(*painter, option, controlRect(*cell.cell, option.rect), enabled);
+  const CellPainter draw(*painter, option, controlRect(*cell.cell, option.rect), outline_.enabled());
   if (const auto text = styledTextOf(cell)) {
     draw.drawStyledText(*text);
   } else {

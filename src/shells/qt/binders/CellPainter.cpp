@@ -37,7 +37,11 @@ void CellPainter::drawText(const AttributedText& text, const QRect& rect, const 
       .draw(painter_, rect, Qt::AlignLeft);
 }
 
-void CellPainter::drawStyledText(const AttributedText& text) const { drawText(text, control_, textColor()); }
+void CellPainter::drawStyledText(const AttributedText& text) const {
+  // Titles stay readable while their controls are disabled.
+  const auto role = selected_ ? QPalette::HighlightedText : QPalette::Text;
+  drawText(text, control_, option_.palette.color(QPalette::Active, role));
+}
 
 void CellPainter::operator()(const EmptyCell& /*cell*/) const {}
 
@@ -134,9 +138,9 @@ void CellPainter::drawField(const QString& text, const std::string& placeholder)
   const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
   painter_.setPen(option_.palette.color(group, empty ? QPalette::PlaceholderText : QPalette::Text));
   const QRect inside = control_.adjusted(6, 0, -6, 0);
-  painter_.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
-                    option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight,
-                                                   inside.width()));
+  painter_.drawText(
+      inside, Qt::AlignLeft | Qt::AlignVCenter,
+      option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight, inside.width()));
 }
 
 }  // namespace corvane::qt

@@ -15,8 +15,8 @@ struct OutlineModel::Node {
 
   [[nodiscard]] int row() const {
     const auto& siblings = parent->children;
-    const auto found =
-        std::find_if(siblings.begin(), siblings.end(), [this](const auto& node) { return node.get() == this; });
+    const auto found = std::find_if(siblings.begin(), siblings.end(),
+                                    [this](const auto& node) { return node.get() == this; });
     return static_cast<int>(found - siblings.begin());
   }
 };
@@ -132,7 +132,8 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
       const auto state = checkStateOf(outline_.preparedCell(columnAt(index), itemAt(index)));
       return state ? QVariant(*state ? Qt::Checked : Qt::Unchecked) : QVariant();
     }
-    default: return {};
+    default:
+      return {};
   }
 }
 

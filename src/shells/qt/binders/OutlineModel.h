@@ -3,10 +3,9 @@
 // scroll position and an open editor survive it.
 #pragma once
 
+#include <QAbstractItemModel>
 #include <memory>
 #include <vector>
-
-#include <QAbstractItemModel>
 
 #include "controls/OutlineView.h"
 
@@ -28,7 +27,9 @@ class OutlineModel final : public QAbstractItemModel {
   [[nodiscard]] QModelIndex indexOf(const OutlineItem& item, int column = 0) const;
   [[nodiscard]] const OutlineView::Column& columnAt(const QModelIndex& index) const;
   /// The row as the core counts the visible ones.
-  [[nodiscard]] int rowInOutline(const QModelIndex& index) const { return outline_.rowForItem(itemAt(index)); }
+  [[nodiscard]] int rowInOutline(const QModelIndex& index) const {
+    return outline_.rowForItem(itemAt(index));
+  }
 
   [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
   [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;

@@ -32,9 +32,7 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
     if (!delegate_->press(index)) widget_.edit(index);
   });
   outline_.onReload = [this] { reload(); };
-  outline_.onReloadItem = [this](const OutlineItem& item) {
-    model_->refreshRow(model_->indexOf(item));
-  };
+  outline_.onReloadItem = [this](const OutlineItem& item) { model_->refreshRow(model_->indexOf(item)); };
   outline_.onExpansionChange = [this](const OutlineItem& item) { showExpansionOf(item); };
   outline_.onSelectionChange = [this] { showSelection(); };
   reload();
@@ -78,6 +76,7 @@ void OutlineViewBinder::prepareWidget() {
 void OutlineViewBinder::show() {
   widget_.setSelectionMode(outline_.highlightsSelection() ? QAbstractItemView::SingleSelection
                                                           : QAbstractItemView::NoSelection);
+  widget_.viewport()->update();  // the cells of a disabled outline look so
   showSelection();
 }
 

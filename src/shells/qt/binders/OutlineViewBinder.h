@@ -21,6 +21,8 @@ class OutlineViewBinder final : public Binder {
 
  private:
   void show() override;
+  /// Rows of a disabled outline are still opened and closed; the core ignores the rest.
+  [[nodiscard]] bool takesActs() const override { return true; }
   void prepareWidget();
   void reload();
   void showExpansion(const QModelIndex& parent);

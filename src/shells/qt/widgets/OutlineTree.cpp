@@ -25,7 +25,8 @@ void OutlineTree::drawBranches(QPainter* painter, const QRect& rect, const QMode
   if (!hasTriangle(index)) return;
   QRect place = rect;
   place.setLeft(rect.right() - indentation() + 1);
-  drawDisclosure(*painter, place, isExpanded(index.siblingAtColumn(0)), palette().color(QPalette::PlaceholderText));
+  drawDisclosure(*painter, place, isExpanded(index.siblingAtColumn(0)),
+                 palette().color(QPalette::PlaceholderText));
 }
 
 QModelIndex OutlineTree::triangleAt(const QPoint& point) const {
@@ -80,7 +81,8 @@ void OutlineTree::keyPressEvent(QKeyEvent* event) {
         return;
       }
       break;
-    default: break;
+    default:
+      break;
   }
   QTreeView::keyPressEvent(event);
 }

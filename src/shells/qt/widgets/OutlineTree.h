@@ -2,9 +2,8 @@
 // reports what the user does to them instead of acting by itself.
 #pragma once
 
-#include <functional>
-
 #include <QTreeView>
+#include <functional>
 
 namespace corvane::qt {
 

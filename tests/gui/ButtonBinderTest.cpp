@@ -1,0 +1,125 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include "Events.h"
+#include "binders/ButtonBinder.h"
+#include "binders/LabelBinder.h"
+#include "binders/PopUpButtonBinder.h"
+
+namespace corvane::test {
+namespace {
+
+class Binders : public ::testing::Test {
+ protected:
+  void show() {
+    window.resize(300, 120);
+    showActive(window);
+  }
+  QWidget window;
+};
+
+TEST_F(Binders, APushButtonShowsTheTitleAsItIsAndForwardsTheClick) {
+  Button button(ButtonKind::Push, "Save & Run");
+  button.setAccessibleName("Save");
+  int clicks = 0;
+  button.action = [&](Button&) { ++clicks; };
+  auto* widget = new QPushButton(&window);
+  new qt::ButtonBinder(button, *widget);
+  show();
+  EXPECT_EQ(widget->text(), QStringLiteral("Save && Run"));  // no shortcut
+  EXPECT_EQ(widget->accessibleName(), QStringLiteral("Save"));
+  click(*widget);
+  EXPECT_EQ(clicks, 1);
+  button.setEnabled(false);
+  click(*widget);
+  EXPECT_EQ(clicks, 1);
+  EXPECT_FALSE(widget->isEnabled());
+  delete widget;
+  EXPECT_FALSE(button.onChange);  // the control may live on
+}
+
+TEST_F(Binders, ACheckBoxShowsTheStateThatTheCoreHas) {
+  Button box(ButtonKind::CheckBox, "Warn");
+  auto* widget = new QCheckBox(&window);
+  new qt::ButtonBinder(box, *widget);
+  show();
+  box.setState(ButtonState::Mixed);
+  EXPECT_EQ(widget->checkState(), Qt::PartiallyChecked);
+  QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(9, widget->height() / 2));
+  EXPECT_EQ(box.state(), ButtonState::On);
+  EXPECT_EQ(widget->checkState(), Qt::Checked);
+  widget->setFocus();
+  press(window, Qt::Key_Space);
+  EXPECT_EQ(box.state(), ButtonState::Off);
+  EXPECT_EQ(widget->checkState(), Qt::Unchecked);
+  delete widget;
+}
+
+TEST_F(Binders, ACheckBoxWhoseChangeIsTakenBackShowsTheOldState) {
+  Button box(ButtonKind::CheckBox, "Warn");
+  box.onUserEdit = [&] { box.setState(ButtonState::Off); };
+  auto* widget = new QCheckBox(&window);
+  new qt::ButtonBinder(box, *widget);
+  show();
+  QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(9, widget->height() / 2));
+  EXPECT_EQ(widget->checkState(), Qt::Unchecked);
+  delete widget;
+}
+
+TEST_F(Binders, AHiddenControlIsNotShownAndNotReachable) {
+  Button button(ButtonKind::Push, "Run");
+  auto* widget = new QPushButton(&window);
+  new qt::ButtonBinder(button, *widget);
+  show();
+  button.setHidden(true);
+  EXPECT_FALSE(widget->isVisible());
+  button.setHidden(false);
+  EXPECT_TRUE(widget->isVisible());
+  delete widget;
+}
+
+TEST_F(Binders, ALabelShowsMarkupAsPlainTextAndHasNoAccessibleName) {
+  TextField label(TextField::Role::Label, "<b>bold</b> & more");
+  auto* widget = new QLabel(&window);
+  new qt::LabelBinder(label, *widget);
+  show();
+  EXPECT_EQ(widget->text(), QStringLiteral("<b>bold</b> & more"));
+  EXPECT_EQ(widget->textFormat(), Qt::PlainText);
+  EXPECT_TRUE(widget->accessibleName().isEmpty());
+  delete widget;
+}
+
+TEST_F(Binders, APopUpMenuOffersTheItemsAndReportsTheChoice) {
+  PopUpButton menu({"AM", "PM"});
+  auto* widget = new QComboBox(&window);
+  new qt::PopUpButtonBinder(menu, *widget);
+  show();
+  EXPECT_EQ(widget->count(), 2);
+  EXPECT_EQ(widget->currentIndex(), 0);
+  widget->setFocus();
+  press(window, Qt::Key_Down);
+  EXPECT_EQ(menu.indexOfSelectedItem(), 1);
+  menu.selectItemAtIndex(0);
+  EXPECT_EQ(widget->currentText(), QStringLiteral("AM"));
+  menu.selectItemAtIndex(-1);
+  EXPECT_EQ(widget->currentIndex(), -1);
+  delete widget;
+}
+
+TEST_F(Binders, AControlPlacedByItsFrameCountsFromTheLowerLeftCorner) {
+  Button button(ButtonKind::Push, "Run");
+  button.setFrame({20, 10, 100, 30});
+  auto* widget = new QPushButton(&window);
+  auto* binder = new qt::ButtonBinder(button, *widget);
+  show();
+  binder->setPlacement(qt::Placement::Frame);
+  EXPECT_EQ(widget->geometry(), QRect(20, 80, 100, 30));
+  window.resize(300, 200);
+  EXPECT_EQ(widget->geometry(), QRect(20, 160, 100, 30));
+  delete widget;
+}
+
+}  // namespace
+}  // namespace corvane::test

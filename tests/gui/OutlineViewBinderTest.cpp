@@ -1,0 +1,208 @@
+#include <map>
+
+#include "Events.h"
+#include "binders/CellDelegate.h"
+#include "binders/OutlineViewBinder.h"
+#include "widgets/OutlineTree.h"
+
+namespace corvane::test {
+namespace {
+
+/// Two groups; the rows below each are named by the test. Every value is one object for its whole life, as an
+/// outline needs it.
+class Groups final : public OutlineViewDataSource, public OutlineViewDelegate {
+ public:
+  int outlineViewNumberOfChildrenOfItem(OutlineView& /*outline*/, const OutlineItem& item) override {
+    return static_cast<int>(item ? children[text(item)].size() : top.size());
+  }
+  bool outlineViewIsItemExpandable(OutlineView& /*outline*/, const OutlineItem& item) override {
+    return children.count(text(item)) > 0;
+  }
+  PropertyList outlineViewChildOfItem(OutlineView& /*outline*/, int index, const OutlineItem& item) override {
+    return (item ? children[text(item)] : top)[static_cast<std::size_t>(index)];
+  }
+  ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView& /*outline*/, const TableColumn& column,
+                                                         const OutlineItem& item) override {
+    if (column.title == "Enabled") return PropertyList::boolean(on.count(text(item)) > 0);
+    return AttributedText(text(item));
+  }
+  void outlineViewSetObjectValueForTableColumnByItem(OutlineView& /*outline*/, const PropertyList& value,
+                                                     const TableColumn& column,
+                                                     const OutlineItem& item) override {
+    edits.emplace_back(column.title + " of " + text(item), value);
+  }
+  void outlineViewItemDidExpand(OutlineView& /*outline*/, const OutlineItem& /*item*/) override {}
+  bool outlineViewShouldEditTableColumnItem(OutlineView& /*outline*/, const TableColumn& /*column*/,
+                                            const OutlineItem& /*item*/) override {
+    return true;
+  }
+  CellReference outlineViewDataCellForTableColumnItem(OutlineView& /*outline*/, const TableColumn* column,
+                                                      const OutlineItem& item) override {
+    if (column->title == "Enabled")
+      return children.count(text(item)) > 0 ? nullptr : std::make_shared<Cell>(EmptyCell{});
+    if (text(item) != "Press me") return nullptr;
+    ButtonCell button;
+    button.kind = ButtonCell::Kind::MomentaryPushIn;
+    button.roundedBezel = true;
+    button.title = AttributedText("Press");
+    button.action = [this](OutlineView&) { ++presses; };
+    return std::make_shared<Cell>(button);
+  }
+  double outlineViewHeightOfRowByItem(OutlineView& outline, const OutlineItem& item) override {
+    return text(item) == "Press me" ? 1.5 * outline.rowHeight() : outline.rowHeight();
+  }
+  bool outlineViewShouldShowOutlineCellForItem(OutlineView& /*outline*/, const OutlineItem& item) override {
+    return text(item) != "Second";
+  }
+  void outlineViewWillDisplayCellForTableColumnItem(OutlineView& /*outline*/, Cell& /*cell*/,
+                                                    const TableColumn& /*column*/,
+                                                    const OutlineItem& /*item*/) override {}
+
+  static std::string text(const OutlineItem& item) {
+    const std::string* value = item ? item.object().asString() : nullptr;
+    return value != nullptr ? *value : std::string();
+  }
+
+  std::vector<PropertyList> top{PropertyList::string("First"), PropertyList::string("Second")};
+  std::map<std::string, std::vector<PropertyList>> children{
+      {"First", {PropertyList::string("a"), PropertyList::string("Press me")}},
+      {"Second", {PropertyList::string("c")}}};
+  std::map<std::string, bool> on{{"First", true}};
+  std::vector<std::pair<std::string, PropertyList>> edits;
+  int presses = 0;
+};
+
+class OutlineViewBinder : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    outline.setDataSource(&groups);
+    outline.setDelegate(&groups);
+    outline.reloadData();
+    tree->setGeometry(0, 0, 500, 300);
+    new qt::OutlineViewBinder(outline, *tree);
+    window.resize(500, 300);
+    showActive(window);
+  }
+  /// The rows on the screen from the top, by their text.
+  [[nodiscard]] std::vector<std::string> shownRows() const {
+    std::vector<std::string> rows;
+    for (QModelIndex index = tree->model()->index(0, 1); index.isValid(); index = tree->indexBelow(index)) {
+      rows.push_back(index.siblingAtColumn(1).data().toString().toStdString());
+    }
+    return rows;
+  }
+  [[nodiscard]] QRect cellRect(int row, int column) const {
+    QModelIndex index = tree->model()->index(0, 0);
+    for (int i = 0; i < row; ++i) index = tree->indexBelow(index);
+    return tree->visualRect(index.siblingAtColumn(column));
+  }
+  void clickAt(const QPoint& point) { QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, point); }
+  void clickTriangle(int row) {
+    const QRect cell = cellRect(row, 1);
+    clickAt(QPoint(cell.left() - 8, cell.center().y()));
+  }
+
+  Groups groups;
+  OutlineView outline{{{{"Enabled", "Enabled", 60}, true}, {{"Plugin", "Plugin", 400}, false}}};
+  QWidget window;
+  qt::OutlineTree* tree = new qt::OutlineTree(&window);
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(OutlineViewBinder, ShowsTheRowsOfTheCore) {
+  EXPECT_EQ(shownRows(), (Names{"First", "Second"}));
+  outline.expandItem(outline.itemAtRow(0));
+  EXPECT_EQ(shownRows(), (Names{"First", "a", "Press", "Second"}));
+}
+
+TEST_F(OutlineViewBinder, AClickOnTheTriangleOpensAndClosesTheRow) {
+  clickTriangle(0);
+  EXPECT_TRUE(outline.isItemExpanded(outline.itemAtRow(0)));
+  EXPECT_EQ(shownRows(), (Names{"First", "a", "Press", "Second"}));
+  clickTriangle(0);
+  EXPECT_FALSE(outline.isItemExpanded(outline.itemAtRow(0)));
+  EXPECT_EQ(shownRows(), (Names{"First", "Second"}));
+}
+
+TEST_F(OutlineViewBinder, ARowWithoutATriangleIsOpenedByTheCoreAlone) {
+  clickTriangle(1);
+  EXPECT_FALSE(outline.isItemExpanded(outline.itemAtRow(1)));
+  outline.expandItem(outline.itemAtRow(1));
+  EXPECT_EQ(shownRows(), (Names{"First", "Second", "c"}));
+  clickTriangle(1);
+  EXPECT_EQ(shownRows(), (Names{"First", "Second", "c"}));
+}
+
+TEST_F(OutlineViewBinder, TheArrowKeysOpenCloseAndWalkTheTree) {
+  clickAt(cellRect(0, 1).center());
+  press(window, Qt::Key_Right);
+  EXPECT_TRUE(outline.isItemExpanded(outline.itemAtRow(0)));
+  press(window, Qt::Key_Right);
+  EXPECT_EQ(outline.selectedRow(), 1);
+  press(window, Qt::Key_Left);
+  EXPECT_EQ(outline.selectedRow(), 0);
+  press(window, Qt::Key_Left);
+  EXPECT_FALSE(outline.isItemExpanded(outline.itemAtRow(0)));
+}
+
+TEST_F(OutlineViewBinder, RowsAreAsHighAsTheCoreSays) {
+  outline.expandItem(outline.itemAtRow(0));
+  EXPECT_EQ(cellRect(1, 1).height(), qRound(outline.rowHeight()));
+  EXPECT_EQ(cellRect(2, 1).height(), qRound(1.5 * outline.rowHeight()));
+}
+
+TEST_F(OutlineViewBinder, AClickOnACheckBoxCellSetsTheOppositeValue) {
+  clickAt(cellRect(0, 0).center());
+  ASSERT_EQ(groups.edits.size(), 1U);
+  EXPECT_EQ(groups.edits[0].first, "Enabled of First");
+  EXPECT_EQ(groups.edits[0].second, PropertyList::boolean(false));
+  EXPECT_EQ(tree->model()->index(0, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Checked));
+}
+
+TEST_F(OutlineViewBinder, APushButtonCellIsPressedByMouseAndByKeyboard) {
+  outline.expandItem(outline.itemAtRow(0));
+  const QRect cell = cellRect(2, 1);
+  clickAt(QPoint(cell.left() + 20, cell.center().y()));
+  EXPECT_EQ(groups.presses, 1);
+  clickAt(QPoint(cell.right() - 20, cell.center().y()));  // beside the button
+  EXPECT_EQ(groups.presses, 1);
+  press(window, Qt::Key_Space);
+  EXPECT_EQ(groups.presses, 2);
+}
+
+TEST_F(OutlineViewBinder, ADisabledOutlineOpensRowsButPressesNothing) {
+  outline.setEnabled(false);
+  EXPECT_TRUE(tree->isEnabled());
+  clickTriangle(0);
+  EXPECT_EQ(shownRows(), (Names{"First", "a", "Press", "Second"}));
+  clickAt(cellRect(0, 0).center());
+  EXPECT_TRUE(groups.edits.empty());
+}
+
+TEST_F(OutlineViewBinder, AReloadKeepsWhatIsOpenAndFollowsNewAndGoneRows) {
+  outline.expandItem(outline.itemAtRow(0));
+  groups.children["First"].insert(groups.children["First"].begin(), PropertyList::string("new"));
+  groups.top.pop_back();
+  outline.reloadData();
+  EXPECT_EQ(shownRows(), (Names{"First", "new", "a", "Press"}));
+  EXPECT_TRUE(tree->isExpanded(tree->model()->index(0, 0)));
+}
+
+TEST_F(OutlineViewBinder, AReloadFollowsAnotherOrder) {
+  std::swap(groups.top[0], groups.top[1]);
+  outline.reloadData();
+  EXPECT_EQ(shownRows(), (Names{"Second", "First"}));
+}
+
+TEST_F(OutlineViewBinder, FollowsTheSelectionOfTheCoreAndReportsTheUsers) {
+  outline.selectRow(1);
+  EXPECT_TRUE(tree->selectionModel()->isSelected(tree->model()->index(1, 0)));
+  clickAt(cellRect(0, 1).center());
+  EXPECT_EQ(outline.selectedRow(), 0);
+  outline.deselectAll();
+  EXPECT_FALSE(tree->selectionModel()->hasSelection());
+}
+
+}  // namespace
+}  // namespace corvane::test

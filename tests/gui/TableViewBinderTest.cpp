@@ -1,0 +1,115 @@
+#include <QHeaderView>
+#include <QTableView>
+
+#include "Events.h"
+#include "binders/TableViewBinder.h"
+
+namespace corvane::test {
+namespace {
+
+class Rows final : public TableViewDataSource {
+ public:
+  int numberOfRowsInTableView(const TableView& /*table*/) override { return static_cast<int>(names.size()); }
+  ObjectValue tableViewObjectValueForTableColumnRow(const TableView& /*table*/, const TableColumn& /*column*/,
+                                                    int row) override {
+    TextAttributes red;
+    red.color = TextColor::Red;
+    return AttributedText(names[static_cast<std::size_t>(row)], red);
+  }
+  std::string tableViewToolTipForCell(const TableView& /*table*/, const TableColumn& column,
+                                      int row) override {
+    return column.identifier == "Name" ? "/Volumes/<b>" + names[static_cast<std::size_t>(row)]
+                                       : std::string();
+  }
+  void tableViewSelectionDidChange(TableView& table) override { selections.push_back(table.selectedRow()); }
+
+  std::vector<std::string> names{"Alpha", "Beta", "Gamma"};
+  std::vector<int> selections;
+};
+
+class TableViewBinder : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    table.setDataSource(&rows);
+    table.reloadData();
+    view->setGeometry(0, 0, 300, 200);
+    new qt::TableViewBinder(table, *view);
+    window.resize(300, 200);
+    showActive(window);
+  }
+  void clickRow(int row) {
+    const QRect cell = view->visualRect(view->model()->index(row, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
+  }
+  [[nodiscard]] int shownSelection() const {
+    const QModelIndexList selected = view->selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.first().row();
+  }
+
+  Rows rows;
+  TableView table{{{"Name", "Volume", 150}, {"Other", "Other", 80}}};
+  QWidget window;
+  QTableView* view = new QTableView(&window);
+};
+
+TEST_F(TableViewBinder, ShowsTheRowsColumnsAndTitlesOfTheCore) {
+  ASSERT_EQ(view->model()->rowCount(), 3);
+  ASSERT_EQ(view->model()->columnCount(), 2);
+  EXPECT_EQ(view->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Volume"));
+  EXPECT_EQ(view->model()->index(1, 0).data().toString(), QStringLiteral("Beta"));
+  EXPECT_EQ(view->horizontalHeader()->sectionSize(0), 150);
+}
+
+TEST_F(TableViewBinder, AClickSelectsTheRowInTheCore) {
+  clickRow(1);
+  EXPECT_EQ(table.selectedRow(), 1);
+  EXPECT_EQ(rows.selections, (std::vector<int>{1}));
+  EXPECT_EQ(shownSelection(), 1);
+}
+
+TEST_F(TableViewBinder, TheArrowKeysMoveTheSelection) {
+  clickRow(0);
+  press(window, Qt::Key_Down);
+  EXPECT_EQ(table.selectedRow(), 1);
+  press(window, Qt::Key_Up);
+  EXPECT_EQ(table.selectedRow(), 0);
+  EXPECT_EQ(rows.selections, (std::vector<int>{0, 1, 0}));
+}
+
+TEST_F(TableViewBinder, FollowsTheSelectionOfTheCore) {
+  table.selectRow(2);
+  EXPECT_EQ(shownSelection(), 2);
+  table.deselectAll();
+  EXPECT_EQ(shownSelection(), -1);
+  EXPECT_EQ(rows.selections, (std::vector<int>{2, -1}));
+}
+
+TEST_F(TableViewBinder, ADisabledTableKeepsItsSelection) {
+  table.selectRow(0);
+  table.setEnabled(false);
+  clickRow(2);
+  EXPECT_EQ(table.selectedRow(), 0);
+  EXPECT_EQ(shownSelection(), 0);
+}
+
+TEST_F(TableViewBinder, AReloadShowsNewRowsAndKeepsTheSelection) {
+  table.selectRow(1);
+  rows.names = {"One", "Two", "Three", "Four"};
+  table.reloadData();
+  EXPECT_EQ(view->model()->rowCount(), 4);
+  EXPECT_EQ(view->model()->index(1, 0).data().toString(), QStringLiteral("Two"));
+  EXPECT_EQ(shownSelection(), 1);
+  rows.names = {"One"};
+  table.reloadData();
+  EXPECT_EQ(view->model()->rowCount(), 1);
+  EXPECT_EQ(shownSelection(), -1);
+}
+
+TEST_F(TableViewBinder, TheToolTipOfACellIsTheCoresAndNeverMarkup) {
+  EXPECT_EQ(view->model()->index(0, 0).data(Qt::ToolTipRole).toString(),
+            QStringLiteral("/Volumes/&lt;b&gt;Alpha"));
+  EXPECT_FALSE(view->model()->index(0, 1).data(Qt::ToolTipRole).isValid());
+}
+
+}  // namespace
+}  // namespace corvane::test
