@@ -1,0 +1,576 @@
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "plugins/PluginValues.h"
+#include "plugins/PluginsTabFixture.h"
+#include "values/Conversions.h"
+
+namespace corvane {
+namespace {
+
+using test::boolean;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
+using test::without;
+using Texts = std::vector<std::string>;
+
+constexpr const char* kRefusal = "Cannot create file, not in the Corvane Directory.";
+constexpr const char* kBadSense =
+    "You should not be here.  Value is neither Postive or Negative for a checkbox";
+constexpr const char* kRootStorage = "/var/root/Library/x.plist";
+
+class PluginValuesTest : public PluginsTabFixture {
+ protected:
+  AttributedText shownText(const OutlineItem& item) {
+    const ObjectValue value = shown(item);
+    const auto* styled = std::get_if<AttributedText>(&value);
+    EXPECT_NE(styled, nullptr);
+    return styled != nullptr ? *styled : AttributedText();
+  }
+  static Dictionary in(const char* storage, Dictionary one) {
+    return with(std::move(one), "SettingStoragePath", text(storage));
+  }
+  bool isNothing(const ObjectValue& value) { return std::holds_alternative<std::monostate>(value); }
+  /// The contents that the last edit wrote to the options' storage file.
+  PropertyList lastWrite() {
+    if (pane.writes.empty()) return {};
+    EXPECT_EQ(pane.writes.back().path, platform.paths.onDisk(kStorage));
+    return pane.writes.back().values;
+  }
+};
+
+// Titles.
+
+TEST_F(PluginValuesTest, APluginsNameStandsAfterABlankInBold) {
+  awakeWith(option("Checkbox"));
+  const AttributedText title = shownText(plugin());
+  EXPECT_EQ(title.text, " check_x");
+  ASSERT_EQ(title.runs.size(), 1U);
+  EXPECT_EQ(title.runs[0].start, 0U);
+  EXPECT_EQ(title.runs[0].length, title.text.size());
+  EXPECT_EQ(title.runs[0].attributes.font, (Font{Font::Family::User, kSystemFontSize, true, false}));
+  EXPECT_FALSE(title.runs[0].attributes.color);
+}
+
+TEST_F(PluginValuesTest, APluginWithoutANameHasARowWithoutAName) {
+  addDefinition("check_x", Dictionary::make({{"PluginOptions", options({option("Checkbox")})}}));
+  awake();
+  EXPECT_EQ(shownText(plugin()).text, " ");
+}
+
+TEST_F(PluginValuesTest, AnOptionsTitleAndItsHintStandOnTwoLines) {
+  awakeWith(option("TextField"));
+  TextAttributes hint;
+  hint.font = Font{Font::Family::User, 11, false, true};
+  hint.color = TextColor::DarkGray;
+  AttributedText expected("Title\nHint");
+  expected.runs = {{6, 4, hint}};
+  EXPECT_EQ(shownText(optionRow()), expected);
+}
+
+TEST_F(PluginValuesTest, TheFirstOccurrenceOfTheHintIsStyledAlsoWithinTheTitle) {
+  awakeWith(with(option("TextField"), "SettingTitle", text("A Hint first")));
+  const AttributedText title = shownText(optionRow());
+  EXPECT_EQ(title.text, "A Hint first\nHint");
+  ASSERT_EQ(title.runs.size(), 1U);
+  EXPECT_EQ(title.runs[0].start, 2U);
+  EXPECT_EQ(title.runs[0].length, 4U);
+}
+
+TEST_F(PluginValuesTest, AnOptionWithAnEmptyHintOrWithoutOneShowsItsTitleUnstyled) {
+  addPlugin("check_x", options({with(option("TextField"), "SettingTitleHint", text("")),
+                                without(option("TextField"), "SettingTitleHint"),
+                                with(option("TextField"), "SettingTitleHint", number(1))}));
+  awake();
+  for (const std::size_t index : {0U, 1U, 2U}) {
+    EXPECT_EQ(shownText(optionRow(index)), AttributedText("Title\n")) << index;
+  }
+}
+
+TEST_F(PluginValuesTest, EveryOptionButACheckboxShowsItsTitle) {
+  for (const std::string_view type : setting_type::kAll) {
+    addPlugin("check_x", options({option(type)}));
+    awake();
+    const bool isTitle = std::holds_alternative<AttributedText>(shown(optionRow()));
+    EXPECT_EQ(isTitle, type != "Checkbox") << type;
+  }
+}
+
+TEST_F(PluginValuesTest, ALinkHasNoValue) {
+  awakeWith(with(option("Checkbox"), "SettingDetailsURL", text("http://example.com")));
+  EXPECT_TRUE(isNothing(shown(valueRow())));
+}
+
+// Columns.
+
+TEST_F(PluginValuesTest, OnlyPluginRowsHaveAValueInTheEnabledColumn) {
+  awakeWith(option("TextField"));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+  EXPECT_TRUE(isNothing(enabledShown(optionRow())));
+  EXPECT_TRUE(isNothing(enabledShown(valueRow())));
+}
+
+TEST_F(PluginValuesTest, AColumnWithAnotherHeaderHasNoValueAndIsNeverWritten) {
+  awakeWith(option("TextField"));
+  countReloads();
+  for (const char* title : {"enabled", "PLUGIN", "", "Other"}) {
+    const TableColumn column{"Plugin", title, 100};
+    for (const OutlineItem& item : {plugin(), optionRow(), valueRow()}) {
+      EXPECT_TRUE(isNothing(controller->outlineViewObjectValueForTableColumnByItem(outline(), column, item)));
+      EXPECT_FALSE(controller->outlineViewShouldEditTableColumnItem(outline(), column, item));
+      reloadedItems.clear();
+      controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), column, item);
+      EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{item});
+    }
+  }
+  EXPECT_TRUE(pane.writes.empty());
+}
+
+TEST_F(PluginValuesTest, TheEnabledColumnIsEditableOnPluginRowsAndThePluginColumnOnValueRows) {
+  awakeWith(with(option("FileArray"), "SettingDetailsURL", text("http://example.com")));
+  const auto editable = [&](const TableColumn& column, const OutlineItem& item) {
+    return controller->outlineViewShouldEditTableColumnItem(outline(), column, item);
+  };
+  EXPECT_TRUE(editable(enabledColumn(), plugin()));
+  EXPECT_FALSE(editable(enabledColumn(), optionRow()));
+  EXPECT_FALSE(editable(pluginColumn(), plugin()));
+  EXPECT_FALSE(editable(pluginColumn(), optionRow()));
+  EXPECT_FALSE(editable(pluginColumn(), valueRow())) << "a link";
+}
+
+TEST_F(PluginValuesTest, ValueRowsOfEveryTypeAreEditableAndOptionRowsOfNone) {
+  for (const std::string_view type : setting_type::kAll) {
+    const bool isSet = type == setting_type::kCheckboxes;
+    store(Dictionary::make({{kKey, isSet ? PropertyList(Dictionary::make({{"a", boolean(true)}}))
+                                         : PropertyList(texts({"/a"}))}}));
+    addPlugin("check_x", options({option(type)}));
+    awake();
+    EXPECT_FALSE(controller->outlineViewShouldEditTableColumnItem(outline(), pluginColumn(), optionRow()))
+        << type;
+    for (const OutlineItem& row : outline().childrenOfItem(optionRow())) {
+      EXPECT_TRUE(controller->outlineViewShouldEditTableColumnItem(outline(), pluginColumn(), row)) << type;
+    }
+  }
+}
+
+// Reading.
+
+struct ReadCase {
+  const char* type;
+  PropertyList inFile;
+  PropertyList shown;
+};
+
+class PluginValuesReadTest : public PluginValuesTest, public testing::WithParamInterface<ReadCase> {};
+
+TEST_P(PluginValuesReadTest, ASingleValueIsShownAsItIsStored) {
+  store(Dictionary::make({{kKey, GetParam().inFile}}));
+  awakeWith(option(GetParam().type));
+  EXPECT_EQ(shownValue(valueRow()), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(SingleValues, PluginValuesReadTest,
+                         testing::Values(ReadCase{"NumberPicker", number(7), number(7)},
+                                         ReadCase{"PopUpMenu", number(2), number(2)},
+                                         ReadCase{"TextField", text("a"), text("a")},
+                                         ReadCase{"UsernameField", text("b"), text("b")},
+                                         ReadCase{"PasswordField", text("c"), text("c")},
+                                         ReadCase{"FilePicker", text("/f"), text("/f")},
+                                         ReadCase{"FolderPicker", text("/d"), text("/d")},
+                                         ReadCase{"PluginValidation", text("x"), PropertyList()}),
+                         [](const auto& tested) { return std::string(tested.param.type); });
+
+TEST_F(PluginValuesTest, AValueIsReadAgainEachTimeItIsShown) {
+  awakeWith(option("TextField"));
+  EXPECT_TRUE(isNothing(shown(valueRow()))) << "no file";
+  store(Dictionary::make({{"Other", text("a")}}));
+  EXPECT_TRUE(isNothing(shown(valueRow()))) << "no key";
+  store(Dictionary::make({{kKey, text("now")}}));
+  EXPECT_EQ(shownValue(valueRow()), text("now"));
+}
+
+TEST_F(PluginValuesTest, AStorageFileThatIsNoDictionaryShowsNothing) {
+  platform.writePlist(platform.paths.onDisk(kStorage), texts({"a"}));
+  addPlugin("check_x", options({option("TextField"), option("Checkbox")}));
+  awake();
+  EXPECT_TRUE(isNothing(shown(valueRow())));
+  EXPECT_TRUE(isNothing(shown(optionRow(1))));
+  EXPECT_TRUE(platform.log.lines.empty());
+}
+
+TEST_F(PluginValuesTest, ABoxOfASetShowsTheLoadedStateAndNotTheFile) {
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}})}}));
+  awakeWith(option("Checkboxes"));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(false)}, {"b", boolean(true)}})}}));
+  EXPECT_EQ(shownValue(valueRow(0)), boolean(true));
+  EXPECT_EQ(shownValue(valueRow(1)), boolean(false));
+  platform.remove(platform.paths.onDisk(kStorage));
+  EXPECT_TRUE(isNothing(shown(valueRow(0)))) << "without the file nothing is shown";
+}
+
+TEST_F(PluginValuesTest, ABoxOfASetWithAValueOfAnotherTypeIsOff) {
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", texts({"x"})}})}}));
+  awakeWith(option("Checkboxes"));
+  EXPECT_EQ(shownValue(valueRow(0)), boolean(false));
+}
+
+TEST_F(PluginValuesTest, AListEntryShowsWhatTheFileHoldsUnderItsText) {
+  store(Dictionary::make({{kKey, texts({"/a", "/b"})}, {"/b", text("odd")}}));
+  for (const char* type : {"FileArray", "FolderArray"}) {
+    addPlugin("check_x", options({option(type)}));
+    awake();
+    EXPECT_TRUE(isNothing(shown(valueRow(0)))) << type;
+    EXPECT_EQ(shownValue(valueRow(1)), text("odd")) << type;
+  }
+}
+
+TEST_F(PluginValuesTest, ACheckboxShowsTheStoredStateWhateverItsSense) {
+  for (const char* sense : {"Positive", "Negative", "Sideways"}) {
+    addPlugin("check_x", options({option("Checkbox", text(sense))}));
+    for (const bool state : {true, false}) {
+      store(Dictionary::make({{kKey, boolean(state)}}));
+      awake();
+      EXPECT_EQ(shownValue(optionRow()), boolean(state)) << sense;
+    }
+    store(Dictionary::make());
+    EXPECT_EQ(shownValue(optionRow()), boolean(false)) << sense << ": missing counts as off";
+    platform.remove(platform.paths.onDisk(kStorage));
+    EXPECT_TRUE(isNothing(shown(optionRow()))) << sense << ": no file, no value";
+  }
+}
+
+TEST_F(PluginValuesTest, AValueInRootsHomeIsReadThroughRoot) {
+  pane.rootFile = Dictionary::make({{kKey, text("secret")}});
+  for (const char* path : {kRootStorage, "/VAR/Root/x.plist", "/Library/../var/root/x.plist"}) {
+    addPlugin("check_x", options({in(path, option("TextField"))}));
+    awake();
+    pane.rootReads.clear();
+    EXPECT_EQ(shownValue(valueRow()), text("secret")) << path;
+    EXPECT_EQ(pane.rootReads, Texts{platform.paths.onDisk(path)});
+  }
+}
+
+TEST_F(PluginValuesTest, AnyOtherPathIsReadDirectly) {
+  for (const char* path : {"/var/rootx.plist", "/tmp/var/root/x.plist", "/var/root/../x.plist"}) {
+    store(Dictionary::make({{kKey, text("open")}}), path);
+    addPlugin("check_x", options({in(path, option("TextField"))}));
+    awake();
+    EXPECT_EQ(shownValue(valueRow()), text("open")) << path;
+  }
+  EXPECT_TRUE(pane.rootReads.empty());
+}
+
+TEST_F(PluginValuesTest, RootIsNotAskedWhileTheLockIsClosed) {
+  awakeWith(in(kRootStorage, option("TextField")));
+  pane.rootReads.clear();
+  pane.setUnlocked(false);
+  EXPECT_TRUE(isNothing(shown(valueRow())));
+  EXPECT_TRUE(pane.rootReads.empty());
+}
+
+TEST_F(PluginValuesTest, ACheckboxInRootsHomeIsReadAsTheUser) {
+  store(Dictionary::make({{kKey, boolean(true)}}), kRootStorage);
+  awakeWith(in(kRootStorage, option("Checkbox", text("Positive"))));
+  EXPECT_EQ(shownValue(optionRow()), boolean(true));
+  EXPECT_TRUE(pane.rootReads.empty());
+}
+
+// Writing.
+
+struct WriteCase {
+  const char* type;
+  PropertyList edited;
+  PropertyList written;
+};
+
+class PluginValuesWriteTest : public PluginValuesTest, public testing::WithParamInterface<WriteCase> {};
+
+TEST_P(PluginValuesWriteTest, AnEditIsWrittenUnderTheKeyAndTheRestOfTheFileSurvives) {
+  store(Dictionary::make({{"Other", texts({"kept"})}, {kKey, text("before")}}));
+  awakeWith(option(GetParam().type));
+  countReloads();
+  set(valueRow(), GetParam().edited);
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(lastWrite(), Dictionary::make({{"Other", texts({"kept"})}, {kKey, GetParam().written}}));
+  EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{valueRow()});
+}
+
+INSTANTIATE_TEST_SUITE_P(SingleValues, PluginValuesWriteTest,
+                         testing::Values(WriteCase{"NumberPicker", number(7), number(7)},
+                                         WriteCase{"NumberPicker", text("12"), number(12)},
+                                         WriteCase{"NumberPicker", text("7x"), number(7)},
+                                         WriteCase{"NumberPicker", text(""), number(0)},
+                                         WriteCase{"NumberPicker", PropertyList::real(2.9), number(2)},
+                                         WriteCase{"PopUpMenu", number(2), number(2)},
+                                         WriteCase{"TextField", text("a"), text("a")},
+                                         WriteCase{"TextField", text(""), text("")},
+                                         WriteCase{"UsernameField", text("b"), text("b")},
+                                         WriteCase{"PasswordField", text("c"), text("c")}));
+
+TEST_F(PluginValuesTest, AnEditStartsFromTheFileAsItIsNow) {
+  store(Dictionary::make({{kKey, text("before")}}));
+  awakeWith(option("TextField"));
+  store(Dictionary::make({{"New", number(1)}}));
+  set(valueRow(), text("after"));
+  EXPECT_EQ(lastWrite(), Dictionary::make({{"New", number(1)}, {kKey, text("after")}}));
+}
+
+TEST_F(PluginValuesTest, ValuesThatChangeThroughButtonsAreNotWrittenByAnEdit) {
+  store(Dictionary::make({{kKey, texts({"/a"})}}));
+  for (const char* type : {"FileArray", "FolderArray", "FilePicker", "FolderPicker", "PluginValidation"}) {
+    addPlugin("check_x", options({option(type)}));
+    awake();
+    countReloads();
+    set(valueRow(), text("/b"));
+    EXPECT_TRUE(pane.writes.empty()) << type;
+    EXPECT_TRUE(reloadedItems.empty()) << type;
+  }
+}
+
+TEST_F(PluginValuesTest, AMissingFileIsCreatedWhereThatIsAllowed) {
+  for (const char* path : {kStorage, "/library/corvane/new/x.plist", kRootStorage}) {
+    addPlugin("check_x",
+              options({in(path, option("TextField")), in(path, option("Checkbox", text("Positive")))}));
+    awake();
+    pane.writesReachTheFile = false;
+    pane.writes.clear();
+    set(valueRow(), text("a"));
+    set(optionRow(1), boolean(true));
+    ASSERT_EQ(pane.writes.size(), 2U) << path;
+    EXPECT_EQ(pane.writes[0].path, platform.paths.onDisk(path));
+    EXPECT_EQ(pane.writes[0].values, Dictionary::make({{kKey, text("a")}}));
+    EXPECT_EQ(pane.writes[1].values, Dictionary::make({{kKey, boolean(true)}}));
+  }
+  EXPECT_TRUE(platform.log.lines.empty());
+}
+
+TEST_F(PluginValuesTest, AMissingFileElsewhereDropsTheEditAndLogs) {
+  for (const char* path : {"/tmp/x.plist", "/Library/Corvane/../../etc/x.plist", "relative.plist", ""}) {
+    addPlugin("check_x",
+              options({in(path, option("TextField")), in(path, option("Checkbox", text("Positive")))}));
+    awake();
+    countReloads();
+    platform.log.lines.clear();
+    set(valueRow(), text("a"));
+    set(optionRow(1), boolean(true));
+    EXPECT_EQ(platform.log.lines, (Texts{kRefusal, kRefusal})) << path;
+    EXPECT_TRUE(reloadedItems.empty()) << path;
+  }
+  EXPECT_TRUE(pane.writes.empty());
+}
+
+TEST_F(PluginValuesTest, AnExistingFileElsewhereIsWritten) {
+  store(Dictionary::make({{"Other", number(1)}}), "/etc/x.plist");
+  awakeWith(in("/etc/x.plist", option("TextField")));
+  set(valueRow(), text("a"));
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(pane.writes[0].path, platform.paths.onDisk("/etc/x.plist"));
+  EXPECT_EQ(pane.writes[0].values, Dictionary::make({{"Other", number(1)}, {kKey, text("a")}}));
+}
+
+TEST_F(PluginValuesTest, AnEditInRootsHomeReplacesAFileThatTheUserCanNotRead) {
+  pane.rootFile = Dictionary::make({{kKey, text("secret")}, {"Other", number(1)}});
+  awakeWith(in(kRootStorage, option("TextField")));
+  EXPECT_EQ(shownValue(valueRow()), text("secret"));
+  pane.rootReads.clear();
+  pane.writesReachTheFile = false;
+  set(valueRow(), text("new"));
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(pane.writes[0].values, Dictionary::make({{kKey, text("new")}}));
+  EXPECT_TRUE(pane.rootReads.empty()) << "the read before a write is direct";
+}
+
+TEST_F(PluginValuesTest, ABoxOfASetWritesTheWholeSetAndShowsTheNewStateAtOnce) {
+  store(Dictionary::make(
+      {{kKey, Dictionary::make({{"a", boolean(false)}, {"b", text("odd")}})}, {"Other", number(1)}}));
+  awakeWith(option("Checkboxes"));
+  countReloads();
+  const Dictionary loaded = optionRow().object().asDictionary().dictionary("CheckboxesDictionary");
+  set(valueRow(0), boolean(true));
+  const Dictionary expected = Dictionary::make({{"a", boolean(true)}, {"b", text("odd")}});
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, expected}, {"Other", number(1)}}));
+  EXPECT_EQ(loaded, expected);
+  EXPECT_TRUE(optionRow().object().asDictionary().value("CheckboxesDictionary").isSameObject(loaded));
+  EXPECT_EQ(shownValue(valueRow(0)), boolean(true));
+  EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{valueRow(0)});
+}
+
+TEST_F(PluginValuesTest, ABoxOfASetWhoseFileLostTheKeyWritesTheLoadedSet) {
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}})}}));
+  awakeWith(option("Checkboxes"));
+  store(Dictionary::make({{"Other", number(1)}}));
+  set(valueRow(1), boolean(true));
+  EXPECT_EQ(lastWrite(),
+            Dictionary::make({{"Other", number(1)},
+                              {kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(true)}})}}));
+}
+
+TEST_F(PluginValuesTest, ARowOfATypeWithoutARuleRewritesItsFileAsItIs) {
+  const Dictionary contents = Dictionary::make({{"Other", number(1)}});
+  store(contents);
+  // The one way to a value row of such a type: an address that does not begin like one.
+  awakeWith(with(option("DisplayOnly"), "SettingDetailsURL", text("ftp://example.com")));
+  countReloads();
+  EXPECT_TRUE(isNothing(shown(valueRow())));
+  set(valueRow(), text("x"));
+  EXPECT_EQ(lastWrite(), contents);
+  EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{valueRow()});
+}
+
+TEST_F(PluginValuesTest, APositiveCheckboxStoresTheClickedStateAndShowsIt) {
+  store(Dictionary::make({{kKey, boolean(false)}, {"Other", number(1)}}));
+  awakeWith(option("Checkbox", text("Positive")));
+  click(optionRow());
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(true)}, {"Other", number(1)}}));
+  EXPECT_TRUE(cell<ButtonCell>(optionRow()).on);
+  click(optionRow());
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(false)}, {"Other", number(1)}}));
+  EXPECT_FALSE(cell<ButtonCell>(optionRow()).on);
+}
+
+TEST_F(PluginValuesTest, ANegativeCheckboxStoresTheInverse) {
+  store(Dictionary::make());
+  awakeWith(option("Checkbox", text("Negative")));
+  for (const bool state : {true, false}) {
+    set(optionRow(), boolean(state));
+    EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(!state)}}));
+  }
+}
+
+TEST_F(PluginValuesTest, ANegativeCheckboxNeverChangesItsFileByClicks) {
+  awakeWith(option("Checkbox", text("Negative")));
+  for (const bool state : {true, false}) {
+    store(Dictionary::make({{kKey, boolean(state)}}));
+    for (int clicks = 1; clicks <= 3; ++clicks) {
+      click(optionRow());
+      EXPECT_EQ(stored(), Dictionary::make({{kKey, boolean(state)}}));
+      EXPECT_EQ(cell<ButtonCell>(optionRow()).on, state);
+    }
+  }
+  EXPECT_EQ(pane.writes.size(), 6U);
+}
+
+TEST_F(PluginValuesTest, ACheckboxWithoutASenseIsNeverWrittenAndLogsEachClick) {
+  store(Dictionary::make({{kKey, boolean(false)}}));
+  for (const PropertyList& sense :
+       {text("positive"), text("Sideways"), text(""), PropertyList(), number(1)}) {
+    addPlugin("check_x", options({option("Checkbox", sense)}));
+    awake();
+    countReloads();
+    platform.log.lines.clear();
+    click(optionRow());
+    click(optionRow());
+    EXPECT_EQ(platform.log.lines, (Texts{kBadSense, kBadSense}));
+    EXPECT_TRUE(reloadedItems.empty());
+  }
+  EXPECT_TRUE(pane.writes.empty());
+}
+
+TEST_F(PluginValuesTest, RowsThatHoldNoValueAreOnlyShownAfresh) {
+  addPlugin("check_x",
+            options({with(option("DisplayOnly"), "SettingDetailsURL", text("http://example.com"))}));
+  awake();
+  for (const OutlineItem& item : {plugin(), optionRow(), valueRow()}) {
+    reloadedItems.clear();
+    countReloads();
+    set(item, text("x"));
+    EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{item});
+  }
+  EXPECT_TRUE(pane.writes.empty());
+}
+
+TEST_F(PluginValuesTest, AnEditWithoutAValueOnlyShowsTheRowAfresh) {
+  store(Dictionary::make({{kKey, text("kept")}}));
+  awakeWith(option("TextField"));
+  countReloads();
+  set(valueRow(), {});
+  EXPECT_TRUE(pane.writes.empty());
+  EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{valueRow()});
+}
+
+TEST_F(PluginValuesTest, NothingIsWrittenWhileTheLockIsClosed) {
+  store(Dictionary::make({{kKey, text("kept")}}));
+  awakeWith(option("TextField"));
+  pane.setUnlocked(false);
+  set(valueRow(), text("x"));
+  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(),
+                                                            plugin());
+  EXPECT_TRUE(pane.writes.empty());
+  EXPECT_TRUE(controller->catalogue().blacklistPlugins().empty());
+}
+
+// The Enabled column.
+
+TEST_F(PluginValuesTest, TheEnabledBoxWritesThePluginsSettingsAndShowsTheNewState) {
+  awakeWith(option("Checkbox"));
+  countReloads();
+  outline().clickCell(0, enabledColumn());
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(pane.writes[0].path, settingsFile("check_x"));
+  EXPECT_EQ(pane.writes[0].values,
+            Dictionary::make({{"PrefPaneVisibility", boolean(true)}, {"Plugin_Enabled", boolean(false)}}));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+  EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{plugin()});
+  outline().clickCell(0, enabledColumn());
+  EXPECT_EQ(pane.writes[1].values,
+            Dictionary::make({{"PrefPaneVisibility", boolean(true)}, {"Plugin_Enabled", boolean(true)}}));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+}
+
+TEST_F(PluginValuesTest, ADisabledPluginShowsAnUntickedBox) {
+  addPlugin("check_x", options({option("Checkbox")}));
+  platform.writePlist(settingsFile("check_x"), Dictionary::make({{"PrefPaneVisibility", boolean(true)},
+                                                                 {"Plugin_Enabled", boolean(false)}}));
+  awake();
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+}
+
+TEST_F(PluginValuesTest, EnablingAPluginThatWasDisabledTwiceIsRecordedAlthoughTheBoxStaysOff) {
+  awakeWith(option("Checkbox"));
+  const auto setEnabled = [&](bool state) {
+    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(state), enabledColumn(),
+                                                              plugin());
+  };
+  setEnabled(false);
+  setEnabled(false);
+  setEnabled(true);
+  EXPECT_EQ(pane.writes.back().values.asDictionary().value("Plugin_Enabled"), boolean(true));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+  controller->refresh();
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+}
+
+TEST_F(PluginValuesTest, TheEnabledColumnOfRowsBelowAPluginTakesNothing) {
+  awakeWith(option("TextField"));
+  countReloads();
+  for (const OutlineItem& item : {optionRow(), valueRow()}) {
+    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(),
+                                                              item);
+  }
+  EXPECT_TRUE(pane.writes.empty());
+  EXPECT_TRUE(reloadedItems.empty());
+}
+
+TEST_F(PluginValuesTest, ARowThatIsNoLongerInTheCatalogueCanNotBeEnabledOrDisabled) {
+  awakeWith(option("Checkbox"));
+  const OutlineItem gone = plugin();
+  platform.remove(definitionFile("check_x"));
+  controller->refresh();
+  countReloads();
+  EXPECT_TRUE(isNothing(enabledShown(gone)));
+  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(), gone);
+  EXPECT_TRUE(pane.writes.empty());
+  EXPECT_TRUE(reloadedItems.empty());
+}
+
+}  // namespace
+}  // namespace corvane
