@@ -1,6 +1,8 @@
 #include "support/FakePane.h"
 
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 #include "values/PropertyListCodec.h"
 
@@ -20,6 +22,9 @@ void FakePane::addUnlockedObserver(UnlockedObserver& observer) {
 void FakePane::setPlistFileValues(const std::string& path, const PropertyList& values) {
   writes.push_back({path, values.deepCopy()});
   if (!writesReachTheFile) return;
+  // A new file: cutting the old one to nothing first has ext4 flush it to disk on closing.
+  std::error_code ignored;
+  std::filesystem::remove(path, ignored);
   std::ofstream(path, std::ios::binary | std::ios::trunc)
       << writeXmlPropertyList(values).value_or(std::string());
 }

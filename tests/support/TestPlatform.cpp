@@ -242,6 +242,9 @@ void TestPlatform::writePlist(const std::string& path, const PropertyList& value
 
 void TestPlatform::writeText(const std::string& path, std::string_view text) {
   fs::create_directories(fs::path(path).parent_path());
+  // A new file: cutting the old one to nothing first has ext4 flush it to disk on closing.
+  std::error_code ignored;
+  fs::remove(path, ignored);
   std::ofstream stream(path, std::ios::binary | std::ios::trunc);
   stream << text;
   ASSERT_TRUE(stream.good()) << path;
