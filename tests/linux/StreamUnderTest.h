@@ -29,7 +29,7 @@ class StreamUnderTest {
   /// The same after two seconds more, in which a stream without watches has looked again.
   Names changesAfterALook();
 
-  TemporaryFolder folder;
+  TemporaryFolder folder{TemporaryFolder::inMemory()};
   VirtualRunLoop loop;
   std::vector<std::vector<std::string>> batches;
   std::function<void()> onDelivery = [] {};

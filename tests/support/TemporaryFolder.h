@@ -13,8 +13,8 @@ namespace corvane::test {
 
 class TemporaryFolder {
  public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "corvane-test-XXXXXX").string();
+  explicit TemporaryFolder(const std::filesystem::path& base = std::filesystem::temp_directory_path()) {
+    std::string name = (base / "corvane-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no temporary folder: " << name;
     // Without links in it, as the programs under test may report it.
     path_ = std::filesystem::canonical(name).string();
@@ -24,6 +24,12 @@ class TemporaryFolder {
   ~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+  }
+
+  /// Where thousands of files cost no disk time, if there is such a place.
+  [[nodiscard]] static std::filesystem::path inMemory() {
+    const std::filesystem::path shared = "/dev/shm";
+    return std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
   }
 
   [[nodiscard]] const std::string& path() const { return path_; }

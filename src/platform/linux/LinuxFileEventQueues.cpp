@@ -85,7 +85,7 @@ std::optional<std::string> InotifyQueue::registerEvent(WatchedPath& path, FileEv
   watch_ = ::inotify_add_watch(queue_.get(), descriptorPath.c_str(), mask);
   if (watch_ < 0) return systemErrorText(errno);
   if (kind == FileEventKind::Disappearance && identity_.folder) {
-    if (const auto error = watchParent(descriptorPath)) return error;
+    if (auto error = watchParent(descriptorPath)) return error;
   }
   // Held open, the file would live on after its deletion, and its file system could not be unmounted.
   opened.file.reset();
