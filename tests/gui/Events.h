@@ -41,7 +41,6 @@ inline void type(QWidget& widget, const char* text) { QTest::keyClicks(&widget, 
 /// Shows the window and waits until it is on the screen and has the keyboard.
 inline void showActive(QWidget& window) {
   window.show();
-  window.raise();
   window.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -3,7 +3,7 @@
 set -eu
 folder=$(mktemp -d)
 mkfifo "$folder/display"
-Xvfb -displayfd 3 -screen 0 1600x1400x24 -nolisten tcp 3>"$folder/display" 2>"$folder/xvfb.log" &
+Xvfb -displayfd 3 -screen 0 1600x1400x24 -nolisten tcp -noreset 3>"$folder/display" 2>"$folder/xvfb.log" &
 xvfb=$!
 openbox=
 cleanup() {
@@ -21,6 +21,6 @@ openbox --sm-disable >"$folder/openbox.log" 2>&1 &
 openbox=$!
 # The window manager is there when it has taken the display's check window.
 until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; do
-  kill -0 "$openbox"
+  kill -0 "$openbox" || { cat "$folder/openbox.log" "$folder/xvfb.log" >&2; exit 1; }
 done
 "$@"

@@ -44,6 +44,8 @@ void SheetHost::close(QWidget* contents) {
   showNext();
 }
 
+bool SheetHost::isSliding() const { return slide_->state() == QAbstractAnimation::Running; }
+
 void SheetHost::showNext() {
   while (!waiting_.empty() && !waiting_.front()) waiting_.pop_front();
   if (waiting_.empty()) {
@@ -75,8 +77,7 @@ void SheetHost::place() {
   const int fitting = panel_->hasHeightForWidth() ? panel_->heightForWidth(width) : wanted.height();
   const int height = std::min(std::max(fitting, panel_->minimumSizeHint().height()), this->height());
   panel_->resize(width, height);
-  const bool sliding = slide_->state() == QAbstractAnimation::Running;
-  panel_->move((this->width() - width) / 2, sliding ? panel_->y() : 0);
+  panel_->move((this->width() - width) / 2, isSliding() ? panel_->y() : 0);
 }
 
 void SheetHost::keepFocus(QWidget* now) {

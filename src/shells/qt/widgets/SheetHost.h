@@ -28,6 +28,8 @@ class SheetHost final : public QWidget {
   void close(QWidget* contents);
   /// The contents of the sheet that is open, or null.
   [[nodiscard]] QWidget* current() const { return current_; }
+  /// Whether it is still on its way down.
+  [[nodiscard]] bool isSliding() const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

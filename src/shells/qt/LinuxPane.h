@@ -1,0 +1,58 @@
+// The running pane on Linux: the services of the system and of the toolkit, the pane that is built over them,
+// and its window. `main` makes one, a test of the whole window another.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "PaneWindow.h"
+#include "assembly/PaneAssembly.h"
+#include "platform/linux/LinuxAuthorization.h"
+#include "platform/linux/LinuxDirectoryEvents.h"
+#include "platform/linux/LinuxFileEventQueues.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxProcessOutput.h"
+#include "platform/linux/LinuxPropertyListFiles.h"
+#include "platform/linux/LinuxSystemLog.h"
+#include "services/QtBundle.h"
+#include "services/QtDialogs.h"
+#include "services/QtRunLoop.h"
+#include "services/QtWorkspace.h"
+
+namespace corvane::qt {
+
+class LinuxPane {
+ public:
+  /// `root` is the root prefix of the client's files, empty for the system's own.
+  explicit LinuxPane(const std::string& root);
+  LinuxPane(const LinuxPane&) = delete;
+  LinuxPane& operator=(const LinuxPane&) = delete;
+  ~LinuxPane();
+
+  /// Reads the client's files and shows the window.
+  void open();
+
+  [[nodiscard]] PaneWindow& window() { return *window_; }
+  [[nodiscard]] PaneAssembly& assembly() { return assembly_; }
+  /// Whether the lock opens without asking for rights.
+  [[nodiscard]] bool isDirect() const { return authorization_.isDirect(); }
+
+ private:
+  [[nodiscard]] LinuxAuthorization::Options authorizationOptions(const std::string& root);
+
+  LinuxSystemLog log_;
+  LinuxFiles files_;
+  LinuxPropertyListFiles propertyLists_;
+  LinuxProcessOutput processOutput_;
+  QtRunLoop runLoop_;
+  QtBundle bundle_;
+  QtWorkspace workspace_;
+  std::unique_ptr<PaneWindow> window_;
+  QtDialogs dialogs_;
+  LinuxDirectoryEvents directoryEvents_;
+  LinuxFileEventQueues fileEventQueues_;
+  LinuxAuthorization authorization_;
+  PaneAssembly assembly_;
+};
+
+}  // namespace corvane::qt

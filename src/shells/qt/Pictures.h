@@ -1,0 +1,15 @@
+// Pictures of the window, for the documentation and for a look at every tab without a person.
+#pragma once
+
+#include <QString>
+
+#include "LinuxPane.h"
+
+namespace corvane::qt {
+
+/// Writes "TAB.png" for each tab (or the one of this index), "TAB-alert.png" where an alert stands before it
+/// (its first button is then pressed), and, where the lock opens without asking, "TAB-unlocked.png". False
+/// when a picture can't be written.
+[[nodiscard]] bool takePictures(LinuxPane& pane, const QString& folder, int onlyTab);
+
+}  // namespace corvane::qt

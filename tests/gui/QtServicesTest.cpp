@@ -1,0 +1,152 @@
+#include <QPushButton>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <fstream>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "CommandLine.h"
+#include "Events.h"
+#include "GuiFixture.h"
+#include "services/QtBundle.h"
+#include "services/QtRunLoop.h"
+#include "services/QtWorkspace.h"
+#include "services/TestingPanel.h"
+
+namespace corvane::test {
+namespace {
+
+using qt::parseCommandLine;
+using qt::QtRunLoop;
+using qt::QtWorkspace;
+
+TEST(QtRunLoop, ATimerFiresOnceOrAgainAndAgain) {
+  QtRunLoop loop;
+  int once = 0;
+  int often = 0;
+  const auto single = loop.scheduleTimer(0.001, false, [&] { ++once; });
+  const auto repeating = loop.scheduleTimer(0.001, true, [&] { ++often; });
+  EXPECT_TRUE(eventually([&] { return often >= 3; }));
+  EXPECT_EQ(once, 1);
+}
+
+TEST(QtRunLoop, ATimerMayEndItselfInItsOwnCall) {
+  QtRunLoop loop;
+  int fired = 0;
+  std::unique_ptr<RunLoop::Source> source;
+  source = loop.scheduleTimer(0, true, [&] {
+    ++fired;
+    source.reset();
+  });
+  int later = 0;
+  const auto after = loop.scheduleTimer(0.001, true, [&] { ++later; });
+  EXPECT_TRUE(eventually([&] { return later >= 5; }));
+  EXPECT_EQ(fired, 1);
+}
+
+TEST(QtRunLoop, ADescriptorReportsWhatCanBeReadAndTheOtherEndsClosing) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  QtRunLoop loop;
+  int calls = 0;
+  auto source = loop.watchDescriptor(ends[0], [&] {
+    ++calls;
+    char byte = 0;
+    (void)!::read(ends[0], &byte, 1);
+  });
+  ASSERT_EQ(::write(ends[1], "x", 1), 1);
+  EXPECT_TRUE(eventually([&] { return calls == 1; }));
+  ::close(ends[1]);
+  EXPECT_TRUE(eventually([&] { return calls >= 2; }));
+  source.reset();
+  ::close(ends[0]);
+}
+
+TEST(QtRunLoop, ASourceMayOutliveItsLoop) {
+  auto loop = std::make_unique<QtRunLoop>();
+  auto source = loop->scheduleTimer(1, true, [] {});
+  loop.reset();
+  source.reset();
+  EXPECT_EQ(source, nullptr);
+}
+
+TEST(QtWorkspace, OpensWebAndMailAddressesOnly) {
+  OpenedUrls opened;
+  QtWorkspace workspace;
+  for (const char* address :
+       {"http://a.example", "https://b.example/x?y#z", "mailto:help@example.com", "file:///etc/passwd",
+        "javascript:alert(1)", "http://", "not an address", "", "ssh://host", "http://[bad"}) {
+    workspace.openUrl(address);
+  }
+  EXPECT_EQ(opened.list, (std::vector<std::string>{"http://a.example", "https://b.example/x?y#z",
+                                                   "mailto:help@example.com"}));
+}
+
+TEST(QtWorkspace, ALongerOrLargerTextIsWider) {
+  QtWorkspace workspace;
+  const Font small{Font::Family::User, 11, false, true};
+  const Font large{Font::Family::User, 22, false, true};
+  EXPECT_EQ(workspace.textWidth("", small), 0);
+  EXPECT_GT(workspace.textWidth("wider", small), workspace.textWidth("wide", small));
+  EXPECT_GT(workspace.textWidth("wide", large), 1.5 * workspace.textWidth("wide", small));
+}
+
+TEST(QtBundle, KnowsItsNameItsIconAndNothingElse) {
+  qt::QtBundle bundle;
+  EXPECT_EQ(bundle.name(), "Monitoring Client");
+  EXPECT_FALSE(bundle.pathForResource("Corvane", "icns").empty());
+  EXPECT_TRUE(bundle.pathForResource("Other", "icns").empty());
+  EXPECT_TRUE(bundle.pathForAuxiliaryExecutable("no-such-helper").empty());
+  EXPECT_TRUE(bundle.pathForAuxiliaryExecutable("../../bin/sh").empty());
+}
+
+TEST(TestingPanel, EndsWhenTheAnswerComesOrTheUserCancels) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  QWidget window;
+  QTimer::singleShot(0, &window, [&] { ASSERT_EQ(::write(ends[1], "x", 1), 1); });
+  EXPECT_TRUE(qt::waitReadable(&window, ends[0]));
+  char byte = 0;
+  ASSERT_EQ(::read(ends[0], &byte, 1), 1);
+  QString title;
+  QTimer::singleShot(0, &window, [&] {
+    QWidget* panel = QApplication::activeModalWidget();
+    ASSERT_NE(panel, nullptr);
+    title = panel->windowTitle();
+    click(find<QPushButton>(*panel, "cancelButton"));
+  });
+  EXPECT_FALSE(qt::waitReadable(&window, ends[0]));
+  EXPECT_EQ(title, QStringLiteral("Testing settings…"));
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
+TEST(CommandLine, AnswersHelpVersionAndMistakesWithoutOpeningThePane) {
+  EXPECT_TRUE(parseCommandLine({QStringLiteral("corvane-pane")}).opensPane());
+  EXPECT_TRUE(parseCommandLine({QStringLiteral("p"), QStringLiteral("--version")})
+                  .output.startsWith(QStringLiteral("corvane-pane ")));
+  EXPECT_TRUE(parseCommandLine({QStringLiteral("p"), QStringLiteral("--help")})
+                  .output.contains(QStringLiteral("--root")));
+  for (const QStringList& arguments :
+       {QStringList{QStringLiteral("--root"), QStringLiteral("/no/such/folder")},
+        QStringList{QStringLiteral("--root")}, QStringList{QStringLiteral("--unknown")},
+        QStringList{QStringLiteral("stray")},
+        QStringList{QStringLiteral("--appearance"), QStringLiteral("pink")},
+        QStringList{QStringLiteral("--screenshots"), QStringLiteral("/no/such/folder")}}) {
+    const auto line = parseCommandLine(QStringList{QStringLiteral("corvane-pane")} + arguments);
+    EXPECT_FALSE(line.error.isEmpty()) << arguments.join(QLatin1Char(' ')).toStdString();
+  }
+}
+
+TEST(CommandLine, TheRootIsTheCanonicalFolderAndTheSystemsOwnRootIsNone) {
+  TemporaryFolder folder;
+  const QString path = QString::fromStdString(folder.path());
+  EXPECT_EQ(
+      parseCommandLine({QStringLiteral("p"), QStringLiteral("--root"), path + QStringLiteral("/./")}).root,
+      folder.path());
+  EXPECT_EQ(parseCommandLine({QStringLiteral("p"), QStringLiteral("--root"), QStringLiteral("/")}).root, "");
+}
+
+}  // namespace
+}  // namespace corvane::test

@@ -1,0 +1,113 @@
+#include <QLabel>
+
+#include "GuiFixture.h"
+#include "widgets/LabelButton.h"
+#include "widgets/LockButton.h"
+
+namespace corvane::test {
+namespace {
+
+using WholePane = GuiTest;
+using qt::LabelButton;
+
+TEST_F(WholePane, ShowsVersionAndSupportLinkOfTheClient) {
+  open();
+  EXPECT_EQ(widget<LabelButton>("clientVersionButton").text(), QStringLiteral("Version 4.2.1"));
+  EXPECT_EQ(widget<LabelButton>("urlButton").text(), QStringLiteral("help.example.com"));
+  EXPECT_TRUE(widget("greetingButton").isVisible());
+}
+
+TEST_F(WholePane, GreetingAndLinkStandSideBySideInTheMiddle) {
+  open();
+  const QRect greeting = widget("greetingButton").geometry();
+  const QRect url = widget("urlButton").geometry();
+  EXPECT_EQ(url.left(), greeting.left() + greeting.width() + 2);
+  const int centre = (greeting.left() + url.left() + url.width()) / 2;
+  EXPECT_NEAR(centre, window().width() / 2, 1);
+}
+
+TEST_F(WholePane, TheSupportLinkOpensTheAddress) {
+  open();
+  click(widget("urlButton"));
+  EXPECT_EQ(openedUrls.list, (std::vector<std::string>{"http://help.example.com"}));
+}
+
+TEST_F(WholePane, TheSupportLinkOpensNothingButWebAndMailAddresses) {
+  Dictionary settings = Dictionary::make();
+  settings.set("Support_Address", PropertyList::string("file:///etc/passwd#http://"));
+  writePlist(paths.clientSettings, settings);
+  open();
+  click(widget("urlButton"));
+  EXPECT_TRUE(openedUrls.list.empty());
+}
+
+TEST_F(WholePane, TheClientIconOpensTheComputersPageWithAModifierKeyOnly) {
+  Dictionary settings = Dictionary::make();
+  settings.set("Server_Address", PropertyList::string("reports.example.com"));
+  settings.set("ClientID", PropertyList::string("4711"));
+  writePlist(paths.clientSettings, settings);
+  open();
+  click(widget("quorlenIconButton"));
+  EXPECT_TRUE(openedUrls.list.empty());
+  click(widget("quorlenIconButton"), Qt::ControlModifier);
+  click(widget("quorlenIconButton"), Qt::AltModifier);
+  const std::string page = "https://www.example.com/computers/4711";
+  EXPECT_EQ(openedUrls.list, (std::vector<std::string>{page, page}));
+}
+
+TEST_F(WholePane, TheLockOpensWithoutAQuestionWhereTheFilesAreTheUsersOwn) {
+  open();
+  EXPECT_FALSE(pane->assembly().pane().unlocked());
+  openLock();
+  EXPECT_TRUE(widget<qt::LockButton>("authView").isOpen());
+  click(widget("authView"));
+  EXPECT_FALSE(pane->assembly().pane().unlocked());
+}
+
+TEST_F(WholePane, ReturnOnTheCautionAlertKeepsTheTab) {
+  open();
+  clickTab(2);
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(find<QLabel>(*sheet(), "message").text(), QStringLiteral("Proceed with caution"));
+  EXPECT_EQ(widget<QTabBar>("tabBar").currentIndex(), 0);
+  press(window(), Qt::Key_Return);
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_EQ(widget<QTabBar>("tabBar").currentIndex(), 0);
+}
+
+TEST_F(WholePane, ContinueOnTheCautionAlertOpensThePluginsTabForGood) {
+  open();
+  clickTab(2);
+  answerSheet("Continue");
+  EXPECT_EQ(widget<QTabBar>("tabBar").currentIndex(), 2);
+  clickTab(0);
+  clickTab(2);
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_EQ(widget<QTabBar>("tabBar").currentIndex(), 2);
+}
+
+TEST_F(WholePane, RemovingTheClientWhileThePaneIsOpenLocksItForGood) {
+  open();
+  openLock();
+  std::filesystem::remove_all(paths.installFolder);
+  ASSERT_TRUE(eventually([this] { return sheet() != nullptr; }));
+  EXPECT_EQ(find<QLabel>(*sheet(), "message").text(), QStringLiteral("Monitoring Client Removed"));
+  EXPECT_FALSE(pane->assembly().pane().unlocked());
+  answerSheet("OK");
+  clickTab(1);
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(find<QLabel>(*sheet(), "message").text(), QStringLiteral("Monitoring Client Removed"));
+  EXPECT_EQ(widget<QTabBar>("tabBar").currentIndex(), 0);
+}
+
+TEST_F(WholePane, TheHeaderFollowsASettingsFileThatChangesBehindIt) {
+  open();
+  Dictionary settings = Dictionary::make();
+  settings.set("Client_Version", PropertyList::string("5.0"));
+  writePlist(paths.clientSettings, settings);
+  EXPECT_TRUE(eventually(
+      [this] { return widget<LabelButton>("clientVersionButton").text() == QStringLiteral("Version 5.0"); }));
+}
+
+}  // namespace
+}  // namespace corvane::test
