@@ -13,7 +13,7 @@ OptionsTabView::OptionsTabView(Window& paneWindow)
       volumeOptionMountPathButton(ButtonKind::Label, "Mount path:"),
       warnAfterTextField(TextField::Role::Label, "Absence:"),
       volumeOptionWarnAfterButton(ButtonKind::Label, "Warn after"),
-      volumeOptionMinutesButton(ButtonKind::Label, "minutes of absence"),
+      volumeOptionMinutesButton(ButtonKind::Label, "minutes"),
       minutesTextField(TextField::Role::Label, "1 to 60 minutes"),
       warnAtTextField(TextField::Role::Label, "Usage:"),
       volumeOptionWarnAtButton(ButtonKind::Label, "Warn at"),

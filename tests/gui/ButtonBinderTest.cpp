@@ -74,9 +74,23 @@ TEST_F(Binders, AHiddenControlIsNotShownAndNotReachable) {
   new qt::ButtonBinder(button, *widget);
   show();
   button.setHidden(true);
-  EXPECT_FALSE(widget->isVisible());
+  EXPECT_TRUE(eventually([&] { return !widget->isVisible(); }));
   button.setHidden(false);
   EXPECT_TRUE(widget->isVisible());
+  delete widget;
+}
+
+TEST_F(Binders, AControlWithTheKeyboardKeepsItWhenItIsHiddenAndShownInOneGo) {
+  Button button(ButtonKind::Push, "Run");
+  auto* widget = new QPushButton(&window);
+  new qt::ButtonBinder(button, *widget);
+  show();
+  widget->setFocus();
+  button.setHidden(true);
+  button.setHidden(false);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(widget->isVisible());
+  EXPECT_TRUE(widget->hasFocus());
   delete widget;
 }
 

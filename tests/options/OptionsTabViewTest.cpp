@@ -43,8 +43,10 @@ TEST_F(OptionsTabViewTest, TheRowsReadAsSentences) {
             "Warn when a backup is older than 30 days");
   EXPECT_EQ(sentence(view_.bootVolumeWarningCheckbox, "90", view_.bootVolumeWarningTrailingButton),
             "Warn when the startup disk is 90 percent full");
+  EXPECT_EQ(view_.warnAfterTextField.stringValue(), "Absence:");
   EXPECT_EQ(sentence(view_.volumeOptionWarnAfterButton, "5", view_.volumeOptionMinutesButton),
-            "Warn after 5 minutes of absence");
+            "Warn after 5 minutes");
+  EXPECT_EQ(view_.warnAtTextField.stringValue(), "Usage:");
   EXPECT_EQ(sentence(view_.volumeOptionWarnAtButton, "90", view_.volumeOptionPercentageButton),
             "Warn at 90 percent full");
 }

@@ -22,8 +22,19 @@ void Binder::refresh() {
   widget_.setToolTip(plainToolTip(control_.toolTip()));
   show();
   widget_.setEnabled(takesActs());
-  widget_.setVisible(!control_.hidden());
+  showOrHide();
   place();
+}
+
+void Binder::showOrHide() {
+  if (control_.hidden() && widget_.hasFocus()) {
+    // Hiding takes the keyboard away. A controller that rebuilds what it shows may hide a control and show it
+    // again in one go, so a control that is being typed in is hidden only after that.
+    QMetaObject::invokeMethod(
+        this, [this] { widget_.setVisible(!control_.hidden()); }, Qt::QueuedConnection);
+    return;
+  }
+  widget_.setVisible(!control_.hidden());
 }
 
 void Binder::setPlacement(Placement placement) {

@@ -36,6 +36,7 @@ class Binder : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void showOrHide();
   void place();
 
   Control& control_;

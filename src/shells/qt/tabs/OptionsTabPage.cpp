@@ -1,0 +1,131 @@
+#include "tabs/OptionsTabPage.h"
+
+#include <QEvent>
+
+#include "Text.h"
+#include "binders/ButtonBinder.h"
+#include "binders/LabelBinder.h"
+#include "binders/PopUpButtonBinder.h"
+#include "binders/SheetBinder.h"
+#include "binders/TableViewBinder.h"
+#include "binders/TextFieldBinder.h"
+#include "ui_OptionsTabPage.h"
+#include "ui_TimeMachineSheet.h"
+#include "widgets/SheetHost.h"
+
+namespace corvane::qt {
+namespace {
+
+constexpr int kSmallFont = 11;
+
+void setBold(QWidget& widget) {
+  QFont font = widget.font();
+  font.setBold(true);
+  widget.setFont(font);
+}
+
+/// For hints below a field.
+void setSmall(QWidget& widget) {
+  QFont font = widget.font();
+  font.setPixelSize(kSmallFont);
+  widget.setFont(font);
+  widget.setForegroundRole(QPalette::PlaceholderText);
+}
+
+}  // namespace
+
+OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget* parent)
+    : QWidget(parent),
+      view_(view),
+      ui_(std::make_unique<Ui::OptionsTabPage>()),
+      sheetUi_(std::make_unique<Ui::TimeMachineSheet>()) {
+  ui_->setupUi(this);
+  ui_->volumeOptionsBox->setBackgroundRole(QPalette::Base);
+  ui_->volumeOptionsBox->raise();
+  ui_->volumeOptionMountPathButton->setAlignment(Qt::AlignRight);
+  setBold(*ui_->volumeTextField);
+  setSmall(*ui_->minutesTextField);
+  setSmall(*ui_->percentageTextField);
+  bindVolumes();
+  bindRows();
+  bindSheet(sheets);
+  view_.volumeOptionsBox.onChange = [this] { placeBox(); };
+  ui_->volumesTable->installEventFilter(this);
+}
+
+OptionsTabPage::~OptionsTabPage() {
+  view_.volumeOptionsBox.onChange = nullptr;
+  delete sheet_;  // its controls may go with the page's
+}
+
+void OptionsTabPage::bindVolumes() {
+  new LabelBinder(view_.defaultTextField, *ui_->defaultTextField);
+  new TableViewBinder(view_.volumesTable, *ui_->volumesTable);
+  new ButtonBinder(view_.showAllVolumeTypesButton, *ui_->showAllVolumeTypesButton);
+  new ButtonBinder(view_.purgeButton, *ui_->purgeButton);
+
+  new LabelBinder(view_.volumeTextField, *ui_->volumeTextField);
+  new ButtonBinder(view_.volumeOptionMountPathButton, *ui_->volumeOptionMountPathButton);
+  new ButtonBinder(view_.volumeOptionPathButton, *ui_->volumeOptionPathButton);
+  new LabelBinder(view_.warnAfterTextField, *ui_->warnAfterTextField);
+  new ButtonBinder(view_.monitorPresenceCheckbox, *ui_->monitorPresenceCheckbox);
+  new ButtonBinder(view_.volumeOptionWarnAfterButton, *ui_->volumeOptionWarnAfterButton);
+  new TextFieldBinder(view_.monitorPresenceThresholdTextField, *ui_->monitorPresenceThresholdTextField);
+  new ButtonBinder(view_.volumeOptionMinutesButton, *ui_->volumeOptionMinutesButton);
+  new LabelBinder(view_.minutesTextField, *ui_->minutesTextField);
+  new LabelBinder(view_.warnAtTextField, *ui_->warnAtTextField);
+  new ButtonBinder(view_.monitorUsageCheckbox, *ui_->monitorUsageCheckbox);
+  new ButtonBinder(view_.volumeOptionWarnAtButton, *ui_->volumeOptionWarnAtButton);
+  new TextFieldBinder(view_.monitorUsageThresholdTextField, *ui_->monitorUsageThresholdTextField);
+  new ButtonBinder(view_.volumeOptionPercentageButton, *ui_->volumeOptionPercentageButton);
+  new LabelBinder(view_.percentageTextField, *ui_->percentageTextField);
+}
+
+void OptionsTabPage::bindRows() {
+  new LabelBinder(view_.bootVolumeLabel, *ui_->bootVolumeLabel);
+  new ButtonBinder(view_.bootVolumeWarningCheckbox, *ui_->bootVolumeWarningCheckbox);
+  new TextFieldBinder(view_.bootVolumeFullTextField, *ui_->bootVolumeFullTextField);
+  new ButtonBinder(view_.bootVolumeWarningTrailingButton, *ui_->bootVolumeWarningTrailingButton);
+  new LabelBinder(view_.timeMachineLabel, *ui_->timeMachineLabel);
+  new ButtonBinder(view_.timeMachineWarningCheckbox, *ui_->timeMachineWarningCheckbox);
+  new TextFieldBinder(view_.timeMachineInactiveTextField, *ui_->timeMachineInactiveTextField);
+  new ButtonBinder(view_.timeMachineWarningTrailingButton, *ui_->timeMachineWarningTrailingButton);
+  new ButtonBinder(view_.advancedButton, *ui_->advancedButton);
+  new LabelBinder(view_.automountLabel, *ui_->automountLabel);
+  new ButtonBinder(view_.automountCheckbox, *ui_->automountCheckbox);
+}
+
+void OptionsTabPage::bindSheet(SheetHost& sheets) {
+  sheet_ = new QWidget;
+  sheetUi_->setupUi(sheet_);
+  setBold(*sheetUi_->sheetTitle);
+  sheetUi_->sheetTitle->setText(toQString(view_.timeMachineAdvancedWindow.title()));
+  new SheetBinder(view_.timeMachineAdvancedWindow, *sheet_, sheets);
+  new LabelBinder(view_.manualRunLabel, *sheetUi_->manualRunLabel);
+  new TextFieldBinder(view_.manuallyTriggerTextField, *sheetUi_->manuallyTriggerTextField);
+  new LabelBinder(view_.manualRunDaysLabel, *sheetUi_->manualRunDaysLabel);
+  new LabelBinder(view_.timeOfDayLabel, *sheetUi_->timeOfDayLabel);
+  new TextFieldBinder(view_.timeOfDayTextField, *sheetUi_->timeOfDayTextField);
+  new PopUpButtonBinder(view_.amPmButton, *sheetUi_->amPmButton);
+  new ButtonBinder(view_.timeMachineRemovalWarning, *sheetUi_->timeMachineRemovalWarning);
+  new ButtonBinder(view_.sheetCancelButton, *sheetUi_->sheetCancelButton);
+  new ButtonBinder(view_.sheetOkButton, *sheetUi_->sheetOkButton);
+}
+
+// The core places the box at fixed distances from the edges of the table's scroll view; these are kept at
+// whatever size the table has here.
+void OptionsTabPage::placeBox() {
+  const Rect& around = view_.volumesScrollView.frame();
+  const Rect& box = view_.volumeOptionsBox.frame();
+  const double right = around.x + around.width - (box.x + box.width);
+  const double top = around.y + around.height - (box.y + box.height);
+  ui_->volumeOptionsBox->setGeometry(ui_->volumesTable->geometry().adjusted(
+      qRound(box.x - around.x), qRound(top), -qRound(right), -qRound(box.y - around.y)));
+}
+
+bool OptionsTabPage::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->volumesTable && event->type() == QEvent::Resize) placeBox();
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,277 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QToolTip>
+
+#include "OptionsTabFixture.h"
+#include "widgets/LabelButton.h"
+#include "widgets/TabPane.h"
+
+namespace corvane::test {
+namespace {
+
+using OptionsPage = OptionsPageTest;
+using qt::LabelButton;
+
+TEST_F(OptionsPage, ShowsTheVolumesAndSelectsTheFirst) {
+  open();
+  EXPECT_EQ(rowTexts(), (QStringList{QStringLiteral("Archive (Missing)"), QStringLiteral("Backup"),
+                                     QStringLiteral("Data")}));
+  EXPECT_EQ(selectedRow(), 0);
+  EXPECT_EQ(table().model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Volume"));
+  EXPECT_EQ(find<LabelButton>(window, "volumeOptionPathButton").text(), QStringLiteral("/Volumes/Archive"));
+}
+
+TEST_F(OptionsPage, AClickOnARowShowsTheSettingsOfItsVolume) {
+  open();
+  clickRow(2);
+  EXPECT_EQ(controls.volumesTable.selectedRow(), 2);
+  EXPECT_EQ(find<LabelButton>(window, "volumeOptionPathButton").text(), QStringLiteral("/Volumes/Data"));
+  EXPECT_EQ(find<QLineEdit>(window, "monitorUsageThresholdTextField").text(), QStringLiteral("90"));
+  EXPECT_FALSE(find<QPushButton>(window, "purgeButton").isEnabled());
+}
+
+TEST_F(OptionsPage, TheArrowKeysWalkThroughTheVolumes) {
+  open();
+  table().setFocus();
+  press(window, Qt::Key_Down);
+  EXPECT_EQ(controls.volumesTable.selectedRow(), 1);
+  press(window, Qt::Key_Down);
+  press(window, Qt::Key_Down);
+  EXPECT_EQ(controls.volumesTable.selectedRow(), 2);
+  press(window, Qt::Key_Up);
+  EXPECT_EQ(controls.volumesTable.selectedRow(), 1);
+}
+
+TEST_F(OptionsPage, TheTooltipOfARowIsThePathOfItsVolume) {
+  open();
+  EXPECT_EQ(table().model()->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("/Volumes/Backup"));
+}
+
+TEST_F(OptionsPage, ACheckBoxIsSwitchedByTheMouseAndByTheSpaceKey) {
+  open();
+  clickRow(2);
+  auto& presence = find<QCheckBox>(window, "monitorPresenceCheckbox");
+  click(presence);
+  EXPECT_TRUE(presence.isChecked());
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(savedEntry(2).value("MonitorPresence"), flag(true));
+  presence.setFocus();
+  press(window, Qt::Key_Space);
+  EXPECT_FALSE(presence.isChecked());
+  EXPECT_EQ(savedEntry(2).value("MonitorPresence"), flag(false));
+}
+
+TEST_F(OptionsPage, EveryKeyTypedIntoAThresholdIsWritten) {
+  open();
+  clickRow(2);
+  auto& minutes = find<QLineEdit>(window, "monitorPresenceThresholdTextField");
+  minutes.setFocus();
+  minutes.selectAll();
+  type(minutes, "45x");  // the letter is refused
+  EXPECT_EQ(minutes.text(), QStringLiteral("45"));
+  EXPECT_EQ(pane.writes.size(), 2U);
+  EXPECT_EQ(savedEntry(2).value("PresenceThreshold"), number(45));
+  type(minutes, "6");  // 456 is out of range
+  EXPECT_EQ(minutes.text(), QStringLiteral("45"));
+  EXPECT_EQ(pane.writes.size(), 2U);
+}
+
+// The write of a keystroke comes back as a change of the file, and the list is rebuilt.
+TEST_F(OptionsPage, ARebuildOfTheListLeavesTheKeyboardInTheFieldThatIsBeingTypedIn) {
+  open();
+  clickRow(2);
+  auto& percent = find<QLineEdit>(window, "monitorUsageThresholdTextField");
+  percent.setFocus();
+  percent.selectAll();
+  type(percent, "7");
+  tab->refreshVolumes();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(percent.hasFocus());
+  type(percent, "5");
+  EXPECT_EQ(percent.text(), QStringLiteral("75"));
+  EXPECT_EQ(savedEntry(2).value("UsageThreshold"), number(75));
+}
+
+TEST_F(OptionsPage, AFieldThatIsTypedInDisappearsWhenNothingIsSelectedAnyMore) {
+  open();
+  auto& percent = find<QLineEdit>(window, "monitorUsageThresholdTextField");
+  percent.setFocus();
+  controls.volumesTable.deselectAll();
+  EXPECT_TRUE(eventually([&] { return !percent.isVisible(); }));
+  EXPECT_EQ(selectedRow(), -1);
+  EXPECT_EQ(find<QLabel>(window, "defaultTextField").text(),
+            QStringLiteral("Select a volume to configure alerts based on presence and/or free space."));
+}
+
+TEST_F(OptionsPage, AMissingVolumeIsRemovedFromTheList) {
+  open();
+  auto& purge = find<QPushButton>(window, "purgeButton");
+  EXPECT_TRUE(purge.isEnabled());
+  click(purge);
+  EXPECT_EQ(rowTexts(), (QStringList{QStringLiteral("Backup"), QStringLiteral("Data")}));
+  EXPECT_EQ(selectedRow(), 0);
+}
+
+TEST_F(OptionsPage, SystemVolumesAreShownAndHidden) {
+  open();
+  auto& button = find<QPushButton>(window, "showAllVolumeTypesButton");
+  EXPECT_EQ(button.text(), QStringLiteral("Show System Volumes"));
+  click(button);
+  EXPECT_EQ(button.text(), QStringLiteral("Hide System Volumes"));
+  EXPECT_EQ(rowTexts(),
+            (QStringList{QStringLiteral("Archive (Missing)"), QStringLiteral("Backup"),
+                         QStringLiteral("Data"), QStringLiteral("Preboot"), QStringLiteral("VM")}));
+}
+
+TEST_F(OptionsPage, WithoutTheDaemonTheTableIsDisabledAndTheErrorIsShown) {
+  open();
+  platform.processOutput.output = "";
+  tab->refreshVolumes();
+  EXPECT_FALSE(table().isEnabled());
+  EXPECT_TRUE(find<QLabel>(window, "defaultTextField").isVisible());
+  EXPECT_EQ(
+      find<QLabel>(window, "defaultTextField").text(),
+      QStringLiteral("An error has been detected. Please contact support, mentioning \"ReasonCode 412\""));
+}
+
+TEST_F(OptionsPage, WithTheLockClosedEverythingIsVisibleAndNothingTakesEdits) {
+  open(false);
+  for (const char* name :
+       {"volumesTable", "showAllVolumeTypesButton", "purgeButton", "monitorPresenceCheckbox",
+        "monitorPresenceThresholdTextField", "monitorUsageCheckbox", "monitorUsageThresholdTextField",
+        "bootVolumeWarningCheckbox", "bootVolumeFullTextField", "bootVolumeWarningTrailingButton",
+        "timeMachineWarningCheckbox", "timeMachineInactiveTextField", "timeMachineWarningTrailingButton",
+        "advancedButton", "automountCheckbox"}) {
+    SCOPED_TRACE(name);
+    auto& widget = find<QWidget>(window, name);
+    EXPECT_TRUE(widget.isVisible());
+    EXPECT_FALSE(widget.isEnabled());
+    click(widget);
+  }
+  EXPECT_TRUE(pane.writes.empty());
+  EXPECT_EQ(sheet(), nullptr);
+}
+
+TEST_F(OptionsPage, TheRowsShowAndWriteTheirFiles) {
+  open();
+  EXPECT_TRUE(find<QCheckBox>(window, "timeMachineWarningCheckbox").isChecked());
+  EXPECT_EQ(find<QLineEdit>(window, "timeMachineInactiveTextField").text(), QStringLiteral("30"));
+  auto& days = find<QLineEdit>(window, "timeMachineInactiveTextField");
+  days.setFocus();
+  days.selectAll();
+  type(days, "14");
+  EXPECT_TRUE(pane.writes.empty());  // a bound field writes when it is left
+  press(window, Qt::Key_Return);
+  ASSERT_EQ(pane.writes.size(), 1U);
+  EXPECT_EQ(platform.readPlist(platform.paths.timeMachineSettings).asDictionary().value("Days_Until_Warning"),
+            number(14));
+  click(find<QCheckBox>(window, "automountCheckbox"));
+  EXPECT_EQ(pane.writes.back().path, platform.paths.autoDiskMount);
+}
+
+TEST_F(OptionsPage, ATrailingLabelSwitchesItsCheckBoxByMouseAndByKeyboard) {
+  open();
+  auto& checkBox = find<QCheckBox>(window, "bootVolumeWarningCheckbox");
+  auto& label = find<LabelButton>(window, "bootVolumeWarningTrailingButton");
+  EXPECT_FALSE(checkBox.isChecked());
+  click(label);
+  EXPECT_TRUE(checkBox.isChecked());
+  label.setFocus();
+  press(window, Qt::Key_Space);
+  EXPECT_FALSE(checkBox.isChecked());
+  EXPECT_EQ(pane.writes.size(), 2U);
+}
+
+TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {
+  open();
+  click(find<QPushButton>(window, "advancedButton"));
+  ASSERT_NE(sheet(), nullptr);
+  auto& days = find<QLineEdit>(*sheet(), "manuallyTriggerTextField");
+  auto& hour = find<QLineEdit>(*sheet(), "timeOfDayTextField");
+  auto& half = find<QComboBox>(*sheet(), "amPmButton");
+  EXPECT_EQ(days.text(), QStringLiteral("3"));
+  EXPECT_EQ(hour.text(), QStringLiteral("1"));
+  EXPECT_EQ(half.currentText(), QStringLiteral("PM"));
+  EXPECT_TRUE(eventually([&] { return days.hasFocus(); }));
+  hour.setFocus();
+  hour.selectAll();
+  type(hour, "7");
+  half.setFocus();
+  press(window, Qt::Key_Up);
+  EXPECT_EQ(half.currentText(), QStringLiteral("AM"));
+  click(find<QCheckBox>(*sheet(), "timeMachineRemovalWarning"));
+  hour.setFocus();
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(sheet(), nullptr);
+  const Dictionary written = platform.readPlist(platform.paths.timeMachineSettings).asDictionary();
+  EXPECT_EQ(written.value("Manual_Run_Hour"), text("7"));
+  EXPECT_EQ(written.value("Days_Until_Manual_Run"), number(3));
+  EXPECT_EQ(written.value("Enable_On_Removal"), flag(true));
+}
+
+TEST_F(OptionsPage, TheSheetIsCancelledByEscapeAndForgetsWhatWasTyped) {
+  open();
+  auto& advanced = find<QPushButton>(window, "advancedButton");
+  click(advanced);
+  auto& days = find<QLineEdit>(*sheet(), "manuallyTriggerTextField");
+  days.setFocus();
+  days.selectAll();
+  type(days, "77");
+  find<QComboBox>(*sheet(), "amPmButton").setFocus();
+  press(window, Qt::Key_Escape);
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_TRUE(pane.writes.empty());
+  click(advanced);
+  EXPECT_EQ(days.text(), QStringLiteral("3"));
+  click(find<QPushButton>(*sheet(), "sheetCancelButton"));
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_TRUE(pane.writes.empty());
+}
+
+TEST_F(OptionsPage, TheBoxLiesBesideTheNamesAndBelowTheHeaderAtEverySizeOfTheWindow) {
+  open();
+  for (const int height : {518, 700}) {
+    window.resize(668, height);
+    QCoreApplication::processEvents();
+    const QRect around = table().geometry();
+    const QRect box = find(window, "volumeOptionsBox").geometry();
+    EXPECT_EQ(box.left(), around.left() + 230 + 1 + 3);
+    EXPECT_EQ(box.right(), around.right() - 1);
+    EXPECT_EQ(box.top(), around.top() + 17);
+    EXPECT_EQ(box.bottom(), around.bottom() - 1);
+  }
+}
+
+TEST_F(OptionsPage, NothingOverlapsAndNothingIsCutOff) {
+  open();
+  window.resize(window.minimumSize());
+  QCoreApplication::processEvents();
+  expectTidy(*page);
+  click(find<QPushButton>(window, "advancedButton"));
+  expectTidy(*sheet());
+}
+
+TEST_F(OptionsPage, EveryControlIsReachedWithTheTabKey) {
+  open();
+  table().setFocus();
+  QStringList reached;
+  do {
+    reached << window.focusWidget()->objectName();
+    press(window, Qt::Key_Tab);
+  } while (window.focusWidget() != &table() && reached.size() < 40);
+  for (const char* name :
+       {"volumesTable", "monitorPresenceCheckbox", "monitorPresenceThresholdTextField",
+        "monitorUsageCheckbox", "monitorUsageThresholdTextField", "showAllVolumeTypesButton", "purgeButton",
+        "bootVolumeWarningCheckbox", "bootVolumeFullTextField", "bootVolumeWarningTrailingButton",
+        "timeMachineWarningCheckbox", "timeMachineInactiveTextField", "timeMachineWarningTrailingButton",
+        "advancedButton", "automountCheckbox"}) {
+    EXPECT_TRUE(reached.contains(QString::fromLatin1(name))) << name;
+  }
+}
+
+}  // namespace
+}  // namespace corvane::test
