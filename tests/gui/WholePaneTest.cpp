@@ -1,4 +1,9 @@
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTreeView>
+#include <map>
 
 #include "GuiFixture.h"
 #include "widgets/LabelButton.h"
@@ -107,6 +112,40 @@ TEST_F(WholePane, TheHeaderFollowsASettingsFileThatChangesBehindIt) {
   writePlist(paths.clientSettings, settings);
   EXPECT_TRUE(eventually(
       [this] { return widget<LabelButton>("clientVersionButton").text() == QStringLiteral("Version 5.0"); }));
+}
+
+/// A control that a person reaches with the keyboard; parts of other controls do not count.
+bool isControl(const QWidget& widget) {
+  if (widget.focusPolicy() == Qt::NoFocus || qobject_cast<QComboBox*>(widget.parentWidget()) != nullptr)
+    return false;
+  return qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+         qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+         qobject_cast<const QComboBox*>(&widget) != nullptr ||
+         qobject_cast<const QTabBar*>(&widget) != nullptr ||
+         qobject_cast<const QTableView*>(&widget) != nullptr ||
+         qobject_cast<const QTreeView*>(&widget) != nullptr;
+}
+
+TEST_F(WholePane, EveryControlHasAnAccessibleNameOfItsOwn) {
+  open();
+  std::map<QString, QString> names;  // to the object that has it
+  for (const QWidget* control : window().findChildren<QWidget*>()) {
+    if (!isControl(*control)) continue;
+    const QString name = control->accessibleName();
+    EXPECT_FALSE(name.isEmpty()) << control->objectName().toStdString() << " has no name";
+    EXPECT_EQ(names.count(name), 0U) << control->objectName().toStdString() << " and "
+                                     << names[name].toStdString() << " are both called "
+                                     << name.toStdString();
+    names[name] = control->objectName();
+  }
+  EXPECT_GE(names.size(), 3U);
+}
+
+TEST_F(WholePane, NoControlIsMarkedBeforeTheKeyboardIsUsed) {
+  open();
+  EXPECT_TRUE(window().hasFocus());
+  press(window(), Qt::Key_Tab);
+  EXPECT_TRUE(widget("urlButton").hasFocus());
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ PaneWindow::PaneWindow(QWidget* parent)
   ui_->authLabel->setFont(small);
   ui_->clientVersionButton->setFont(small);
   ui_->clientVersionButton->setAlignment(Qt::AlignRight);
+  setFocus();  // no control is marked before the keyboard is used
 }
 
 PaneWindow::~PaneWindow() = default;

@@ -8,6 +8,11 @@
 #include "appearance/Shapes.h"
 
 namespace corvane::qt {
+namespace {
+
+constexpr int kInset = 2;  // of the text, for the focus ring around it
+
+}  // namespace
 
 LabelButton::LabelButton(QWidget* parent) : QAbstractButton(parent) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -39,7 +44,7 @@ void LabelButton::setAlignment(Qt::Alignment alignment) {
 QSize LabelButton::sizeHint() const {
   const QSizeF size =
       AttributedTextLayout(text_, font(), palette(), palette().color(QPalette::WindowText)).naturalSize();
-  return {qCeil(size.width()) + 1, qMax(20, qCeil(size.height()) + 2)};
+  return {qCeil(size.width()) + 2 * kInset, qMax(20, qCeil(size.height()) + 2)};
 }
 
 QSize LabelButton::minimumSizeHint() const { return {20, sizeHint().height()}; }
@@ -48,7 +53,8 @@ void LabelButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   QColor color = palette().color(QPalette::WindowText);
   if (isDown()) color.setAlphaF(0.6F);
-  AttributedTextLayout(text_, font(), palette(), color, !isEnabled()).draw(painter, rect(), alignment_);
+  AttributedTextLayout(text_, font(), palette(), color, !isEnabled())
+      .draw(painter, rect().adjusted(kInset, 0, -kInset, 0), alignment_);
   if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 3, palette());
 }
 

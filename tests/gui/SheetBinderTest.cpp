@@ -1,0 +1,85 @@
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "WindowFixture.h"
+#include "binders/SheetBinder.h"
+
+namespace corvane::test {
+namespace {
+
+class SheetBinder : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    auto* layout = new QVBoxLayout(contents);
+    layout->addWidget(field);
+    layout->addWidget(cancel);
+    layout->addWidget(ok);
+    ok->setAutoDefault(false);
+    ok->setDefault(true);
+    cancel->setProperty("escapeButton", true);
+    QObject::connect(ok, &QPushButton::clicked, contents, [this] { pressed.push_back("OK"); });
+    QObject::connect(cancel, &QPushButton::clicked, contents, [this] { pressed.push_back("Cancel"); });
+    new qt::SheetBinder(advanced, *contents, window.sheets());
+  }
+
+  Window advanced{"Advanced"};
+  QWidget* contents = new QWidget;
+  QLineEdit* field = new QLineEdit(contents);
+  QPushButton* cancel = new QPushButton(contents);
+  QPushButton* ok = new QPushButton(contents);
+  std::vector<std::string> pressed;
+};
+
+TEST_F(SheetBinder, OpensAndClosesWithTheCoresWindow) {
+  EXPECT_FALSE(contents->isVisible());
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
+  EXPECT_EQ(sheet(), contents);
+  EXPECT_TRUE(contents->isVisible());
+  EXPECT_EQ(contents->accessibleName(), QStringLiteral("Advanced"));
+  view.mainWindow.endSheet(advanced);
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_FALSE(contents->isVisible());
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));  // as often as wanted
+  EXPECT_TRUE(contents->isVisible());
+  view.mainWindow.endSheet(advanced);
+}
+
+TEST_F(SheetBinder, TheFirstFieldHasTheFocusAndReturnAndEscapePressTheSheetsButtons) {
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
+  ASSERT_TRUE(eventually([this] { return field->hasFocus(); }));
+  press(window, Qt::Key_Return);
+  press(window, Qt::Key_Escape);
+  EXPECT_EQ(pressed, (std::vector<std::string>{"OK", "Cancel"}));
+  view.mainWindow.endSheet(advanced);
+}
+
+TEST_F(SheetBinder, AnAlertThatComesMeanwhileWaitsForTheSheet) {
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
+  AlertDescription alert;
+  alert.messageText = "Meanwhile";
+  alert.buttons = {{"OK", std::nullopt}};
+  dialogs.beginSheet(alert, SheetWindow::PaneWindow,
+                     [this](const AlertResult&) { pressed.push_back("alert"); });
+  EXPECT_EQ(sheet(), contents);
+  view.mainWindow.endSheet(advanced);
+  ASSERT_NE(sheet(), nullptr);
+  click(find<QPushButton>(*sheet(), "button OK"));
+  EXPECT_EQ(pressed, (std::vector<std::string>{"alert"}));
+}
+
+TEST_F(SheetBinder, ASheetThatEndsBeforeItWasShownNeverComes) {
+  AlertDescription alert;
+  alert.messageText = "First";
+  alert.buttons = {{"OK", std::nullopt}};
+  dialogs.beginSheet(alert, SheetWindow::PaneWindow, {});
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
+  view.mainWindow.endSheet(advanced);
+  click(find<QPushButton>(*sheet(), "button OK"));
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_FALSE(contents->isVisible());
+}
+
+}  // namespace
+}  // namespace corvane::test
