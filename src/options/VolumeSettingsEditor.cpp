@@ -53,7 +53,10 @@ void VolumeSettingsEditor::showEntry(const Dictionary& entry) {
   view_.monitorPresenceCheckbox.setState(
       boolValue(entry.value(volume_key::kMonitorPresence)) ? ButtonState::On : ButtonState::Off);
   view_.monitorUsageCheckbox.setIntState(intValue(entry.value(volume_key::kMonitorUsage)));
-  if (entry.string(volume_key::kPath) != nullptr) view_.volumeOptionPathButton.setTitle(std::string(path));
+  if (entry.string(volume_key::kPath) != nullptr) {
+    view_.volumeOptionPathButton.setTitle(std::string(path));
+    view_.volumeOptionPathButton.setToolTip(std::string(path));  // a long path is cut off
+  }
   view_.monitorUsageThresholdTextField.setObjectValue(
       shownThreshold(entry.value(volume_key::kUsageThreshold)));
   view_.monitorPresenceThresholdTextField.setObjectValue(

@@ -3,8 +3,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
-#include <QToolTip>
 
 #include "OptionsTabFixture.h"
 #include "widgets/LabelButton.h"
@@ -244,6 +244,26 @@ TEST_F(OptionsPage, TheBoxLiesBesideTheNamesAndBelowTheHeaderAtEverySizeOfTheWin
     EXPECT_EQ(box.top(), around.top() + 17);
     EXPECT_EQ(box.bottom(), around.bottom() - 1);
   }
+}
+
+TEST_F(OptionsPage, TheScrollBarOfALongListStaysBesideTheBox) {
+  open();
+  Array saved = Array::make();
+  for (int i = 0; i < 60; ++i) {
+    const std::string name = "Volume " + std::to_string(100 + i);
+    saved.append(Dictionary::make({{"VolumeName", text(name)}, {"VolumePath", text("/Volumes/" + name)}}));
+  }
+  platform.writePlist(platform.paths.volumesSettings, saved);
+  tab->refreshVolumes();
+  QScrollBar& bar = *table().verticalScrollBar();
+  ASSERT_TRUE(eventually([&] { return bar.isVisible(); }));
+  const QWidget& box = find(window, "volumeOptionsBox");
+  const auto placeIn = [&](const QWidget& widget) {
+    return QRect(widget.mapTo(&window, QPoint()), widget.size());
+  };
+  EXPECT_TRUE(eventually([&] { return !placeIn(bar).intersects(placeIn(box)); }));
+  click(bar);  // pages on
+  EXPECT_GT(bar.value(), 0);
 }
 
 TEST_F(OptionsPage, NothingOverlapsAndNothingIsCutOff) {

@@ -75,6 +75,7 @@ TEST_F(VolumeSettingsEditorTest, ShowsTheSettingsOfTheSelectedVolume) {
   EXPECT_EQ(view_.monitorPresenceThresholdTextField.stringValue(), "56");
   EXPECT_EQ(view_.monitorUsageThresholdTextField.stringValue(), "78");
   EXPECT_EQ(view_.volumeOptionPathButton.title(), "/Volumes/B");
+  EXPECT_EQ(view_.volumeOptionPathButton.toolTip(), "/Volumes/B");
 }
 
 TEST_F(VolumeSettingsEditorTest, ShowsWhatItCanOfAnEntryWithMissingOrWrongValues) {

@@ -1,6 +1,7 @@
 #include "tabs/OptionsTabPage.h"
 
 #include <QEvent>
+#include <QScrollBar>
 
 #include "Text.h"
 #include "binders/ButtonBinder.h"
@@ -51,6 +52,7 @@ OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget*
   bindSheet(sheets);
   view_.volumeOptionsBox.onChange = [this] { placeBox(); };
   ui_->volumesTable->installEventFilter(this);
+  ui_->volumesTable->verticalScrollBar()->installEventFilter(this);
 }
 
 OptionsTabPage::~OptionsTabPage() {
@@ -113,18 +115,28 @@ void OptionsTabPage::bindSheet(SheetHost& sheets) {
 }
 
 // The core places the box at fixed distances from the edges of the table's scroll view; these are kept at
-// whatever size the table has here.
+// whatever size the table has here. A scroll bar stays in reach beside the box.
 void OptionsTabPage::placeBox() {
   const Rect& around = view_.volumesScrollView.frame();
   const Rect& box = view_.volumeOptionsBox.frame();
   const double right = around.x + around.width - (box.x + box.width);
   const double top = around.y + around.height - (box.y + box.height);
+  const QScrollBar* scrollBar = ui_->volumesTable->verticalScrollBar();
+  const int reserved = scrollBar->isVisibleTo(ui_->volumesTable) ? scrollBar->sizeHint().width() : 0;
   ui_->volumeOptionsBox->setGeometry(ui_->volumesTable->geometry().adjusted(
-      qRound(box.x - around.x), qRound(top), -qRound(right), -qRound(box.y - around.y)));
+      qRound(box.x - around.x), qRound(top), -qRound(right) - reserved, -qRound(box.y - around.y)));
 }
 
 bool OptionsTabPage::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->volumesTable && event->type() == QEvent::Resize) placeBox();
+  switch (event->type()) {
+    case QEvent::Resize:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+      placeBox();
+      break;
+    default:
+      break;
+  }
   return QWidget::eventFilter(watched, event);
 }
 
