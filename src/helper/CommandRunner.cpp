@@ -1,6 +1,6 @@
 #include "helper/CommandRunner.h"
 
-#include <cstring>
+#include <system_error>
 
 namespace corvane::helper {
 
@@ -11,7 +11,7 @@ struct CommandRunner::Dispatch {
 
   static Answer only(Reply reply) { return {.reply = std::move(reply), .run = {}}; }
   static Reply notStarted(const std::string& program, int error) {
-    return {.outcome = Outcome::Failed, .message = program + ": " + std::strerror(error)};
+    return {.outcome = Outcome::Failed, .message = program + ": " + std::generic_category().message(error)};
   }
 
   Answer operator()(const Refusal& refusal) const {

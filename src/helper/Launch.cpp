@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "helper/Signals.h"
 #include "helper/Supervisor.h"
 
 namespace corvane::helper {
@@ -38,7 +39,7 @@ void closeOnExecFrom(unsigned first) {
 
 /// In a child: becomes the program. Tells the error through `report` when that fails.
 [[noreturn]] void become(char* const* vector, int output, int report) {
-  for (int signal = 1; signal < NSIG; ++signal) (void)::signal(signal, SIG_DFL);
+  setAllSignalsToDefault();
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);

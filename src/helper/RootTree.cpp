@@ -1,8 +1,8 @@
 #include "helper/RootTree.h"
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
+#include <system_error>
 
 #include <fcntl.h>
 #include <linux/openat2.h>
@@ -28,7 +28,7 @@ Reply denied(std::string_view path, std::string_view why) {
 }
 /// What a tool that was started would have answered: a message and an exit status.
 Reply failed(std::string_view path, int error) {
-  return {.exitStatus = 1, .message = std::string(path) + ": " + std::strerror(error)};
+  return {.exitStatus = 1, .message = std::string(path) + ": " + std::generic_category().message(error)};
 }
 
 int openInside(int top, const std::string& path, int flags) {

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "helper/Launch.h"
+#include "helper/Signals.h"
 
 namespace corvane::helper {
 namespace {
@@ -93,8 +94,8 @@ bool reap(pid_t& group) {
 void supervise(SupervisedDescriptors descriptors, const std::function<void(int, int)>& become) {
   ::setsid();
   ::prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
-  for (int signal = 1; signal < NSIG; ++signal) (void)::signal(signal, SIG_DFL);
-  (void)::signal(SIGPIPE, SIG_IGN);
+  setAllSignalsToDefault();
+  setSignal(SIGPIPE, SIG_IGN);
   sigset_t childEnds;
   ::sigemptyset(&childEnds);
   ::sigaddset(&childEnds, SIGCHLD);

@@ -9,7 +9,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -20,6 +19,7 @@
 #include <unistd.h>
 
 #include "helper/Session.h"
+#include "helper/Signals.h"
 
 namespace {
 
@@ -44,9 +44,9 @@ void liftLimit(__rlimit_resource_t resource) {
 
 /// What the caller's session may have left behind: handlers, limits, the mask.
 void resetProcess() {
-  for (int signal = 1; signal < NSIG; ++signal) (void)std::signal(signal, SIG_DFL);
-  (void)std::signal(SIGPIPE, SIG_IGN);
-  (void)std::signal(SIGXFSZ, SIG_IGN);  // a limit is an error like a full disk
+  corvane::helper::setAllSignalsToDefault();
+  corvane::helper::setSignal(SIGPIPE, SIG_IGN);
+  corvane::helper::setSignal(SIGXFSZ, SIG_IGN);  // a limit is an error like a full disk
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -56,10 +56,13 @@ void resetProcess() {
   (void)::setrlimit(RLIMIT_CORE, &nothing);
 }
 
-/// The user who asked for the rights. polkit's launcher tells it in the environment that it has scrubbed for
-/// us.
+/// What polkit's launcher tells of the user who asked; nothing when it did not start this process.
+const char* userToldByPolkit() {
+  return std::getenv("PKEXEC_UID");  // NOLINT(concurrency-mt-unsafe): this process has one thread
+}
+
 uid_t invokingUser() {
-  const char* told = std::getenv("PKEXEC_UID");
+  const char* told = userToldByPolkit();
   return ::geteuid() == 0 && told != nullptr ? static_cast<uid_t>(std::strtoul(told, nullptr, 10))
                                              : ::getuid();
 }
@@ -87,10 +90,10 @@ int session(std::string_view rootArgument) {
 
 int become(char** vector) {
   // Someone who got root's rights for a session of the pane has got no more than that.
-  if (std::getenv("PKEXEC_UID") != nullptr) return complain("only sessions are started through polkit");
+  if (userToldByPolkit() != nullptr) return complain("only sessions are started through polkit");
   if (vector[0][0] != '/') return complain("the program must be named by an absolute path");
   ::execv(vector[0], vector);
-  complain(std::string(vector[0]) + ": " + std::strerror(errno));
+  complain(std::string(vector[0]) + ": " + std::generic_category().message(errno));
   return kCannotExecute;
 }
 

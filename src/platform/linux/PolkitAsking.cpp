@@ -3,7 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
+#include <system_error>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -101,7 +101,7 @@ bool PolkitAsking::launch(std::string& problem) {
   int ends[2];
   auto complaints = helper::makePipe();
   if (!complaints.readEnd || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
-    problem = std::strerror(errno);
+    problem = std::generic_category().message(errno);
     return false;
   }
   socket_ = helper::Descriptor(ends[0]);
@@ -122,7 +122,7 @@ bool PolkitAsking::launch(std::string& problem) {
       ::posix_spawn(&pid, options_.pkexec.c_str(), &setup.actions, &setup.attributes,
                     const_cast<char* const*>(vector.data()), const_cast<char* const*>(kEnvironment));
   if (error != 0) {
-    problem = options_.pkexec + ": " + std::strerror(error);
+    problem = options_.pkexec + ": " + std::generic_category().message(error);
     return false;
   }
   child_ = ChildProcess(pid);
