@@ -161,6 +161,8 @@ class Dictionary : public PropertyList {
   /// Sets the value under the key; setting nothing removes the key.
   void set(std::string_view key, PropertyList value);
   void remove(std::string_view key);
+  /// Sets every entry of the other dictionary, in time linear in the size of both.
+  void setAll(const Dictionary& other);
   /// A new dictionary with the same value objects.
   [[nodiscard]] Dictionary shallowCopy() const;
 

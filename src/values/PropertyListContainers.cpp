@@ -1,6 +1,7 @@
 // The two container handles, `Array` and `Dictionary`.
 #include <algorithm>
-#include <cassert>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include "values/PropertyListNodes.h"
@@ -66,13 +67,30 @@ void Array::replaceAll(std::vector<PropertyList> elements) {
 
 Array Array::shallowCopy() const { return node_ != nullptr ? fromElements(elements()) : Array(); }
 
+namespace {
+
+/// How many bytes at their beginnings are the same.
+std::size_t commonLength(std::string_view left, std::string_view right) noexcept {
+  const std::size_t size = std::min(left.size(), right.size());
+  std::size_t same = 0;
+  for (std::uint64_t l = 0, r = 0; same + sizeof l <= size; same += sizeof l) {
+    std::memcpy(&l, left.data() + same, sizeof l);
+    std::memcpy(&r, right.data() + same, sizeof r);
+    if (l != r) break;
+  }
+  while (same < size && left[same] == right[same]) ++same;
+  return same;
+}
+
+}  // namespace
+
 // Byte order and UTF-16 order of valid UTF-8 differ in one case only: characters beyond the basic plane (lead
 // bytes from F0) are surrogates in UTF-16 and so stand before U+E000 to U+FFFF (lead bytes EE and EF).
 bool precedesInUtf16Order(std::string_view left, std::string_view right) noexcept {
-  const auto [l, r] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
-  if (l == left.end() || r == right.end()) return r != right.end();
-  const auto leftByte = static_cast<unsigned char>(*l);
-  const auto rightByte = static_cast<unsigned char>(*r);
+  const std::size_t same = commonLength(left, right);
+  if (same == left.size() || same == right.size()) return same < right.size();
+  const auto leftByte = static_cast<unsigned char>(left[same]);
+  const auto rightByte = static_cast<unsigned char>(right[same]);
   if (leftByte >= 0xEE && rightByte >= 0xEE && (leftByte >= 0xF0) != (rightByte >= 0xF0)) {
     return leftByte >= 0xF0;
   }
@@ -202,6 +220,23 @@ void Dictionary::remove(std::string_view key) {
   if (found == node->entries.end()) return;
   if (static_cast<std::size_t>(found - node->entries.begin()) < node->sortedCount) --node->sortedCount;
   node->entries.erase(found);
+}
+
+void Dictionary::setAll(const Dictionary& other) {
+  auto* node = Nodes::dictionary(*this);
+  if (node == nullptr || isSameObject(other)) return;
+  sortTail(*node);
+  auto& entries = node->entries;
+  std::size_t own = 0;
+  for (const auto& [key, value] : other.entries()) {
+    while (own < node->sortedCount && precedesInUtf16Order(entries[own].first, key)) ++own;
+    if (own < node->sortedCount && entries[own].first == key) {
+      entries[own].second = value;
+    } else {
+      entries.emplace_back(key, value);
+    }
+  }
+  sortTail(*node);
 }
 
 Dictionary Dictionary::shallowCopy() const {

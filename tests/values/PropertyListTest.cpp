@@ -256,6 +256,41 @@ TEST(Dictionary, FromEntriesSortsAndKeepsTheChosenOneOfEqualKeys) {
   EXPECT_EQ(Dictionary::fromEntries(entries, Dictionary::Duplicates::LastWins), expect(4));
 }
 
+TEST(Dictionary, KeysThatDifferLateAreOrderedByTheirDifferenceAlone) {
+  const std::string same = "Some_Long_Beginning_";  // longer than what is compared at one go
+  Dictionary filled = Dictionary::make();
+  for (const char* end :
+       {"\xEF\xBF\xBD", "\xF0\x9F\x92\xBE", "b", "\xEE\x80\x80", "", "\xED\x9F\xBF", "aa", "a"}) {
+    filled.set(same + end, PropertyList::boolean(true));
+  }
+  EXPECT_EQ(filled.keys(), (std::vector<std::string>{same, same + "a", same + "aa", same + "b",
+                                                     same + "\xED\x9F\xBF", same + "\xF0\x9F\x92\xBE",
+                                                     same + "\xEE\x80\x80", same + "\xEF\xBF\xBD"}));
+}
+
+TEST(Dictionary, SettingAllAddsAndReplacesAndKeepsTheRest) {
+  auto own = Dictionary::make();
+  for (const char* key : {"d", "b", "f", "a"}) own.set(key, PropertyList::string("old"));  // in no order
+  const auto other = Dictionary::make({{"c", PropertyList::string("new")},
+                                       {"b", PropertyList::string("new")},
+                                       {"z", PropertyList::string("new")},
+                                       {"A", PropertyList::string("new")}});
+  own.setAll(other);
+  EXPECT_EQ(own.keys(), (std::vector<std::string>{"A", "a", "b", "c", "d", "f", "z"}));
+  for (const char* key : {"A", "b", "c", "z"})
+    EXPECT_TRUE(own.value(key).isSameObject(other.value(key))) << key;
+  for (const char* key : {"a", "d", "f"}) EXPECT_EQ(own.value(key), PropertyList::string("old")) << key;
+  EXPECT_EQ(other.size(), 4U);
+
+  const auto before = own.shallowCopy();
+  own.setAll(own);
+  own.setAll(Dictionary());
+  EXPECT_EQ(own, before);
+  Dictionary nothing;
+  nothing.setAll(other);
+  EXPECT_FALSE(nothing);
+}
+
 TEST(Dictionary, AnyOrderOfChangesGivesTheSameAsAMap) {
   // A small generator of its own, so that the sequence is the same everywhere.
   std::uint32_t state = 12345;
