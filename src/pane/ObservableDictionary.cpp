@@ -5,17 +5,29 @@
 namespace corvane {
 
 void ObservableDictionary::set(const std::string& key, PropertyList value) {
-  contents_.set(key, value);
-  const auto found = observers_.find(key);
-  if (found == observers_.end()) return;
-  if (found->second.size() == 1) {
-    found->second.front()->observeValueForKey(key, value);
-    return;
+  setQuietly(key, value);
+  if (ownerObserves(key)) owner_.observeValueForKey(key, value);
+  tellObservers(key, value);
+}
+
+void ObservableDictionary::setQuietly(const std::string& key, PropertyList value) {
+  const bool observes = ownerObserves(key);
+  contents_.set(key, std::move(value));
+  setOwnerObserves(key, observes);
+}
+
+void ObservableDictionary::observeAsOwner(const std::string& key) { setOwnerObserves(key, true); }
+
+void ObservableDictionary::replaceFrom(const Dictionary& fresh) {
+  std::vector<std::pair<std::string, PropertyList>> former;  // of the keys that somebody else observes
+  for (const auto& [key, observers] : observers_) {
+    if (fresh.contains(key)) former.emplace_back(key, contents_.value(key));
   }
-  // An observer may add or remove registrations while it is told, so each is looked up again before its turn.
-  const std::vector<KeyObserver*> registered = found->second;
-  for (KeyObserver* observer : registered) {
-    if (isObservedBy(*observer, key)) observer->observeValueForKey(key, value);
+  contents_.setAll(fresh);
+  std::erase_if(exceptions_, [&fresh](const std::string& key) { return fresh.contains(key); });
+  for (const auto& [key, value] : former) {
+    const PropertyList now = contents_.value(key);
+    if (!now.isSameObject(value)) tellObservers(key, now);
   }
 }
 
@@ -26,10 +38,32 @@ void ObservableDictionary::removeObserver(KeyObserver& observer, std::string_vie
   if (position != found->second.end()) found->second.erase(position);
 }
 
+bool ObservableDictionary::ownerObserves(std::string_view key) const {
+  return contents_.contains(key) != exceptions_.contains(key);
+}
+
+void ObservableDictionary::setOwnerObserves(const std::string& key, bool observes) {
+  if (contents_.contains(key) == observes) {
+    exceptions_.erase(key);
+  } else {
+    exceptions_.insert(key);
+  }
+}
+
 bool ObservableDictionary::isObservedBy(const KeyObserver& observer, std::string_view key) const {
   const auto found = observers_.find(key);
   return found != observers_.end() &&
          std::find(found->second.begin(), found->second.end(), &observer) != found->second.end();
+}
+
+void ObservableDictionary::tellObservers(const std::string& key, const PropertyList& newValue) {
+  const auto found = observers_.find(key);
+  if (found == observers_.end()) return;
+  // An observer may add or remove registrations while it is told, so each is looked up again before its turn.
+  const std::vector<KeyObserver*> registered = found->second;
+  for (KeyObserver* observer : registered) {
+    if (isObservedBy(*observer, key)) observer->observeValueForKey(key, newValue);
+  }
 }
 
 }  // namespace corvane

@@ -1,12 +1,11 @@
-// A dictionary whose keys can be observed: the live contents of a settings store. The store observes the keys
-// of its file, bindings observe the keys of their controls.
+// A dictionary whose keys can be observed: the live contents of a settings store. The store that owns it
+// observes the keys of its file, bindings observe the keys of their controls.
 #pragma once
 
-#include <cstddef>
-#include <functional>
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -23,7 +22,9 @@ class KeyObserver {
 
 class ObservableDictionary {
  public:
-  explicit ObservableDictionary(Dictionary contents) : contents_(std::move(contents)) {}
+  /// The owner observes every key of these contents and outlives the dictionary.
+  ObservableDictionary(Dictionary contents, KeyObserver& owner)
+      : contents_(std::move(contents)), owner_(owner) {}
   ObservableDictionary(const ObservableDictionary&) = delete;
   ObservableDictionary& operator=(const ObservableDictionary&) = delete;
 
@@ -33,23 +34,33 @@ class ObservableDictionary {
   [[nodiscard]] bool contains(std::string_view key) const { return contents_.contains(key); }
   [[nodiscard]] bool empty() const { return contents_.empty(); }
 
-  /// Sets the value (nothing removes the key) and tells every observer of the key.
+  /// Sets the value (nothing removes the key) and tells the owner, if it observes the key, then every other
+  /// observer of it. A key that is new by this is not observed by the owner.
   void set(const std::string& key, PropertyList value);
   /// The same without telling anybody: for an observer that completes a change while it is being reported.
-  void setQuietly(const std::string& key, PropertyList value) { contents_.set(key, std::move(value)); }
+  void setQuietly(const std::string& key, PropertyList value);
+  /// Lets the owner observe a key, whether there is a value under it or not.
+  void observeAsOwner(const std::string& key);
+  /// Takes over every entry of the other dictionary, all of which the owner then observes; it is not told.
+  /// The other observers hear of each value that became another object. Costs the sum of both sizes.
+  void replaceFrom(const Dictionary& fresh);
 
   /// One registration; removing one that does not exist does nothing.
   void addObserver(KeyObserver& observer, const std::string& key) { observers_[key].push_back(&observer); }
   void removeObserver(KeyObserver& observer, std::string_view key);
-  [[nodiscard]] bool isObservedBy(const KeyObserver& observer, std::string_view key) const;
 
  private:
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view key) const noexcept { return std::hash<std::string_view>{}(key); }
-  };
+  [[nodiscard]] bool ownerObserves(std::string_view key) const;
+  void setOwnerObserves(const std::string& key, bool observes);
+  [[nodiscard]] bool isObservedBy(const KeyObserver& observer, std::string_view key) const;
+  void tellObservers(const std::string& key, const PropertyList& newValue);
+
   Dictionary contents_;
-  std::unordered_map<std::string, std::vector<KeyObserver*>, Hash, std::equal_to<>> observers_;
+  KeyObserver& owner_;
+  /// The owner observes the keys that have a value, except these; and of the others only these. So a large
+  /// file costs no registrations.
+  std::set<std::string, std::less<>> exceptions_;
+  std::map<std::string, std::vector<KeyObserver*>, std::less<>> observers_;  // without the owner
 };
 
 }  // namespace corvane

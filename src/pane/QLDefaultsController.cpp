@@ -21,8 +21,8 @@ QLDefaultsController::QLDefaultsController(std::string file, Files& files, Prope
   if (contents.empty() && lastPathComponent(file_) == kAutoDiskMountName) {
     contents.set(client_key::kAutomountDisks, PropertyList::boolean(false));
   }
-  values_ = std::make_unique<ObservableDictionary>(contents);
-  for (const std::string& key : contents.keys()) values_->addObserver(*this, key);
+  KeyObserver& owner = *this;
+  values_ = std::make_unique<ObservableDictionary>(std::move(contents), owner);
 }
 
 PropertyList QLDefaultsController::value(std::string_view key) const {
@@ -31,22 +31,14 @@ PropertyList QLDefaultsController::value(std::string_view key) const {
 
 void QLDefaultsController::setValueForKey(const std::string& key, PropertyList value) {
   if (!values_) return;
-  if (!values_->isObservedBy(*this, key)) values_->addObserver(*this, key);
+  values_->observeAsOwner(key);
   values_->set(key, std::move(value));
 }
 
 void QLDefaultsController::refreshValues() {
   const Dictionary fresh = propertyLists_.read(file_).asDictionary();
-  if (values_) {
-    refreshing_ = true;
-    for (const auto& [key, value] : fresh.entries()) {
-      if (value.isSameObject(values_->value(key))) continue;
-      if (!values_->isObservedBy(*this, key)) values_->addObserver(*this, key);
-      values_->set(key, value);
-    }
-    refreshing_ = false;
-    // Keys that the file has lost keep their values: a refresh only adds and replaces. This is intended.
-  }
+  // Keys that the file has lost keep their values: a refresh only adds and replaces. This is intended.
+  if (values_) values_->replaceFrom(fresh);
   fileExists_ = files_.exists(file_);
 }
 
@@ -55,7 +47,7 @@ void QLDefaultsController::commitChanges() {
 }
 
 void QLDefaultsController::observeValueForKey(const std::string& key, const PropertyList& /*newValue*/) {
-  if (!refreshing_) observeValueForKeyPath(keyPath(key));  // reading never writes
+  observeValueForKeyPath(keyPath(key));
 }
 
 void QLDefaultsController::observeValueForKeyPath(const std::string& changedPath) {

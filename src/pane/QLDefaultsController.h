@@ -56,7 +56,6 @@ class QLDefaultsController final : private KeyObserver {
   PropertyListFiles& propertyLists_;
   std::unique_ptr<ObservableDictionary> values_;
   bool fileExists_ = false;
-  bool refreshing_ = false;
   PlistWriter* delegate_ = nullptr;
 };
 

@@ -189,6 +189,78 @@ TEST_F(QLDefaultsControllerTest, KeysThatARefreshAddedCommitWhenTheyAreChanged) 
   EXPECT_EQ(pane_.writes.size(), 1U) << "observed exactly once, however often it was refreshed";
 }
 
+TEST_F(QLDefaultsControllerTest, AKeyThatWasRemovedAndComesBackStillCommits) {
+  writeSettings({{"A", PropertyList::integer(1)}});
+  auto edited = store(settings_);
+  edited.setDelegate(&pane_);
+  edited.values()->set("A", {});
+  edited.values()->set("A", PropertyList::integer(2));
+  EXPECT_EQ(pane_.writes.size(), 2U);
+}
+
+TEST_F(QLDefaultsControllerTest, AKeyThatWasSetDirectlyCommitsOnceTheFileHoldsItToo) {
+  writeSettings({});
+  auto edited = store(settings_);
+  edited.setDelegate(&pane_);
+  edited.values()->set("New", PropertyList::integer(1));
+  edited.values()->set("New", PropertyList::integer(2));
+  ASSERT_TRUE(pane_.writes.empty());
+  writeSettings({{"New", PropertyList::integer(3)}});
+  edited.refreshValues();
+  edited.values()->set("New", PropertyList::integer(4));
+  EXPECT_EQ(pane_.writes.size(), 1U);
+}
+
+TEST_F(QLDefaultsControllerTest, AKeyThatTheFileHasLostStillCommits) {
+  writeSettings({{"Kept", PropertyList::integer(1)}});
+  auto refreshed = store(settings_);
+  refreshed.setDelegate(&pane_);
+  writeSettings({});
+  refreshed.refreshValues();
+  refreshed.values()->set("Kept", PropertyList::integer(2));
+  EXPECT_EQ(pane_.writes.size(), 1U);
+}
+
+TEST_F(QLDefaultsControllerTest, ARefreshTellsTheOtherObserversOfTheKeysOfTheFileWithAllNewValuesInPlace) {
+  struct Recorder final : KeyObserver {
+    explicit Recorder(QLDefaultsController& observed) : store(observed) {}
+    void observeValueForKey(const std::string& key, const PropertyList& newValue) override {
+      calls.push_back(key + "=" + description(newValue) + " B=" + description(store.value("B")));
+    }
+    QLDefaultsController& store;
+    std::vector<std::string> calls;
+  };
+  writeSettings(
+      {{"A", PropertyList::integer(1)}, {"B", PropertyList::integer(2)}, {"C", PropertyList::integer(3)}});
+  auto refreshed = store(settings_);
+  refreshed.setDelegate(&pane_);
+  Recorder recorder(refreshed);
+  refreshed.values()->addObserver(recorder, "A");
+  refreshed.values()->addObserver(recorder, "C");
+  writeSettings({{"A", PropertyList::integer(1)}, {"B", PropertyList::integer(20)}});
+  refreshed.refreshValues();
+  EXPECT_EQ(recorder.calls, std::vector<std::string>{"A=1 B=20"}) << "C is gone from the file and stays";
+  EXPECT_TRUE(pane_.writes.empty());
+}
+
+TEST_F(QLDefaultsControllerTest, AnEditThatAnObserverMakesDuringARefreshIsCommitted) {
+  struct Editor final : KeyObserver {
+    explicit Editor(QLDefaultsController& edited) : store(edited) {}
+    void observeValueForKey(const std::string& /*key*/, const PropertyList& /*newValue*/) override {
+      store.setValueForKey("B", PropertyList::integer(9));
+    }
+    QLDefaultsController& store;
+  };
+  writeSettings({{"A", PropertyList::integer(1)}, {"B", PropertyList::integer(2)}});
+  auto refreshed = store(settings_);
+  refreshed.setDelegate(&pane_);
+  Editor editor(refreshed);
+  refreshed.values()->addObserver(editor, "A");
+  refreshed.refreshValues();
+  ASSERT_EQ(pane_.writes.size(), 1U);
+  EXPECT_EQ(refreshed.value("B"), PropertyList::integer(9));
+}
+
 TEST_F(QLDefaultsControllerTest, AnUnreadableFileAtARefreshChangesNothingButTheExistence) {
   writeSettings({{"A", PropertyList::integer(1)}});
   auto refreshed = store(settings_);
