@@ -112,6 +112,7 @@ void QLCFileWatcher::notifyDelegateThatFileHasDisappeared() {
 
 void QLCFileWatcher::checkWriteOnFile() {
   if (delegate_ != nullptr) delegate_->fileWatcherFileHasBeenWritten(*this, path_);
+  if (!queue_) return;  // the delegate has ended the watch
   // A fresh queue on the path as it is now, so that a file put in the place of the old one is watched too.
   // When that fails the watcher stays silent from now on.
   endWatching();

@@ -249,6 +249,17 @@ TEST_F(QLCFileWatcherTest, DelegateMayEndAndDropTheWatcherWhileItIsTold) {
   EXPECT_EQ(queues_.openQueues(), 0U);
 }
 
+TEST_F(QLCFileWatcherTest, DelegateThatEndsTheWatchWhileItIsToldOfAWriteHearsNothingMore) {
+  auto watcher = make(true);
+  delegate_.onCall = [&] {
+    watcher->endWatching();
+    watcher.reset();
+  };
+  EXPECT_EQ(queues_.fire(kPath, FileEventKind::Write), 1U);
+  EXPECT_TRUE(made_.back().expired());
+  EXPECT_EQ(queues_.openQueues(), 0U);
+}
+
 TEST_F(QLCFileWatcherTest, DelegateMayMakeANewWatcherWhileItIsTold) {
   auto watcher = make();
   delegate_.onCall = [&] {
