@@ -55,7 +55,9 @@ void OptionsTabView::setFrames() {
 
 // Plain labels have none: their text speaks.
 void OptionsTabView::setAccessibleNames() {
+  volumesScrollView.setAccessibleName("List of volumes");
   volumesTable.setAccessibleName("Volumes");
+  volumeOptionsBox.setAccessibleName(volumeTextField.stringValue());
   showAllVolumeTypesButton.setAccessibleName("Show or hide system volumes");
   purgeButton.setAccessibleName("Remove the selected volume from the list");
   monitorPresenceCheckbox.setAccessibleName("Warn when the selected volume is absent");

@@ -8,6 +8,7 @@ PaneView::PaneView(AuthorizationServices& authorization) : authView(authorizatio
   greetingButton.setFrame({0, 480, 300, 20});
   urlButton.setFrame({0, 480, 200, 20});
 
+  mainWindow.setAccessibleName(mainWindow.title());
   authView.setAccessibleName("Lock");
   tabView.setAccessibleName("Settings");
   quorlenIconButton.setAccessibleName("Client icon");
