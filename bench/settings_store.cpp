@@ -1,11 +1,11 @@
 // links: corvane_linux corvane_core
-// A settings store over a client settings file, beside the floors of the same run: plain reading and parsing of the same
-// file, plain writing of the same contents.
-#include <benchmark/benchmark.h>
-
+// A settings store over a client settings file, beside the floors of the same run: plain reading and parsing
+// of the same file, plain writing of the same contents.
 #include <filesystem>
 #include <memory>
 #include <string>
+
+#include <benchmark/benchmark.h>
 
 #include "pane/QLDefaultsController.h"
 #include "platform/linux/LinuxFiles.h"
@@ -36,7 +36,8 @@ struct Fixture {
     file = folder + "/ClientSettings.plist";
     Dictionary contents = Dictionary::make();
     for (std::int64_t key = 0; key < keys; ++key) {
-      contents.set("Setting_Number_" + std::to_string(key), PropertyList::string("value " + std::to_string(key)));
+      contents.set("Setting_Number_" + std::to_string(key),
+                   PropertyList::string("value " + std::to_string(key)));
     }
     contents.set("ClientGroup", PropertyList::string("lab"));
     if (!propertyLists.write(file, contents)) std::abort();
@@ -58,7 +59,8 @@ void floorReadFile(benchmark::State& state) {
 
 void floorReadAndParse(benchmark::State& state) {
   Fixture fixture(state.range(0));
-  for (auto _ : state) benchmark::DoNotOptimize(readPropertyList(*fixture.files.contents(fixture.file, kLimit)));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(readPropertyList(*fixture.files.contents(fixture.file, kLimit)));
 }
 
 void storeRead(benchmark::State& state) {

@@ -1,5 +1,5 @@
-// The composition root: builds the whole pane over a platform and ties the controllers to their controls. A shell creates
-// one, shows its views, and calls `load` once it is ready to show alerts.
+// The composition root: builds the whole pane over a platform and ties the controllers to their controls. A
+// shell creates one, shows its views, and calls `load` once it is ready to show alerts.
 #pragma once
 
 #include <string_view>

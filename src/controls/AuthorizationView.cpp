@@ -10,8 +10,7 @@ constexpr const char* kAskingLabel = "Waiting for permission…";
 constexpr const char* kOpenLabel = "Click the lock to prevent further changes.";
 constexpr const char* kOpenDirectLabel =
     "These files belong to you and are changed directly, without asking for rights. Click the lock to "
-    "prevent "
-    "further changes.";
+    "prevent further changes.";
 
 }  // namespace
 

@@ -1,6 +1,6 @@
-// Keeps the toolkit from showing the full text of a truncated cell in a tooltip of its own. Shells ask this
-// for every text cell that they draw; over a truncated volume name the only tooltip is therefore the one that
-// the table's data source gives.
+// Keeps the toolkit from showing the full text of a truncated cell in a tooltip of its own: for a shell whose
+// toolkit asks every text cell where to show it. Over a truncated volume name the only tooltip is therefore
+// the one that the table's data source gives.
 #pragma once
 
 #include "controls/Control.h"

@@ -14,7 +14,8 @@ class DirectoryEventStream {
   /// Ties the stream to the main run loop, in the common modes; unties it.
   virtual void scheduleWithRunLoop() = 0;
   virtual void unscheduleFromRunLoop() = 0;
-  /// False when the stream could not be started.
+  /// False when the stream could not be started. A stream that can't follow the directories as they change
+  /// says so in the log itself, and looks at them in some other way.
   virtual bool start() = 0;
   virtual void stop() = 0;
 };

@@ -20,8 +20,8 @@ class WatchedPath {
   virtual ~WatchedPath() = default;
 };
 
-/// One event queue. Destroying it, also from inside its callback, closes it; nothing is called back afterwards. Nothing
-/// takes events off it: once one has happened, each further call that is asked for comes.
+/// One event queue. Destroying it, also from inside its callback, closes it; nothing is called back
+/// afterwards. Nothing takes events off it: once one has happened, each further call that is asked for comes.
 class FileEventQueue {
  public:
   virtual ~FileEventQueue() = default;

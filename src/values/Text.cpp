@@ -10,9 +10,8 @@ namespace corvane {
 namespace {
 
 struct FreeDeleter {
-  void operator()(utf8proc_uint8_t* text) const noexcept {
-    std::free(text);
-  }  // NOLINT: allocated by utf8proc
+  // utf8proc allocates what it returns.
+  void operator()(utf8proc_uint8_t* text) const noexcept { std::free(text); }
 };
 
 /// The text in the form in which case and the spelling of accents do not count. Bytes that are not UTF-8

@@ -79,10 +79,10 @@ TEST_F(ClientHeaderTest, TheLinkTitleLosesItsSchemeByLength) {
       {"http://help.example.com", "help.example.com"},
       {"https://help.example.com", "help.example.com"},
       {"help.example.com", "help.example.com"},
-      {"see help http://x", "p http://x"},      // seven characters go, wherever the scheme stands
-      {"x https://y", "//y"},                   // eight of them
-      {"http://a?mailto:b", "a?mailto:b"},      // mailto: is looked for first; as long as http://
-      {"https://a?http://b", "/a?http://b"},    // http:// is found first: seven of the eight go
+      {"see help http://x", "p http://x"},    // seven characters go, wherever the scheme stands
+      {"x https://y", "//y"},                 // eight of them
+      {"http://a?mailto:b", "a?mailto:b"},    // mailto: is looked for first; as long as http://
+      {"https://a?http://b", "/a?http://b"},  // http:// is found first: seven of the eight go
       {"\xC3\xA9\xC3\xA9 http://x", "://x"},  // characters, not bytes
   };
   for (const auto& [address, title] : cases) {
