@@ -1,6 +1,7 @@
 #include "LinuxPane.h"
 
 #include "services/TestingPanel.h"
+#include "tabs/ConfigurationTabPage.h"
 
 namespace corvane::qt {
 
@@ -27,6 +28,7 @@ LinuxAuthorization::Options LinuxPane::authorizationOptions(const std::string& r
 
 void LinuxPane::open() {
   window_->bindTo(assembly_.view());
+  window_->setTabPage(0, new ConfigurationTabPage(assembly_.configurationView()));
   assembly_.load();
   window_->show();
 }
