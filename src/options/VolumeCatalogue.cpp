@@ -31,7 +31,7 @@ void VolumeCatalogue::rebuild() {
 void VolumeCatalogue::write() const { pane_.setPlistFileValues(paths_.volumesSettings, volumes_.contents()); }
 
 Array VolumeCatalogue::readSavedList() const {
-  const Array saved = platform_.propertyLists.read(paths_.volumesSettings).asArray();
+  Array saved = platform_.propertyLists.read(paths_.volumesSettings).asArray();
   if (!saved && platform_.files.exists(paths_.volumesSettings)) {
     platform_.log.write(formatText(kUnreadableList, {paths_.volumesSettings}));
   }
@@ -74,10 +74,10 @@ bool VolumeCatalogue::isNameOfOtherMountedDevice(std::string_view name, std::str
     const Dictionary description = DiskJournal::currentDescription(device.second);
     const std::string* otherName = description.string(journal_key::kVolumeName);
     if (otherName == nullptr || *otherName != name) return false;
+    // Name and path together are one device, so another path is another device than the volume's own.
     const std::string* otherPath = description.string(journal_key::kVolumePath);
-    if (otherPath == nullptr || *otherPath == path) return false;  // with the same path it is the same volume
-    const std::string_view other = journal_.volumeIdForNamePath(*otherName, *otherPath);
-    return other != journal_.volumeIdForNamePath(name, path) && journal_.isVolumePresent(other);
+    if (otherPath == nullptr || *otherPath == path) return false;
+    return journal_.isVolumePresentPath(*otherName, *otherPath);
   });
 }
 
