@@ -12,5 +12,6 @@ if(CORVANE_SANITIZE)
 endif()
 if(CORVANE_TIDY)
   find_program(CLANG_TIDY clang-tidy REQUIRED)
-  set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY} --quiet)
+  # It meets options that only the other compiler knows.
+  set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY} --quiet --extra-arg=-Wno-unknown-warning-option)
 endif()
