@@ -2,6 +2,8 @@
 
 #include "services/TestingPanel.h"
 #include "tabs/ConfigurationTabPage.h"
+#include "tabs/OptionsTabPage.h"
+#include "tabs/PluginsTabPage.h"
 
 namespace corvane::qt {
 
@@ -29,6 +31,8 @@ LinuxAuthorization::Options LinuxPane::authorizationOptions(const std::string& r
 void LinuxPane::open() {
   window_->bindTo(assembly_.view());
   window_->setTabPage(0, new ConfigurationTabPage(assembly_.configurationView()));
+  window_->setTabPage(1, new OptionsTabPage(assembly_.optionsView(), window_->sheets()));
+  window_->setTabPage(2, new PluginsTabPage(assembly_.pluginsView()));
   assembly_.load();
   window_->show();
 }

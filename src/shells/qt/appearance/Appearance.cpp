@@ -43,7 +43,10 @@ QPalette paletteOf(const Colors& colors) {
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, colors.disabledText);
   }
-  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(colors.highlight).lighter(115));
+  // The selection of a disabled table: still seen, but no longer the colour that invites.
+  QColor dimmed(colors.disabledText);
+  dimmed.setAlphaF(0.55F);
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, dimmed);
   return palette;
 }
 
