@@ -160,6 +160,14 @@ TEST_F(OutlineViewBinder, AClickOnACheckBoxCellSetsTheOppositeValue) {
   EXPECT_EQ(tree->model()->index(0, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Checked));
 }
 
+TEST_F(OutlineViewBinder, TwoQuickClicksAreTwoClicks) {
+  const QPoint place = cellRect(0, 0).center();
+  clickAt(place);
+  QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
+  QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, place);
+  EXPECT_EQ(groups.edits.size(), 2U);
+}
+
 TEST_F(OutlineViewBinder, APushButtonCellIsPressedByMouseAndByKeyboard) {
   outline.expandItem(outline.itemAtRow(0));
   const QRect cell = cellRect(2, 1);

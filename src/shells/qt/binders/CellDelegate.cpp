@@ -1,12 +1,15 @@
 #include "binders/CellDelegate.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "AttributedTextLayout.h"
 #include "Text.h"
+#include "appearance/Shapes.h"
 #include "binders/CellContents.h"
+#include "binders/CellEditors.h"
 #include "binders/CellPainter.h"
 #include "binders/OutlineModel.h"
 
@@ -71,6 +74,9 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   } else {
     std::visit(draw, *cell.cell);
   }
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    drawFocusRing(*painter, QRectF(option.rect).adjusted(2, 2, -2, -2), 4, option.palette);
+  }
   painter->restore();
 }
 
@@ -84,11 +90,63 @@ bool CellDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const Q
     const auto* mouse = static_cast<QMouseEvent*>(event);
     const PreparedCell cell = prepared(index);
     const QRect control = controlRect(*cell.cell, option.rect);
-    if (mouse->button() == Qt::LeftButton && control.contains(mouse->position().toPoint()) && press(index)) {
-      return true;
+    if (mouse->button() == Qt::LeftButton && control.contains(mouse->position().toPoint())) {
+      if (press(index)) return true;
+      if (canEdit(index)) {
+        emit editRequested(QPersistentModelIndex(index));
+        return true;
+      }
     }
   }
   return QStyledItemDelegate::editorEvent(event, model, option, index);
+}
+
+bool CellDelegate::canEdit(const QModelIndex& index) const {
+  const Cell cell = *prepared(index).cell;
+  if (!hasEditor(cell) || !outline_.enabled()) return false;
+  // A menu is a control of its own; only texts are edited in place.
+  return std::holds_alternative<PopUpButtonCell>(cell) ||
+         outline_.shouldEdit(model_.columnAt(index), model_.itemAt(index));
+}
+
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                    const QModelIndex& index) const {
+  if (!canEdit(index)) return nullptr;
+  QWidget* editor = createCellEditor(outline_, prepared(index).cell, parent);
+  editor->setObjectName(QStringLiteral("cellEditor"));
+  // Called by what stands in the row above it.
+  editor->setAccessibleName(
+      index.parent().siblingAtColumn(index.column()).data().toString().section(QLatin1Char('\n'), 0, 0));
+  if (auto* box = qobject_cast<QComboBox*>(editor)) {
+    auto* self = const_cast<CellDelegate*>(this);  // to send the toolkit's signals about the editor
+    connect(box, &QComboBox::activated, self, [self, box] { self->commitChoice(box); });
+  }
+  return editor;
+}
+
+void CellDelegate::commitChoice(QWidget* editor) {
+  emit commitData(editor);
+  emit closeEditor(editor);
+}
+
+void CellDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+  showInEditor(*prepared(index).cell, *editor);
+}
+
+void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
+                                const QModelIndex& index) const {
+  const auto value = valueOfEditor(*prepared(index).cell, *editor);
+  if (!value) return;
+  // The column is copied: the edit may change the rows.
+  const OutlineView::Column column = model_.columnAt(index);
+  outline_.editCell(model_.rowInOutline(index), column, *value);
+}
+
+void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) const {
+  const QRect control = controlRect(*prepared(index).cell, option.rect);
+  // The style leaves room for the focus ring around a field; the drawn cell has none.
+  editor->setGeometry(qobject_cast<QLineEdit*>(editor) != nullptr ? control.adjusted(-2, -1, 2, 1) : control);
 }
 
 bool CellDelegate::press(const QModelIndex& index) {

@@ -1,5 +1,6 @@
 #include "binders/OutlineViewBinder.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
@@ -29,8 +30,15 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
   connect(&widget_, &OutlineTree::triangleClicked, this,
           [this](const QModelIndex& index) { outline_.clickDisclosure(model_->rowInOutline(index)); });
   connect(&widget_, &OutlineTree::cellPressed, this, [this](const QModelIndex& index) {
-    if (!delegate_->press(index)) widget_.edit(index);
+    if (!delegate_->press(index) && delegate_->canEdit(index)) edit(index);
   });
+  // The click must be over first: the view takes an editor that opens during one for no editing at all.
+  connect(
+      delegate_, &CellDelegate::editRequested, this,
+      [this](const QPersistentModelIndex& index) {
+        if (index.isValid()) edit(index);
+      },
+      Qt::QueuedConnection);
   outline_.onReload = [this] { reload(); };
   outline_.onReloadItem = [this](const OutlineItem& item) { model_->refreshRow(model_->indexOf(item)); };
   outline_.onExpansionChange = [this](const OutlineItem& item) { showExpansionOf(item); };
@@ -115,6 +123,14 @@ void OutlineViewBinder::showSelection() {
   } else if (outline_.highlightsSelection() && !selection->isSelected(row)) {
     selection->select(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   }
+}
+
+void OutlineViewBinder::edit(const QModelIndex& index) {
+  widget_.setCurrentIndex(index);
+  widget_.edit(index);
+  // A menu opens at once, as it does anywhere else.
+  auto* menu = qobject_cast<QComboBox*>(widget_.indexWidget(index));
+  if (menu != nullptr && !menu->isEditable()) menu->showPopup();
 }
 
 void OutlineViewBinder::userSelected() {

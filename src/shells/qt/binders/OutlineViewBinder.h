@@ -29,6 +29,7 @@ class OutlineViewBinder final : public Binder {
   void showExpansionOf(const OutlineItem& item);
   void showSelection();
   void userSelected();
+  void edit(const QModelIndex& index);
 
   OutlineView& outline_;
   OutlineTree& widget_;

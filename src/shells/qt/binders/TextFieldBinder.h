@@ -1,5 +1,4 @@
-// Entry fields. Every keystroke is offered to the control; what it refuses is taken out again before it is
-// painted, and the caret stays where it was.
+// Entry fields. Every keystroke is offered to the control, which may refuse or replace it.
 #pragma once
 
 #include <QLineEdit>
@@ -8,6 +7,8 @@
 #include "controls/TextField.h"
 
 namespace corvane::qt {
+
+class KeystrokeGuard;
 
 class TextFieldBinder final : public Binder {
   Q_OBJECT
@@ -18,19 +19,10 @@ class TextFieldBinder final : public Binder {
  private:
   void show() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void offer(const QString& proposed);
-  void remember();
-
-  /// What stood in the widget before the keystroke that is being offered.
-  struct Editing {
-    int caret = 0;
-    int selectionStart = -1;
-    int selectionLength = 0;
-  };
 
   TextField& field_;
   QLineEdit& widget_;
-  Editing before_;
+  KeystrokeGuard* guard_;
 };
 
 }  // namespace corvane::qt

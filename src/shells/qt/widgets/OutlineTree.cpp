@@ -48,14 +48,8 @@ void OutlineTree::mousePressEvent(QMouseEvent* event) {
   QTreeView::mousePressEvent(event);
 }
 
-void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) {
-  const QModelIndex row = triangleAt(event->position().toPoint());
-  if (row.isValid() && event->button() == Qt::LeftButton) {
-    emit triangleClicked(row);
-    return;
-  }
-  QTreeView::mouseDoubleClickEvent(event);
-}
+// Two quick clicks are two clicks: a check box changes twice.
+void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
 void OutlineTree::keyPressEvent(QKeyEvent* event) {
   const QModelIndex current = currentIndex();
