@@ -94,6 +94,56 @@ TEST_F(Binders, AControlWithTheKeyboardKeepsItWhenItIsHiddenAndShownInOneGo) {
   delete widget;
 }
 
+// The Space that was meant for the one must not press the other.
+TEST_F(Binders, AControlThatIsTakenOutOfUseGetsTheKeyboardBackAndNoOtherControlHasItMeanwhile) {
+  Button run(ButtonKind::Push, "Run");
+  Button update(ButtonKind::Push, "Update");
+  int updates = 0;
+  update.action = [&](Button&) { ++updates; };
+  auto* runWidget = new QPushButton(&window);
+  auto* updateWidget = new QPushButton(&window);
+  updateWidget->move(100, 0);
+  new qt::ButtonBinder(run, *runWidget);
+  new qt::ButtonBinder(update, *updateWidget);
+  show();
+  using Switch = void (*)(Button&, bool);
+  const Switch enable = [](Button& button, bool inUse) { button.setEnabled(inUse); };
+  const Switch hide = [](Button& button, bool inUse) { button.setHidden(!inUse); };
+  for (const Switch put : {enable, hide}) {
+    runWidget->setFocus();
+    put(run, false);
+    ASSERT_TRUE(eventually([&] { return !runWidget->isEnabled() || !runWidget->isVisible(); }));
+    EXPECT_FALSE(updateWidget->hasFocus());
+    press(window, Qt::Key_Space);
+    put(run, true);
+    EXPECT_TRUE(runWidget->hasFocus());
+  }
+  EXPECT_EQ(updates, 0);
+  delete runWidget;
+  delete updateWidget;
+}
+
+TEST_F(Binders, AControlThatComesIntoUseDoesNotTakeTheKeyboardFromWhereTheUserHasGone) {
+  Button run(ButtonKind::Push, "Run");
+  Button update(ButtonKind::Push, "Update");
+  auto* runWidget = new QPushButton(&window);
+  auto* updateWidget = new QPushButton(&window);
+  new qt::ButtonBinder(run, *runWidget);
+  new qt::ButtonBinder(update, *updateWidget);
+  show();
+  runWidget->setFocus();
+  run.setEnabled(false);
+  updateWidget->setFocus();
+  run.setEnabled(true);
+  EXPECT_TRUE(updateWidget->hasFocus());
+  update.setEnabled(false);
+  run.setEnabled(false);
+  run.setEnabled(true);
+  EXPECT_FALSE(runWidget->hasFocus()) << "the keyboard was taken from the other one";
+  delete runWidget;
+  delete updateWidget;
+}
+
 TEST_F(Binders, ALabelShowsMarkupAsPlainTextAndHasNoAccessibleName) {
   TextField label(TextField::Role::Label, "<b>bold</b> & more");
   auto* widget = new QLabel(&window);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "Text.h"
+#include "widgets/KeyboardParking.h"
 
 namespace corvane::qt {
 
@@ -21,9 +22,16 @@ void Binder::refresh() {
   widget_.setAccessibleName(toQString(control_.accessibleName()));
   widget_.setToolTip(plainToolTip(control_.toolTip()));
   show();
-  widget_.setEnabled(takesActs());
+  enableOrDisable();
   showOrHide();
   place();
+}
+
+void Binder::enableOrDisable() {
+  const bool takes = takesActs();
+  if (!takes && widget_.isEnabled()) parkKeyboard(widget_);
+  widget_.setEnabled(takes);
+  returnKeyboard(widget_);
 }
 
 void Binder::showOrHide() {
@@ -31,10 +39,16 @@ void Binder::showOrHide() {
     // Hiding takes the keyboard away. A controller that rebuilds what it shows may hide a control and show it
     // again in one go, so a control that is being typed in is hidden only after that.
     QMetaObject::invokeMethod(
-        this, [this] { widget_.setVisible(!control_.hidden()); }, Qt::QueuedConnection);
+        this,
+        [this] {
+          if (control_.hidden()) parkKeyboard(widget_);
+          widget_.setVisible(!control_.hidden());
+        },
+        Qt::QueuedConnection);
     return;
   }
   widget_.setVisible(!control_.hidden());
+  returnKeyboard(widget_);
 }
 
 void Binder::setPlacement(Placement placement) {

@@ -36,6 +36,7 @@ class Binder : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void enableOrDisable();
   void showOrHide();
   void place();
 

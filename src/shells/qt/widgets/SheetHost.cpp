@@ -50,7 +50,11 @@ void SheetHost::showNext() {
   while (!waiting_.empty() && !waiting_.front()) waiting_.pop_front();
   if (waiting_.empty()) {
     hide();
-    if (focusBefore_) focusBefore_->setFocus(Qt::OtherFocusReason);
+    // What had the keyboard may be out of use by now; what was taken from it meanwhile goes nowhere else.
+    QWidget* next = focusBefore_ && focusBefore_->isEnabled() && focusBefore_->isVisible()
+                        ? focusBefore_.data()
+                        : window();
+    next->setFocus(Qt::OtherFocusReason);
     focusBefore_ = nullptr;
     focusInSheet_ = nullptr;
     return;
