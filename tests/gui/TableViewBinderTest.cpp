@@ -1,4 +1,5 @@
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTableView>
 
 #include "Events.h"
@@ -103,6 +104,40 @@ TEST_F(TableViewBinder, AReloadShowsNewRowsAndKeepsTheSelection) {
   table.reloadData();
   EXPECT_EQ(view->model()->rowCount(), 1);
   EXPECT_EQ(shownSelection(), -1);
+}
+
+// A list that is rebuilt behind the user's back loses its selection for a moment and gets it again.
+TEST_F(TableViewBinder, ARebuildLeavesTheScrollPositionWhereTheUserHasPutIt) {
+  for (int row = 0; row < 60; ++row) rows.names.push_back("Volume " + std::to_string(row));
+  table.reloadData();
+  const auto rebuild = [&](int selected) {
+    table.deselectAll();
+    rows.names.insert(rows.names.begin(), "New");
+    table.reloadData();
+    table.selectRow(selected);
+    QCoreApplication::processEvents();
+  };
+  table.selectRow(1);
+  view->verticalScrollBar()->setValue(30);
+  ASSERT_EQ(view->verticalScrollBar()->value(), 30);
+  rebuild(2);
+  EXPECT_EQ(view->verticalScrollBar()->value(), 30) << "the selected row had been scrolled out of view";
+  EXPECT_EQ(shownSelection(), 2);
+  table.selectRow(33);
+  rebuild(34);
+  EXPECT_EQ(view->verticalScrollBar()->value(), 30) << "the selected row is still in view";
+}
+
+TEST_F(TableViewBinder, ASelectedRowThatIsPushedOutOfViewIsFollowed) {
+  for (int row = 0; row < 60; ++row) rows.names.push_back("Volume " + std::to_string(row));
+  table.reloadData();
+  table.selectRow(2);
+  table.deselectAll();
+  for (int row = 0; row < 30; ++row) rows.names.insert(rows.names.begin(), "New");
+  table.reloadData();
+  table.selectRow(32);
+  const QRect row = view->visualRect(view->model()->index(32, 0));
+  EXPECT_TRUE(view->viewport()->rect().contains(row));
 }
 
 TEST_F(TableViewBinder, TheToolTipOfACellIsTheCoresAndNeverMarkup) {

@@ -60,12 +60,19 @@ void TableViewBinder::showSelection() {
   const QScopedValueRollback<bool> guard(showing_, true);
   QItemSelectionModel* selection = widget_.selectionModel();
   const QModelIndex row = model_->index(table_.selectedRow(), 0);
+  if (row.isValid() && selection->isRowSelected(row.row())) return;
+  if (const QModelIndexList shown = selection->selectedRows(); !shown.isEmpty()) {
+    followsSelection_ = widget_.viewport()->rect().contains(widget_.visualRect(shown.first()));
+  }
   if (!row.isValid()) {
     selection->clear();
-  } else if (!selection->isRowSelected(row.row())) {
-    selection->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    widget_.scrollTo(row);
+    return;
   }
+  // The toolkit would scroll by itself.
+  widget_.setAutoScroll(false);
+  selection->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  widget_.setAutoScroll(true);
+  if (followsSelection_) widget_.scrollTo(row);
 }
 
 void TableViewBinder::userSelected() {

@@ -26,6 +26,9 @@ class TableViewBinder final : public Binder {
   QTableView& widget_;
   TableModel* model_;
   bool showing_ = false;  // the selection is being set by us
+  /// Whether a new selection is scrolled into view. Not when the user had scrolled the former one out of
+  /// view: a rebuild of the rows takes the selection away and sets it again.
+  bool followsSelection_ = true;
 };
 
 }  // namespace corvane::qt
