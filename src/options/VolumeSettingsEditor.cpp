@@ -45,7 +45,18 @@ void VolumeSettingsEditor::refreshVolumeControls() {
   view_.showAllVolumeTypesButton.setEnabled(pane_.unlocked());
 }
 
+/// A rebuild of the list leaves what is being typed alone as long as it is about the same volume; what was
+/// typed for a volume that has gone must not stand there as the threshold of another one.
+void VolumeSettingsEditor::forgetTypingForAnotherVolume(const Dictionary& entry) {
+  if (volumeName(entry) == shownName_ && volumePath(entry) == shownPath_) return;
+  shownName_ = volumeName(entry);
+  shownPath_ = volumePath(entry);
+  view_.monitorUsageThresholdTextField.abortEditing();
+  view_.monitorPresenceThresholdTextField.abortEditing();
+}
+
 void VolumeSettingsEditor::showEntry(const Dictionary& entry) {
+  forgetTypingForAnotherVolume(entry);
   const std::string_view name = volumeName(entry);
   const std::string_view path = volumePath(entry);
   const bool unlocked = pane_.unlocked();

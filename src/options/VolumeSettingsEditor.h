@@ -2,6 +2,8 @@
 // once after every edit.
 #pragma once
 
+#include <string>
+
 #include "options/JournalDaemon.h"
 #include "options/OptionsTabView.h"
 #include "options/PaneConnection.h"
@@ -28,6 +30,7 @@ class VolumeSettingsEditor {
  private:
   [[nodiscard]] Dictionary selectedEntry() const;
   void showEntry(const Dictionary& entry);
+  void forgetTypingForAnotherVolume(const Dictionary& entry);
   void setMonitored(const char* key, const Button& sender);
   void setThreshold(const char* key, std::int32_t value);
   void hideBoxControls(bool hidden);
@@ -36,6 +39,8 @@ class VolumeSettingsEditor {
   VolumeCatalogue& catalogue_;
   const JournalDaemon& daemon_;
   const PaneConnection& pane_;
+  std::string shownName_;  // of the volume whose settings were shown last
+  std::string shownPath_;
 };
 
 }  // namespace corvane

@@ -96,6 +96,28 @@ TEST_F(OptionsPage, ARebuildOfTheListLeavesTheKeyboardInTheFieldThatIsBeingTyped
   EXPECT_EQ(savedEntry(2).value("UsageThreshold"), number(75));
 }
 
+TEST_F(OptionsPage, WhatWasTypedForAVolumeThatHasGoneDoesNotStandThereForAnotherOne) {
+  open();
+  clickRow(2);
+  auto& percent = find<QLineEdit>(window, "monitorUsageThresholdTextField");
+  percent.setFocus();
+  percent.selectAll();
+  type(percent, "7");
+  platform.writePlist(platform.paths.diskJournal,
+                      Dictionary::make({{"Devices", Dictionary::make()},
+                                        {"CurrentlyMountedVolumeDevices", Array::make({})}}));
+  platform.writePlist(platform.paths.volumesSettings,
+                      Array::make({Dictionary::make({{"VolumeName", text("Archive")},
+                                                     {"VolumePath", text("/Volumes/Archive")},
+                                                     {"UsageThreshold", number(80)}})}));
+  tab->refreshVolumes();
+  ASSERT_EQ(rowTexts().size(), 1);
+  EXPECT_EQ(percent.text(), QStringLiteral("80"));
+  percent.clearFocus();
+  EXPECT_EQ(percent.text(), QStringLiteral("80"));
+  EXPECT_EQ(savedEntry(0).value("UsageThreshold"), number(80));
+}
+
 TEST_F(OptionsPage, AFieldThatIsTypedInDisappearsWhenNothingIsSelectedAnyMore) {
   open();
   auto& percent = find<QLineEdit>(window, "monitorUsageThresholdTextField");
