@@ -95,7 +95,8 @@ class PropertyList {
     Kind kind;
     bool isAboveSignedRange = false;  // an integer that only fits the unsigned type
 
-    static void* operator new(std::size_t size);
+    // The delete that belongs to it takes the size.
+    static void* operator new(std::size_t size);  // NOLINT(misc-new-delete-overloads)
     static void operator delete(void* cell, std::size_t size) noexcept;
   };
   struct Nodes;
