@@ -74,7 +74,7 @@ struct NoBundle final : Bundle {
 };
 
 /// An open pane that drops what it is given to write.
-struct OpenPane final : PaneServices {
+struct OpenPane : PaneServices {
   bool unlocked() const override { return true; }
   void addUnlockedObserver(UnlockedObserver& observer) override { observer.unlockedDidChange(); }
   void setPlistFileValues(const std::string&, const PropertyList&) override {}

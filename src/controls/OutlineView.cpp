@@ -60,8 +60,11 @@ struct OutlineView::Implementation {
   /// Makes these objects the children of the row. The k-th of several children with one object stays the row
   /// of the former k-th.
   void place(const RowPointer& row, const std::vector<PropertyList>& objects) {
+    // Holds the rows to the end, so that those which go are freed in their order: whole catalogues hang on
+    // them, and freeing these criss-cross makes the memory slow for what is read next.
+    const std::vector<RowPointer> old = std::exchange(row->children, {});
     std::unordered_map<const void*, std::vector<RowPointer>> former;  // of each object, the last row first
-    for (auto child = row->children.rbegin(); child != row->children.rend(); ++child) {
+    for (auto child = old.rbegin(); child != old.rend(); ++child) {
       former[(*child)->object.identity()].push_back(*child);
     }
     std::vector<RowPointer> children;

@@ -13,14 +13,11 @@
 namespace corvane {
 namespace {
 
-struct FoundPlugin {
-  Dictionary entry;
-  Dictionary settings;
-};
-
-std::string_view nameOf(const FoundPlugin& plugin) {
-  const std::string* name = plugin.entry.string(plugin_key::kName);
-  return name != nullptr ? std::string_view(*name) : std::string_view();
+/// Whether the settings of a plug-in say that it is disabled; without a word about it, it is enabled.
+bool isDisabledBy(const Dictionary& settings) {
+  const PropertyList enabled = settings.value(client_key::kPluginEnabled);
+  const bool isGiven = isNumber(enabled) || enabled.asString() != nullptr;
+  return isGiven && !boolValue(enabled);
 }
 
 Dictionary makeEntry(const Dictionary& definition, const Array& options, const std::string& fileName) {
@@ -39,9 +36,14 @@ std::string blacklistNameOf(const Dictionary& entry) {
 
 }  // namespace
 
-void PluginCatalogue::refresh() { loadBlacklistPlugins(loadPlugins()); }
+void PluginCatalogue::refresh() {
+  const std::vector<FoundPlugin> found = loadPlugins();
+  plugins_.clear();
+  for (const FoundPlugin& plugin : found) plugins_.push_back(plugin.entry);
+  loadBlacklistPlugins(found);
+}
 
-std::vector<Dictionary> PluginCatalogue::loadPlugins() {
+std::vector<PluginCatalogue::FoundPlugin> PluginCatalogue::loadPlugins() const {
   std::vector<FoundPlugin> found;
   const auto walked = platform_.files.walk(paths_.plugins);
   for (const std::string& path : walked ? *walked : std::vector<std::string>()) {
@@ -50,28 +52,21 @@ std::vector<Dictionary> PluginCatalogue::loadPlugins() {
     const Array options = acceptedOptions(definition);
     if (options.empty()) continue;
     const std::string fileName = deletingPathExtension(path);
-    Dictionary settings = storage_.readFile(settingsFile(fileName));
+    const Dictionary settings = storage_.readFile(settingsFile(fileName));
     if (!pluginVisibleInPrefPane(settings)) continue;
     attachStoredLists(options);
-    found.push_back({makeEntry(definition, options, fileName), std::move(settings)});
+    const Dictionary entry = makeEntry(definition, options, fileName);
+    const std::string* name = entry.string(plugin_key::kName);
+    found.push_back({name != nullptr ? std::string_view(*name) : "", entry, isDisabledBy(settings)});
   }
-  std::ranges::stable_sort(found, {}, nameOf);
-
-  std::vector<Dictionary> settings;
-  plugins_.clear();
-  for (FoundPlugin& plugin : found) {
-    plugins_.push_back(std::move(plugin.entry));
-    settings.push_back(std::move(plugin.settings));
-  }
-  return settings;
+  std::ranges::stable_sort(found, {}, &FoundPlugin::name);
+  return found;
 }
 
-void PluginCatalogue::loadBlacklistPlugins(const std::vector<Dictionary>& settings) {
+void PluginCatalogue::loadBlacklistPlugins(const std::vector<FoundPlugin>& found) {
   blacklistPlugins_.clear();
-  for (std::size_t i = 0; i < plugins_.size(); ++i) {
-    const PropertyList enabled = settings[i].value(client_key::kPluginEnabled);
-    const bool isGiven = isNumber(enabled) || enabled.asString() != nullptr;
-    if (isGiven && !boolValue(enabled)) blacklistPlugins_.push_back(blacklistNameOf(plugins_[i]));
+  for (const FoundPlugin& plugin : found) {
+    if (plugin.isDisabled) blacklistPlugins_.push_back(blacklistNameOf(plugin.entry));
   }
 }
 

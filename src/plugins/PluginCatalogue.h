@@ -42,9 +42,16 @@ class PluginCatalogue {
   [[nodiscard]] static bool pluginVisibleInPrefPane(const Dictionary& settings);
 
  private:
-  /// Fills `plugins_`; answers with the settings of each, which are read once for both lists.
-  [[nodiscard]] std::vector<Dictionary> loadPlugins();
-  void loadBlacklistPlugins(const std::vector<Dictionary>& settings);
+  struct FoundPlugin {
+    std::string_view name;  // in the entry
+    Dictionary entry;
+    bool isDisabled = false;
+  };
+
+  /// The plug-ins that are shown, in their order. The settings of each, which tell whether it is shown and
+  /// whether it is disabled, are read once.
+  [[nodiscard]] std::vector<FoundPlugin> loadPlugins() const;
+  void loadBlacklistPlugins(const std::vector<FoundPlugin>& found);
   void attachStoredLists(const Array& options) const;
   [[nodiscard]] std::string settingsFile(const std::string& pluginFileName) const;
 
