@@ -1,0 +1,200 @@
+// Feeds a plug-in definition and, behind a NUL byte, a storage file to the Plugins tab, then does in it
+// whatever a user can do: every row is shown, clicked and edited in both columns, every question is answered.
+// A sound plug-in beside the other one is shown in any case.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugins/PluginsTabViewController.h"
+#include "values/PropertyListCodec.h"
+
+namespace corvane {
+namespace {
+
+constexpr int kMostRows = 200;  // of a large definition; enough for every kind of row
+
+struct MemoryLog final : SystemLog {
+  void write(std::string_view line) override { length += line.size(); }
+  std::size_t length = 0;
+};
+
+struct TwoDefinitions final : Files {
+  bool exists(const std::string&) override { return true; }
+  ModificationDate modificationDate(const std::string&) override { return {}; }
+  std::optional<std::string> contents(const std::string&, std::size_t) override { return std::nullopt; }
+  std::optional<std::vector<std::string>> walk(const std::string&) override {
+    return std::vector<std::string>{"good.plist", "tested.plist"};
+  }
+};
+
+Dictionary goodDefinition() {
+  const auto text = [](const char* value) { return PropertyList::string(value); };
+  return Dictionary::make(
+      {{"PluginName", text("good")},
+       {"PluginOptions",
+        Array::make({Dictionary::make({{"SettingTitle", text("t")},
+                                       {"SettingType", Dictionary::make({{"Type", text("Checkbox")}})},
+                                       {"SettingStoragePath", text("/Library/Corvane/good")},
+                                       {"SettingStorageKey", text("k")}})})}});
+}
+
+struct MemoryPropertyLists final : PropertyListFiles {
+  PropertyList read(const std::string& path) override {
+    if (path.ends_with("/good.plist")) return goodDefinition();
+    if (path.ends_with("/tested.plist")) return readPropertyList(definition);
+    if (path.ends_with("_settings.plist")) {
+      return Dictionary::make({{"PrefPaneVisibility", PropertyList::boolean(true)}});
+    }
+    return readPropertyList(storage);
+  }
+  bool write(const std::string&, const PropertyList&) override { return true; }
+  std::string_view definition;
+  std::string_view storage;
+};
+
+struct WillingDialogs final : Dialogs {
+  void beginSheet(const AlertDescription&, SheetWindow,
+                  std::function<void(const AlertResult&)> ended) override {
+    if (depth > 3) return;
+    ++depth;
+    ended({kAlertFirstButtonReturn, false});
+    --depth;
+  }
+  AlertResult runModalAlert(const AlertDescription&) override { return {}; }
+  std::vector<std::string> runOpenPanel(const OpenPanelDescription&) override { return {"/chosen"}; }
+  int depth = 0;
+};
+
+struct PlainWorkspace final : Workspace {
+  void openUrl(const std::string&) override {}
+  std::uint32_t modifierFlags() override { return 0; }
+  double textWidth(std::string_view text, const Font&) override { return static_cast<double>(text.size()); }
+};
+
+struct PlainBundle final : Bundle {
+  std::string name() override { return "Client"; }
+  std::string pathForResource(std::string_view, std::string_view) override { return {}; }
+  std::string pathForAuxiliaryExecutable(std::string_view) override { return {}; }
+};
+
+// Never called by the tab.
+struct NoRunLoop final : RunLoop {
+  std::unique_ptr<Source> scheduleTimer(double, bool, std::function<void()>) override { std::abort(); }
+  std::unique_ptr<Source> watchDescriptor(int, std::function<void()>) override { std::abort(); }
+};
+struct NoDirectoryEvents final : DirectoryEvents {
+  std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string>, double, Callback) override {
+    std::abort();
+  }
+};
+struct NoFileEventQueues final : FileEventQueues {
+  OpenedPath openForEvents(const std::string&) override { std::abort(); }
+  CreatedQueue createQueue() override { std::abort(); }
+};
+struct NoAuthorization final : AuthorizationServices {
+  using Arguments = std::vector<std::string>;
+  bool isDirect() const override { return true; }
+  void requestRights(std::string_view, Done) override { std::abort(); }
+  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&) override {
+    std::abort();
+  }
+  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&,
+                                     std::unique_ptr<OutputPipe>&) override {
+    std::abort();
+  }
+};
+struct NoProcessOutput final : ProcessOutput {
+  std::optional<std::string> outputOf(const std::string&, const std::vector<std::string>&) override {
+    std::abort();
+  }
+};
+
+/// Checks what reaches root.
+struct CheckingPane final : PaneServices {
+  bool unlocked() const override { return true; }
+  void addUnlockedObserver(UnlockedObserver& observer) override { observer.unlockedDidChange(); }
+  void setPlistFileValues(const std::string&, const PropertyList& values) override {
+    if (!values.asDictionary()) std::abort();
+  }
+  Dictionary readRootFile(const std::string&) override { return {}; }
+  void executeQLHelperArguments(const std::string&, const std::vector<std::string>&) override {
+    std::abort();
+  }
+  std::optional<std::string> validatePluginWithArguments(const std::string& plugin,
+                                                         const std::vector<std::string>& arguments) override {
+    const bool isBelow = plugin.starts_with("/Library/Corvane/Plugins/") && !plugin.ends_with("/..") &&
+                         plugin.find("/../") == std::string::npos;
+    if (!isBelow || arguments.front() != plugin || arguments.back() != "--test-mode") std::abort();
+    return "0,fine";
+  }
+};
+
+struct FuzzedTab {
+  FuzzedTab(std::string_view definition, std::string_view storage) {
+    propertyLists.definition = definition;
+    propertyLists.storage = storage;
+    tab.awakeFromNib(pane);
+    view.pluginsTable.expandItem({}, true);
+  }
+
+  void doEverything() {
+    OutlineView& outline = view.pluginsTable;
+    const std::vector<PropertyList> typed = {PropertyList::string("7"), PropertyList::integer(1),
+                                             PropertyList::boolean(true)};
+    for (int row = 0; row < outline.numberOfRows() && row < kMostRows; ++row) {
+      for (const OutlineView::Column& column : outline.columns()) {
+        const OutlineItem item = outline.itemAtRow(row);
+        if (outline.preparedCell(column, item).cell == nullptr) std::abort();
+        if (!(outline.heightOfRow(item) >= outline.rowHeight())) std::abort();
+        outline.clickCell(row, column);
+        for (const PropertyList& value : typed) outline.editCell(row, column, value);
+      }
+    }
+  }
+
+  [[nodiscard]] bool showsTheGoodPlugin() const {
+    for (const Dictionary& entry : tab.catalogue().plugins()) {
+      const std::string* fileName = entry.string("PluginFileName");
+      if (fileName != nullptr && *fileName == "good") return true;
+    }
+    return false;
+  }
+
+  MemoryLog log;
+  TwoDefinitions files;
+  MemoryPropertyLists propertyLists;
+  NoRunLoop runLoop;
+  NoDirectoryEvents directoryEvents;
+  NoFileEventQueues fileEventQueues;
+  NoAuthorization authorization;
+  NoProcessOutput processOutput;
+  WillingDialogs dialogs;
+  PlainWorkspace workspace;
+  PlainBundle bundle;
+  Platform platform{log,           files,         propertyLists, runLoop,   directoryEvents, fileEventQueues,
+                    authorization, processOutput, dialogs,       workspace, bundle};
+  PathTable paths;
+  CheckingPane pane;
+  PluginsTabView view;
+  PluginsTabViewController tab{platform, paths, view};
+};
+
+}  // namespace
+}  // namespace corvane
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  // The text forms hold no NUL; a binary definition has to do with an empty storage file.
+  const bool isBinary = input.starts_with("bplist");
+  const std::string_view definition = isBinary ? input : input.substr(0, input.find('\0'));
+  corvane::FuzzedTab tab(definition, input.substr(std::min(size, definition.size() + 1)));
+  tab.doEverything();
+  if (!tab.showsTheGoodPlugin()) std::abort();
+  return 0;
+}
