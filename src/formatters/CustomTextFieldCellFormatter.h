@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "formatters/Formatter.h"
+#include "values/AttributedText.h"
 
 namespace corvane {
 
@@ -16,6 +18,12 @@ class CustomTextFieldCellFormatter final : public Formatter {
   [[nodiscard]] std::optional<std::string> stringForObjectValue(const PropertyList& value) const override;
   [[nodiscard]] PropertyList objectValueForString(const std::string& text) const override;
   [[nodiscard]] PartialStringCheck isPartialStringValid(const std::string& partial) override;
+  /// For a shell whose toolkit asks a formatter for styled text: none, so that the cell draws the plain
+  /// string with its own attributes.
+  [[nodiscard]] static std::optional<AttributedText> attributedStringForObjectValueWithDefaultAttributes(
+      const PropertyList& /*value*/, const TextAttributes& /*attributes*/) {
+    return std::nullopt;
+  }
 
  private:
   std::int32_t maxLength_ = 100;

@@ -59,11 +59,11 @@ void PluginLists::removeFromFileFolderArray(OutlineView& sender) {
     return;
   }
   with_.alerts.confirmRemoval([this, alive = std::weak_ptr(alive_)](int returnCode) {
-    if (!alive.expired()) alertDidEndReturnCode(returnCode);
+    if (!alive.expired()) alertDidEndReturnCodeContextInfo(returnCode);
   });
 }
 
-void PluginLists::alertDidEndReturnCode(int returnCode) {
+void PluginLists::alertDidEndReturnCodeContextInfo(int returnCode) {
   if (returnCode != kAlertFirstButtonReturn || !with_.storage.mayEdit()) return;
   doRemoveFromFileFolderArray();
 }

@@ -40,7 +40,7 @@ class PluginLists {
  private:
   /// `list` is changed and becomes the list in memory and in the contents, which are written.
   void add(const std::string& path, Array list, PluginOption option, Dictionary contents);
-  void alertDidEndReturnCode(int returnCode);
+  void alertDidEndReturnCodeContextInfo(int returnCode);
   void doRemoveFromFileFolderArray();
   /// Why the entry could not be removed; nothing when it was.
   [[nodiscard]] std::optional<std::string> removeEntry(const std::string& title);

@@ -51,6 +51,11 @@ TEST(CustomTextFieldCellFormatter, ShowsAndReadsStringsAsTheyAre) {
   EXPECT_EQ(formatter.objectValueForString(""), PropertyList::string(""));
 }
 
+TEST(CustomTextFieldCellFormatter, LeavesTheStyleOfATextToItsCell) {
+  EXPECT_FALSE(CustomTextFieldCellFormatter::attributedStringForObjectValueWithDefaultAttributes(
+      PropertyList::string("text"), {Font{}, TextColor::Red, TextAlignment::Center, true}));
+}
+
 TEST(CustomTextFieldCellFormatter, ShowsNothingForWhatIsNoString) {
   const CustomTextFieldCellFormatter formatter;
   EXPECT_EQ(formatter.stringForObjectValue(PropertyList()), std::nullopt);

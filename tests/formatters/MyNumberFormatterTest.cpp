@@ -30,6 +30,19 @@ TEST(MyNumberFormatter, StartsWithTheRangeFromZeroToNinetyNineAndTheDefaultZero)
   expectChecks(formatter, {{"99", true}, {"100", false}, {"0", true}});
 }
 
+TEST(MyNumberFormatter, ItsRangeAndDefaultCanBeChanged) {
+  MyNumberFormatter formatter;
+  formatter.setMinimum(3);
+  formatter.setMaximum(150);
+  formatter.setDefaultValue(7);
+  EXPECT_EQ(formatter.minimum(), 3);
+  EXPECT_EQ(formatter.maximum(), 150);
+  EXPECT_EQ(formatter.defaultValue(), 7);
+  expectChecks(formatter, {{"2", false}, {"3", true}, {"150", true}, {"151", false}});
+  EXPECT_FALSE(formatter.isPartialStringValid("").valid);
+  EXPECT_EQ(formatter.stringForObjectValue(PropertyList::integer(42)), "7");
+}
+
 TEST(MyNumberFormatter, AdmitsWholeNumbersOfItsRangeOnly) {
   MyNumberFormatter formatter(1, 12, 1);
   expectChecks(formatter, {{"1", true},

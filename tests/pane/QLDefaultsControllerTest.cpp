@@ -275,6 +275,14 @@ TEST_F(QLDefaultsControllerTest, AnUnreadableFileAtARefreshChangesNothingButTheE
   EXPECT_EQ(refreshed.values()->contents(), Dictionary::make({{"A", PropertyList::integer(1)}}));
 }
 
+TEST_F(QLDefaultsControllerTest, WhetherTheFileExistsHoldsAsItWasSetUntilTheNextRefresh) {
+  auto missing = store(settings_);
+  missing.setFileExists(true);
+  EXPECT_TRUE(missing.fileExists());
+  missing.refreshValues();
+  EXPECT_FALSE(missing.fileExists());
+}
+
 TEST_F(QLDefaultsControllerTest, AStoreWithoutADelegateKeepsTheEditAndWritesNothing) {
   writeSettings({{"A", PropertyList::integer(1)}});
   auto silent = store(settings_);
