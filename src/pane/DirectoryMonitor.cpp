@@ -46,7 +46,7 @@ DirectoryMonitor::Newer DirectoryMonitor::reactIfNewer(const std::string& file,
                                                        const std::function<void()>& reaction) {
   const auto attributes = platform_.files.modificationDate(file);
   if (!attributes.date) return Newer::Unreadable;
-  if (*attributes.date <= lastChangedDates_[file]) return Newer::No;
+  if (!(lastChangedDates_[file] < *attributes.date)) return Newer::No;
   reaction();
   // The date from before the reaction is stored, so that a change during the reaction counts as newer once
   // more.

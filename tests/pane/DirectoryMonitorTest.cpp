@@ -116,6 +116,44 @@ TEST_F(DirectoryMonitorTest, DatesBefore1970AreNeverNewerAndDatesInTheFutureAre)
   EXPECT_EQ(calls_.size(), 1U);
 }
 
+TEST_F(DirectoryMonitorTest, AFileDatedInTheFutureHidesChangesUntilTheirDatesPassItsOwn) {
+  setDate(paths_.updateStatus, 4e9);
+  deliver({paths_.updaterSupport});
+  ASSERT_EQ(calls_.size(), 1U);
+  setDate(paths_.updateStatus, 2e9);  // the clock was set right
+  deliver({paths_.updaterSupport});
+  EXPECT_THAT(calls_, IsEmpty());
+  EXPECT_EQ(monitor_.lastChangedDates().at(paths_.updateStatus).secondsSince1970, 4e9);
+  setDate(paths_.updateStatus, 4e9 + 1);
+  deliver({paths_.updaterSupport});
+  EXPECT_EQ(calls_.size(), 1U);
+}
+
+TEST_F(DirectoryMonitorTest, ADateThatIsNoNumberIsNeverNewer) {
+  setDate(paths_.updateStatus, std::numeric_limits<double>::quiet_NaN());
+  deliver({paths_.updaterSupport});
+  EXPECT_THAT(calls_, IsEmpty());
+  setDate(paths_.updateStatus, 100);
+  deliver({paths_.updaterSupport});
+  EXPECT_EQ(calls_.size(), 1U);
+}
+
+TEST_F(DirectoryMonitorTest, PathsThatNameNoWatchedDirectoryAreIgnored) {
+  setDate(paths_.clientSettings, 100);
+  deliver({"", "/", ".", "..", "/../..", "Library/Corvane", paths_.installFolder + "X",
+           paths_.installFolder + std::string("\0", 1), paths_.plugins + "/\xff\xfe", paths_.volumes + "/.",
+           paths_.updaterSupport + "/../UpdaterSupport/x"});
+  EXPECT_THAT(calls_, ElementsAre("options.refreshVolumes")) << "only the folder of the volumes is named";
+}
+
+TEST_F(DirectoryMonitorTest, AVeryLargeBatchIsHandledAsOne) {
+  std::vector<std::string> directories(65536, paths_.plugins + "/deep");
+  for (std::size_t i = 0; i < directories.size(); ++i) directories[i] += std::to_string(i);
+  directories.push_back(paths_.plugins);
+  deliver(directories);
+  EXPECT_THAT(calls_, ElementsAre("plugins.refresh"));
+}
+
 TEST_F(DirectoryMonitorTest, ARemovedTimeMachineFileIsShownAndOtherRemovedFilesAreNot) {
   deliver({paths_.updaterSupport, paths_.clientData, paths_.installFolder, paths_.systemConfiguration,
            paths_.localInfo});
