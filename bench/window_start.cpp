@@ -19,6 +19,7 @@
 #include <string>
 
 #include "shells/qt/LinuxPane.h"
+#include "shells/qt/appearance/Appearance.h"
 
 extern char** environ;
 
