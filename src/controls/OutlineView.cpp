@@ -171,8 +171,15 @@ void OutlineView::setHighlightsSelection(bool highlights) {
 }
 
 void OutlineView::reloadData() {
+  reloadIsDue_ = holdsReloads_;
+  if (holdsReloads_) return;
   tree_->reload(tree_->root);
   tree_->tellReload();
+}
+
+void OutlineView::setHoldsReloads(bool holds) {
+  holdsReloads_ = holds;
+  if (!holds && reloadIsDue_) reloadData();
 }
 
 void OutlineView::reloadItem(const OutlineItem& item, bool reloadChildren) {

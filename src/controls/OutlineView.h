@@ -102,6 +102,11 @@ class OutlineView final : public Control {
   /// Reads the whole tree again. A row whose object (the very same) comes again under the same parent stays
   /// the same row and keeps its expansion; the selection is kept only with its row.
   void reloadData();
+  /// While the user is in the middle of an act on a row (typing in a cell, holding the mouse button), a
+  /// reload of the tree would take the row away: what is being typed would be lost, or a click meet another
+  /// row. A shell holds reloads for that time; those that came meanwhile are made up for, once, when it ends.
+  void setHoldsReloads(bool holds);
+  [[nodiscard]] bool holdsReloads() const { return holdsReloads_; }
   /// Shows the item's cells afresh; with `reloadChildren` its children are asked for again as well.
   void reloadItem(const OutlineItem& item, bool reloadChildren = false);
   /// Expands an expandable item, with `expandChildren` everything below it as well (the empty item: all
@@ -168,6 +173,8 @@ class OutlineView final : public Control {
   OutlineViewDelegate* delegate_ = nullptr;
   double rowHeight_ = 17;
   bool highlightsSelection_ = true;
+  bool holdsReloads_ = false;
+  bool reloadIsDue_ = false;
   CellReference selectedCell_;
   std::unique_ptr<Implementation> tree_;
 };

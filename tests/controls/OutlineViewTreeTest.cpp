@@ -194,6 +194,31 @@ TEST_F(OutlineViewTreeTest, ReloadingReadsTheRowsBelowACollapsedRowAgain) {
   EXPECT_EQ(rows(), (Names{"plugin", "other plugin", "z", "new"}));
 }
 
+TEST_F(OutlineViewTreeTest, ReloadsThatAreHeldAreMadeUpForOnceWhenTheHoldEnds) {
+  int reloads = 0;
+  outline.onReload = [&] { ++reloads; };
+  outline.setHoldsReloads(true);
+  source.top = {otherPlugin};
+  outline.reloadData();
+  outline.reloadData();
+  EXPECT_EQ(rows(), (Names{"plugin", "other plugin"}));
+  EXPECT_EQ(reloads, 0);
+  outline.setHoldsReloads(false);
+  EXPECT_EQ(rows(), (Names{"other plugin"}));
+  EXPECT_EQ(reloads, 1);
+}
+
+TEST_F(OutlineViewTreeTest, AHoldWithoutAReloadReloadsNothing) {
+  int reloads = 0;
+  outline.onReload = [&] { ++reloads; };
+  outline.setHoldsReloads(true);
+  outline.setHoldsReloads(false);
+  outline.setHoldsReloads(false);
+  EXPECT_EQ(reloads, 0);
+  outline.reloadData();
+  EXPECT_EQ(reloads, 1);
+}
+
 TEST_F(OutlineViewTreeTest, ReloadingWithEqualButOtherObjectsMakesNewCollapsedRows) {
   outline.expandItem(row("plugin"), true);
   const OutlineItem former = row("plugin");
