@@ -11,6 +11,7 @@ namespace corvane::qt {
 std::string QtBundle::name() { return "Monitoring Client"; }
 
 std::string QtBundle::pathForResource(std::string_view name, std::string_view type) {
+  if (type.empty()) return pathForAuxiliaryExecutable(name);  // what has no type is a tool
   const QString suffix = type == "icns" ? QStringLiteral("png") : toQString(type);
   const QString path = QStringLiteral(":/corvane/%1.%2").arg(toQString(name), suffix);
   return QFileInfo::exists(path) ? fromQString(path) : std::string();
