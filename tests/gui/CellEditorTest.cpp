@@ -197,8 +197,12 @@ TEST_F(CellEditor, ANumberIsTypedOrChosenFromItsList) {
   type(*box->lineEdit(), "x");
   EXPECT_EQ(box->currentText(), QStringLiteral("5"));
   press(window, Qt::Key_Down);
-  ASSERT_EQ(rows.edits.size(), 1U);
+  EXPECT_EQ(box->currentText(), QStringLiteral("10"));
+  EXPECT_TRUE(rows.edits.empty());
+  press(window, Qt::Key_Return);
+  ASSERT_TRUE(eventually([this] { return rows.edits.size() == 1U; }));
   EXPECT_EQ(rows.edits[0], PropertyList::integer(10));
+  EXPECT_TRUE(eventually([this] { return editor<QComboBox>() == nullptr; }));
 }
 
 TEST_F(CellEditor, AMenuOpensAtOnceAndStoresTheIndexOfTheChoice) {

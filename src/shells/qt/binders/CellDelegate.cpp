@@ -1,13 +1,11 @@
 #include "binders/CellDelegate.h"
 
 #include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMouseEvent>
+#include <QFocusEvent>
 #include <QPainter>
 
+#include "AttributedTextLayout.h"
 #include "Text.h"
-#include "appearance/Shapes.h"
 #include "binders/CellContents.h"
 #include "binders/CellEditors.h"
 #include "binders/CellPainter.h"
@@ -42,10 +40,14 @@ bool isHigherThanText(const Cell& cell) {
          (button != nullptr && button->kind == ButtonCell::Kind::MomentaryPushIn && button->bordered);
 }
 
+bool isField(const Cell& cell) { return isTypedIn(cell) && !std::holds_alternative<ComboBoxCell>(cell); }
+
 }  // namespace
 
 CellDelegate::CellDelegate(OutlineView& outline, const OutlineModel& model, QObject* parent)
-    : QStyledItemDelegate(parent), outline_(outline), model_(model) {}
+    : QStyledItemDelegate(parent), outline_(outline), model_(model) {
+  connect(this, &QAbstractItemDelegate::closeEditor, this, [this] { openEditor_ = nullptr; });
+}
 
 PreparedCell CellDelegate::prepared(const QModelIndex& index) const {
   return outline_.preparedCell(model_.columnAt(index), model_.itemAt(index));
@@ -63,19 +65,25 @@ QRect CellDelegate::controlRect(const Cell& cell, const QRect& row) const {
   return rect;
 }
 
+QRect CellDelegate::hitRect(const Cell& cell, const QRect& row) const {
+  const QRect control = controlRect(cell, row);
+  const auto* button = std::get_if<ButtonCell>(&cell);
+  return button != nullptr ? CellPainter::buttonRect(*button, control, QApplication::font()) : control;
+}
+
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
   const PreparedCell cell = prepared(index);
+  const auto* tree = qobject_cast<const OutlineTree*>(option.widget);
+  const bool isPressed = tree != nullptr && tree->isPressed(index);
   painter->save();
-  const CellPainter draw(*painter, option, controlRect(*cell.cell, option.rect), outline_.enabled());
+  const CellPainter draw(*painter, option, controlRect(*cell.cell, option.rect),
+                         {.enabled = outline_.enabled(), .pressed = isPressed});
   if (const auto text = styledTextOf(cell)) {
     draw.drawStyledText(*text);
   } else {
     std::visit(draw, *cell.cell);
-  }
-  if (option.state.testFlag(QStyle::State_HasFocus)) {
-    drawFocusRing(*painter, QRectF(option.rect).adjusted(2, 2, -2, -2), 4, option.palette);
   }
   painter->restore();
 }
@@ -84,69 +92,12 @@ QSize CellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
   return {option.rect.width(), qRound(outline_.heightOfRow(model_.itemAt(index)))};
 }
 
-bool CellDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
-                               const QModelIndex& index) {
-  if (event->type() == QEvent::MouseButtonRelease) {
-    const auto* mouse = static_cast<QMouseEvent*>(event);
-    const PreparedCell cell = prepared(index);
-    const QRect control = controlRect(*cell.cell, option.rect);
-    if (mouse->button() == Qt::LeftButton && control.contains(mouse->position().toPoint())) {
-      if (press(index)) return true;
-      if (canEdit(index)) {
-        emit editRequested(QPersistentModelIndex(index));
-        return true;
-      }
-    }
-  }
-  return QStyledItemDelegate::editorEvent(event, model, option, index);
-}
-
-bool CellDelegate::canEdit(const QModelIndex& index) const {
-  const Cell cell = *prepared(index).cell;
-  if (!hasEditor(cell) || !outline_.enabled()) return false;
-  // A menu is a control of its own; only texts are edited in place.
-  return std::holds_alternative<PopUpButtonCell>(cell) ||
-         outline_.shouldEdit(model_.columnAt(index), model_.itemAt(index));
-}
-
-QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
-                                    const QModelIndex& index) const {
-  if (!canEdit(index)) return nullptr;
-  QWidget* editor = createCellEditor(outline_, prepared(index).cell, parent);
-  editor->setObjectName(QStringLiteral("cellEditor"));
-  // Called by what stands in the row above it.
-  editor->setAccessibleName(
-      index.parent().siblingAtColumn(index.column()).data().toString().section(QLatin1Char('\n'), 0, 0));
-  if (auto* box = qobject_cast<QComboBox*>(editor)) {
-    auto* self = const_cast<CellDelegate*>(this);  // to send the toolkit's signals about the editor
-    connect(box, &QComboBox::activated, self, [self, box] { self->commitChoice(box); });
-  }
-  return editor;
-}
-
-void CellDelegate::commitChoice(QWidget* editor) {
-  emit commitData(editor);
-  emit closeEditor(editor);
-}
-
-void CellDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
-  showInEditor(*prepared(index).cell, *editor);
-}
-
-void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
-                                const QModelIndex& index) const {
-  const auto value = valueOfEditor(*prepared(index).cell, *editor);
-  if (!value) return;
-  // The column is copied: the edit may change the rows.
-  const OutlineView::Column column = model_.columnAt(index);
-  outline_.editCell(model_.rowInOutline(index), column, *value);
-}
-
-void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                                        const QModelIndex& index) const {
-  const QRect control = controlRect(*prepared(index).cell, option.rect);
-  // The style leaves room for the focus ring around a field; the drawn cell has none.
-  editor->setGeometry(qobject_cast<QLineEdit*>(editor) != nullptr ? control.adjusted(-2, -1, 2, 1) : control);
+CellAct CellDelegate::actAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
+  if (!outline_.enabled()) return CellAct::None;
+  const PreparedCell cell = prepared(index);
+  if (!hitRect(*cell.cell, row).contains(point)) return CellAct::None;
+  if (std::holds_alternative<ButtonCell>(*cell.cell)) return CellAct::Press;
+  return mayEdit(index) ? CellAct::Edit : CellAct::None;
 }
 
 bool CellDelegate::press(const QModelIndex& index) {
@@ -155,6 +106,69 @@ bool CellDelegate::press(const QModelIndex& index) {
   const OutlineView::Column column = model_.columnAt(index);
   outline_.clickCell(model_.rowInOutline(index), column);
   return true;
+}
+
+bool CellDelegate::mayEdit(const QModelIndex& index) const {
+  return isEditedInPlace(*prepared(index).cell) &&
+         outline_.shouldEdit(model_.columnAt(index), model_.itemAt(index));
+}
+
+bool CellDelegate::mayType(const QModelIndex& index) const {
+  return mayEdit(index) && isTypedIn(*prepared(index).cell);
+}
+
+QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const {
+  if (!mayEdit(index)) return nullptr;
+  QWidget* widget = makeCellEditor(prepared(index).cell, parent);
+  widget->setObjectName(QStringLiteral("cellEditor"));
+  widget->setFont(option.font);
+  widget->setAccessibleName(model_.nameOf(index));
+  auto* editor = dynamic_cast<CellEditor*>(widget);
+  auto* self = const_cast<CellDelegate*>(this);  // the toolkit's signals are not const, its factory is
+  editor->onChosen = [self, widget, editor] {
+    editor->onDismissed = nullptr;
+    emit self->commitData(widget);
+    emit self->closeEditor(widget);
+  };
+  openEditor_ = widget;
+  editor->onDismissed = [self, widget] {
+    if (self->openEditor_ == widget) emit self->closeEditor(widget);
+  };
+  return widget;
+}
+
+void CellDelegate::dropEditor() {
+  if (openEditor_) emit closeEditor(openEditor_, RevertModelCache);
+}
+
+void CellDelegate::setEditorData(QWidget* /*editor*/, const QModelIndex& /*index*/) const {}
+
+void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
+                                const QModelIndex& index) const {
+  const auto* cell = dynamic_cast<const CellEditor*>(editor);
+  const std::optional<PropertyList> value = cell != nullptr ? cell->newValue() : std::nullopt;
+  if (!value) return;
+  const OutlineView::Column column = model_.columnAt(index);
+  outline_.editCell(model_.rowInOutline(index), column, *value);
+}
+
+void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) const {
+  const PreparedCell cell = prepared(index);
+  const QRect control = controlRect(*cell.cell, option.rect);
+  // A field has room for its focus ring outside its frame; the frame stays where it was drawn.
+  editor->setGeometry(isField(*cell.cell) ? control.adjusted(-2, -1, 2, 1) : control);
+}
+
+bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusOut) {
+    if (watched != openEditor_) return false;  // it is on its way out
+    // Who looks something up in another window comes back to what he was typing.
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return false;
+  }
+  return QStyledItemDelegate::eventFilter(watched, event);
 }
 
 }  // namespace corvane::qt

@@ -1,11 +1,14 @@
-// Draws and edits the cells of an outline, each description as the control that it stands for, and hands
-// clicks and edits to the core. Where a cell's control stands in its row is decided in one place
+// Draws the cells of an outline, each description as the control that it stands for, edits them in place, and
+// hands clicks and new values to the core. Where a cell's control stands in its row is decided in one place
 // (`controlRect`), for drawing, clicking and editing alike.
 #pragma once
 
+#include <QPointer>
 #include <QStyledItemDelegate>
+#include <optional>
 
 #include "controls/OutlineView.h"
+#include "widgets/OutlineTree.h"
 
 namespace corvane::qt {
 
@@ -19,32 +22,39 @@ class CellDelegate final : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
-                   const QModelIndex& index) override;
-
-  /// Null where the core does not let the cell be edited.
-  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
-                        const QModelIndex& index) const override;
+  [[nodiscard]] QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const override;
+  /// An editor is filled when it is made; what is typed in it outlives every refresh of its row.
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
   void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const override;
 
-  [[nodiscard]] bool canEdit(const QModelIndex& index) const;
-  /// Presses the cell's button from the keyboard; false when the cell has none.
+  /// What a press of the mouse does at the point inside the cell's rectangle.
+  [[nodiscard]] CellAct actAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
+  /// Presses the cell's button; false when the cell has none.
   bool press(const QModelIndex& index);
+  /// Whether the user may edit the cell in a widget now; `typed`: in one that is typed in.
+  [[nodiscard]] bool mayEdit(const QModelIndex& index) const;
+  [[nodiscard]] bool mayType(const QModelIndex& index) const;
+  /// The editor that was opened last, while there is one.
+  [[nodiscard]] QWidget* openEditor() const { return openEditor_; }
+  /// Closes it without storing what was typed.
+  void dropEditor();
   /// Where the control of the cell stands inside the row's rectangle.
   [[nodiscard]] QRect controlRect(const Cell& cell, const QRect& row) const;
- signals:
-  /// The user clicked a cell that can be edited.
-  void editRequested(const QPersistentModelIndex& index);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void commitChoice(QWidget* editor);
   [[nodiscard]] PreparedCell prepared(const QModelIndex& index) const;
+  /// The part of the control that takes clicks.
+  [[nodiscard]] QRect hitRect(const Cell& cell, const QRect& row) const;
 
   OutlineView& outline_;
   const OutlineModel& model_;
+  mutable QPointer<QWidget> openEditor_;  // set by the toolkit's factory call, which is const
 };
 
 }  // namespace corvane::qt

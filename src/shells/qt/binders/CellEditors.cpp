@@ -1,8 +1,16 @@
 #include "binders/CellEditors.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
-#include <type_traits>
+#include <QListView>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QStringListModel>
+#include <QStyleOption>
+#include <QWheelEvent>
+#include <limits>
 
 #include "Text.h"
 #include "widgets/KeystrokeGuard.h"
@@ -10,107 +18,160 @@
 namespace corvane::qt {
 namespace {
 
-void guard(OutlineView& outline, const CellReference& cell, QLineEdit& edit) {
-  new KeystrokeGuard(edit, [&outline, cell](const QString& proposed) -> std::optional<QString> {
-    const PartialStringCheck check = outline.checkPartialString(*cell, fromQString(proposed));
+/// Asks the cell about every text before it is taken.
+void guard(QLineEdit& edit, const CellReference& cell) {
+  new KeystrokeGuard(edit, [cell](const QString& proposed) -> std::optional<QString> {
+    const PartialStringCheck check = OutlineView::checkPartialString(*cell, fromQString(proposed));
     if (check.valid) return proposed;
     if (check.newEditingString) return toQString(*check.newEditingString);
     return std::nullopt;
   });
 }
 
-QWidget* createField(OutlineView& outline, const CellReference& cell, const std::string& placeholder,
-                     QLineEdit::EchoMode echo, QWidget* parent) {
-  auto* edit = new QLineEdit(parent);
-  edit->setEchoMode(echo);
-  edit->setPlaceholderText(toQString(placeholder));
-  guard(outline, cell, *edit);
-  return edit;
+/// Hands the press that opened the editor on to it, so that a menu opens under the mouse.
+void passOnPress(QWidget& editor, const QPoint& point) {
+  QMouseEvent press(QEvent::MouseButtonPress, point, editor.mapToGlobal(point), Qt::LeftButton,
+                    Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&editor, &press);
 }
 
-QWidget* createNumberBox(OutlineView& outline, const CellReference& cell, const ComboBoxCell& box,
-                         QWidget* parent) {
-  auto* editor = new QComboBox(parent);
-  editor->setEditable(true);
-  editor->setInsertPolicy(QComboBox::NoInsert);
-  editor->setCompleter(nullptr);
-  for (const std::int32_t item : box.items) editor->addItem(QString::number(item));
-  guard(outline, cell, *editor->lineEdit());
-  return editor;
-}
+class FieldEditor final : public QLineEdit, public CellEditor {
+ public:
+  FieldEditor(const CellReference& cell, const std::string& text, const std::string& placeholder,
+              QWidget* parent)
+      : QLineEdit(parent), before_(toQString(text)) {
+    setMaxLength(std::numeric_limits<int>::max());
+    setPlaceholderText(toQString(placeholder));
+    setText(before_);
+    guard(*this, cell);
+  }
+  void begin(std::optional<QPoint> /*press*/) override { selectAll(); }
+  [[nodiscard]] std::optional<PropertyList> newValue() const override {
+    if (text() == before_) return std::nullopt;
+    return PropertyList::string(fromQString(text()));
+  }
 
-QWidget* createMenu(const PopUpButtonCell& menu, QWidget* parent) {
-  auto* editor = new QComboBox(parent);
-  for (const std::string& item : menu.items) editor->addItem(toQString(item));
-  return editor;
-}
+ private:
+  QString before_;
+};
 
-const QLineEdit* lineEditOf(const QWidget& editor) {
-  if (const auto* box = qobject_cast<const QComboBox*>(&editor)) return box->lineEdit();
-  return qobject_cast<const QLineEdit*>(&editor);
-}
+class NumberEditor final : public QComboBox, public CellEditor {
+ public:
+  NumberEditor(const CellReference& cell, const ComboBoxCell& numbers, QWidget* parent)
+      : QComboBox(parent), before_(toQString(numbers.text)) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);  // would put numbers in that nobody has typed
+    // A range may hold very many numbers: none of them is measured.
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    if (auto* list = qobject_cast<QListView*>(view())) list->setUniformItemSizes(true);
+    QStringList items;
+    for (const std::int32_t number : numbers.items) items.append(QString::number(number));
+    setModel(new QStringListModel(items, this));
+    setCurrentIndex(static_cast<int>(items.indexOf(before_)));
+    setEditText(before_);
+    guard(*lineEdit(), cell);
+    connect(this, &QComboBox::activated, this, [this] {
+      if (!isTyping_ && onChosen) onChosen();
+    });
+  }
+  void begin(std::optional<QPoint> press) override {
+    lineEdit()->selectAll();
+    if (press && isOnArrow(*press)) passOnPress(*this, *press);
+  }
+  [[nodiscard]] std::optional<PropertyList> newValue() const override {
+    if (currentText() == before_) return std::nullopt;
+    return PropertyList::string(fromQString(currentText()));
+  }
+
+ protected:
+  // The arrow keys go through the numbers without ending the editing.
+  void keyPressEvent(QKeyEvent* event) override {
+    const QScopedValueRollback<bool> guard(isTyping_, true);
+    QComboBox::keyPressEvent(event);
+  }
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+ private:
+  [[nodiscard]] bool isOnArrow(const QPoint& point) const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    return style()->hitTestComplexControl(QStyle::CC_ComboBox, &option, point, this) ==
+           QStyle::SC_ComboBoxArrow;
+  }
+
+  QString before_;
+  bool isTyping_ = false;
+};
+
+class PopUpEditor final : public QComboBox, public CellEditor {
+ public:
+  PopUpEditor(const PopUpButtonCell& menu, QWidget* parent) : QComboBox(parent) {
+    for (const std::string& item : menu.items) addItem(toQString(item));
+    setCurrentIndex(menu.selectedIndex);
+    connect(this, &QComboBox::activated, this, [this](int index) {
+      chosen_ = index;
+      if (onChosen) onChosen();
+    });
+  }
+  void begin(std::optional<QPoint> press) override {
+    if (press) {
+      passOnPress(*this, *press);
+    } else {
+      showPopup();
+    }
+    view()->window()->installEventFilter(this);
+  }
+  /// The item that is shown already is a choice too: it may be shown because nothing is stored.
+  [[nodiscard]] std::optional<PropertyList> newValue() const override {
+    return chosen_ < 0 ? std::nullopt : std::optional(PropertyList::integer(chosen_));
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Hide && watched == view()->window()) {
+      // A choice comes right after the menu has closed.
+      QMetaObject::invokeMethod(
+          this,
+          [this] {
+            if (onDismissed) onDismissed();
+          },
+          Qt::QueuedConnection);
+    }
+    return QComboBox::eventFilter(watched, event);
+  }
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+ private:
+  int chosen_ = -1;
+};
 
 }  // namespace
 
-bool hasEditor(const Cell& cell) {
-  return std::visit(
-      [](const auto& entry) {
-        using Entry = std::decay_t<decltype(entry)>;
-        if constexpr (std::is_same_v<Entry, PopUpButtonCell>) return true;
-        if constexpr (std::is_same_v<Entry, TextFieldCell> || std::is_same_v<Entry, SecureTextFieldCell> ||
-                      std::is_same_v<Entry, ComboBoxCell>) {
-          return entry.editable;
-        }
-        return false;
-      },
-      cell);
+bool isTypedIn(const Cell& cell) {
+  if (const auto* text = std::get_if<TextFieldCell>(&cell)) return text->editable;
+  if (const auto* secret = std::get_if<SecureTextFieldCell>(&cell)) return secret->editable;
+  if (const auto* numbers = std::get_if<ComboBoxCell>(&cell)) return numbers->editable;
+  return false;
 }
 
-QWidget* createCellEditor(OutlineView& outline, const CellReference& cell, QWidget* parent) {
-  if (!hasEditor(*cell)) return nullptr;
-  if (const auto* text = std::get_if<TextFieldCell>(cell.get())) {
-    return createField(outline, cell, text->placeholder, QLineEdit::Normal, parent);
-  }
+bool isEditedInPlace(const Cell& cell) {
+  const auto* menu = std::get_if<PopUpButtonCell>(&cell);
+  return isTypedIn(cell) || (menu != nullptr && !menu->items.empty());
+}
+
+QWidget* makeCellEditor(const CellReference& cell, QWidget* parent) {
+  if (!isEditedInPlace(*cell)) return nullptr;
+  if (const auto* menu = std::get_if<PopUpButtonCell>(cell.get())) return new PopUpEditor(*menu, parent);
+  if (const auto* numbers = std::get_if<ComboBoxCell>(cell.get()))
+    return new NumberEditor(cell, *numbers, parent);
   if (const auto* secret = std::get_if<SecureTextFieldCell>(cell.get())) {
-    const auto echo = secret->echosBullets ? QLineEdit::Password : QLineEdit::NoEcho;
-    return createField(outline, cell, secret->placeholder, echo, parent);
+    auto* field = new FieldEditor(cell, secret->text, secret->placeholder, parent);
+    field->setEchoMode(secret->echosBullets ? QLineEdit::Password : QLineEdit::NoEcho);
+    return field;
   }
-  if (const auto* number = std::get_if<ComboBoxCell>(cell.get())) {
-    return createNumberBox(outline, cell, *number, parent);
-  }
-  if (const auto* menu = std::get_if<PopUpButtonCell>(cell.get())) return createMenu(*menu, parent);
-  return nullptr;
-}
-
-void showInEditor(const Cell& cell, QWidget& editor) {
-  const QLineEdit* edit = lineEditOf(editor);
-  if (edit != nullptr && edit->isModified()) return;
-  if (const auto* menu = std::get_if<PopUpButtonCell>(&cell)) {
-    static_cast<QComboBox&>(editor).setCurrentIndex(menu->selectedIndex);
-  } else if (const auto* number = std::get_if<ComboBoxCell>(&cell)) {
-    auto& box = static_cast<QComboBox&>(editor);
-    const QString shown = toQString(number->text);
-    box.setCurrentIndex(box.findText(shown));
-    box.setEditText(shown);
-  } else if (const auto* text = std::get_if<TextFieldCell>(&cell)) {
-    static_cast<QLineEdit&>(editor).setText(toQString(text->text));
-  } else if (const auto* secret = std::get_if<SecureTextFieldCell>(&cell)) {
-    static_cast<QLineEdit&>(editor).setText(toQString(secret->text));
-  }
-}
-
-std::optional<PropertyList> valueOfEditor(const Cell& cell, const QWidget& editor) {
-  if (const auto* menu = std::get_if<PopUpButtonCell>(&cell)) {
-    const int chosen = static_cast<const QComboBox&>(editor).currentIndex();
-    if (chosen == menu->selectedIndex) return std::nullopt;
-    return PropertyList::integer(chosen);
-  }
-  const QLineEdit* edit = lineEditOf(editor);
-  if (edit == nullptr) return std::nullopt;
-  const auto* number = std::get_if<ComboBoxCell>(&cell);
-  const bool chosen = number != nullptr && toQString(number->text) != edit->text();
-  if (!edit->isModified() && !chosen) return std::nullopt;
-  return PropertyList::string(fromQString(edit->text()));
+  const auto& text = std::get<TextFieldCell>(*cell);
+  return new FieldEditor(cell, text.text, text.placeholder, parent);
 }
 
 }  // namespace corvane::qt

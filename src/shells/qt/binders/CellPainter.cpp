@@ -20,16 +20,43 @@ constexpr int kGap = 4;
 }  // namespace
 
 CellPainter::CellPainter(QPainter& painter, const QStyleOptionViewItem& option, const QRect& control,
-                         bool enabled)
+                         State state)
     : painter_(painter),
       option_(option),
       control_(control),
-      enabled_(enabled),
+      enabled_(state.enabled),
+      pressed_(state.pressed && state.enabled),
       selected_(option.state.testFlag(QStyle::State_Selected)) {}
 
 QColor CellPainter::textColor() const {
   const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
   return option_.palette.color(group, selected_ ? QPalette::HighlightedText : QPalette::Text);
+}
+
+QColor CellPainter::readableColor() const {
+  return option_.palette.color(QPalette::Active, selected_ ? QPalette::HighlightedText : QPalette::Text);
+}
+
+QStyle::State CellPainter::buttonState() const {
+  QStyle::State state = enabled_ ? QStyle::State_Enabled : QStyle::State_None;
+  if (pressed_) state |= QStyle::State_Sunken;
+  return state;
+}
+
+QRect CellPainter::buttonRect(const ButtonCell& cell, const QRect& control, const QFont& font) {
+  if (cell.kind == ButtonCell::Kind::MomentaryPushIn) return control;
+  const bool isPicture = isPictureButton(cell);
+  const int mark = isPicture ? kPicture + 2 : kBox;
+  if (isPicture && cell.imagePosition == ButtonCell::ImagePosition::Right) {
+    return {control.right() - kPicture - kGap, control.top(), kPicture + kGap + 1, control.height()};
+  }
+  if (cell.title.text.empty() && !isPicture) {
+    return {control.center().x() - kBox / 2, control.top(), kBox, control.height()};
+  }
+  const QSizeF title = AttributedTextLayout(cell.title, font, {}, {}).naturalSize();
+  QRect rect = control;
+  rect.setWidth(qMin(control.width(), mark + kGap + qCeil(title.width())));
+  return rect;
 }
 
 void CellPainter::drawText(const AttributedText& text, const QRect& rect, const QColor& color) const {
@@ -38,9 +65,7 @@ void CellPainter::drawText(const AttributedText& text, const QRect& rect, const 
 }
 
 void CellPainter::drawStyledText(const AttributedText& text) const {
-  // Titles stay readable while their controls are disabled.
-  const auto role = selected_ ? QPalette::HighlightedText : QPalette::Text;
-  drawText(text, control_, option_.palette.color(QPalette::Active, role));
+  drawText(text, control_, readableColor());  // also while the controls are disabled
 }
 
 void CellPainter::operator()(const EmptyCell& /*cell*/) const {}
@@ -50,7 +75,7 @@ void CellPainter::operator()(const ButtonCell& cell) const {
     if (cell.bordered) {
       drawPushButton(cell);
     } else {
-      drawText(cell.title, control_, textColor());
+      drawLink(cell);
     }
   } else if (isPictureButton(cell)) {
     drawPictureButton(cell);
@@ -64,32 +89,42 @@ void CellPainter::drawPushButton(const ButtonCell& cell) const {
   button.QStyleOption::operator=(option_);
   button.rect = control_;
   button.text = withoutShortcuts(toQString(cell.title.text));
-  button.state = enabled_ ? QStyle::State_Enabled : QStyle::State_None;
+  button.state = buttonState();
   option_.widget->style()->drawControl(QStyle::CE_PushButton, &button, &painter_, nullptr);
+}
+
+void CellPainter::drawLink(const ButtonCell& cell) const {
+  if (pressed_) painter_.setOpacity(0.5);
+  if (enabled_) {
+    drawText(cell.title, control_, textColor());
+  } else {
+    drawText(AttributedText(cell.title.text), control_, textColor());  // a link's own colour looks live
+  }
+  painter_.setOpacity(1);
 }
 
 void CellPainter::drawSwitch(const ButtonCell& cell) const {
   QStyleOptionButton box;
   box.QStyleOption::operator=(option_);
-  box.rect = QRect(control_.left(), control_.top(), kBox, control_.height());
-  box.state = cell.on ? QStyle::State_On : QStyle::State_Off;
-  if (enabled_) box.state |= QStyle::State_Enabled;
+  box.rect = buttonRect(cell, control_, option_.font);
+  box.rect.setWidth(kBox);
+  box.state = buttonState() | (cell.on ? QStyle::State_On : QStyle::State_Off);
   option_.widget->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter_, nullptr);
-  drawText(cell.title, control_.adjusted(kBox + kGap, 0, 0, 0), textColor());
+  drawText(cell.title, control_.adjusted(kBox + kGap, 0, 0, 0), readableColor());
 }
 
 void CellPainter::drawPictureButton(const ButtonCell& cell) const {
-  const AttributedTextLayout text(cell.title, option_.font, option_.palette, textColor(), selected_);
   const int top = control_.center().y() - kPicture / 2 + 1;
   QRect picture(control_.left() + 1, top, kPicture, kPicture);
   QRect title = control_.adjusted(kPicture + kGap + 2, 0, 0, 0);
   if (cell.imagePosition == ButtonCell::ImagePosition::Right) {
-    title = control_.adjusted(0, 0, -kPicture - kGap, 0);
-    title.setWidth(qMin(title.width(), qCeil(text.naturalSize().width())));
-    picture.moveLeft(title.right() + kGap + 2);
+    title = control_.adjusted(0, 0, -kPicture - 2 * kGap, 0);
+    picture.moveRight(control_.right() - 1);
   }
-  text.draw(painter_, title, Qt::AlignLeft);
+  drawText(cell.title, title, readableColor());
+  if (pressed_) painter_.setOpacity(0.5);
   drawFileTypeIcon(painter_, picture, cell.image, option_.palette, enabled_);
+  painter_.setOpacity(1);
 }
 
 void CellPainter::operator()(const PopUpButtonCell& cell) const {

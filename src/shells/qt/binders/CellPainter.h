@@ -1,6 +1,7 @@
 // Draws one kind of cell after the other; used by the delegate alone.
 #pragma once
 
+#include <QStyle>
 #include <QStyleOptionViewItem>
 
 #include "controls/OutlineView.h"
@@ -11,8 +12,16 @@ namespace corvane::qt {
 
 class CellPainter {
  public:
-  /// `control` is where the cell's control stands, `row` the whole cell.
-  CellPainter(QPainter& painter, const QStyleOptionViewItem& option, const QRect& control, bool enabled);
+  struct State {
+    bool enabled = true;
+    bool pressed = false;
+  };
+  /// `control` is where the cell's control stands.
+  CellPainter(QPainter& painter, const QStyleOptionViewItem& option, const QRect& control, State state);
+
+  /// The part of the control that is the button: its picture or box with the title beside it; of a title with
+  /// a picture at its right, the picture.
+  [[nodiscard]] static QRect buttonRect(const ButtonCell& cell, const QRect& control, const QFont& font);
 
   void drawStyledText(const AttributedText& text) const;
   void operator()(const EmptyCell& cell) const;
@@ -24,10 +33,13 @@ class CellPainter {
 
  private:
   [[nodiscard]] QColor textColor() const;
+  [[nodiscard]] QColor readableColor() const;
+  [[nodiscard]] QStyle::State buttonState() const;
   void drawText(const AttributedText& text, const QRect& rect, const QColor& color) const;
   void drawField(const QString& text, const std::string& placeholder) const;
   void drawComboBox(const QString& text, bool editable) const;
   void drawPushButton(const ButtonCell& cell) const;
+  void drawLink(const ButtonCell& cell) const;
   void drawSwitch(const ButtonCell& cell) const;
   void drawPictureButton(const ButtonCell& cell) const;
 
@@ -35,6 +47,7 @@ class CellPainter {
   const QStyleOptionViewItem& option_;
   QRect control_;
   bool enabled_;
+  bool pressed_;
   bool selected_;
 };
 

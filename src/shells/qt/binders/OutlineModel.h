@@ -26,6 +26,9 @@ class OutlineModel final : public QAbstractItemModel {
   /// Invalid when the row is not visible.
   [[nodiscard]] QModelIndex indexOf(const OutlineItem& item, int column = 0) const;
   [[nodiscard]] const OutlineView::Column& columnAt(const QModelIndex& index) const;
+  /// What the cell is called where its text alone would not say what it holds: by its column for a check box
+  /// of its own column, else by the row above it.
+  [[nodiscard]] QString nameOf(const QModelIndex& index) const;
   /// The row as the core counts the visible ones.
   [[nodiscard]] int rowInOutline(const QModelIndex& index) const {
     return outline_.rowForItem(itemAt(index));
@@ -43,6 +46,8 @@ class OutlineModel final : public QAbstractItemModel {
 
  private:
   struct Node;
+  /// What a screen reader says for the cell.
+  [[nodiscard]] QString spokenTextOf(const QModelIndex& index) const;
   [[nodiscard]] Node* nodeOf(const QModelIndex& index) const;
   [[nodiscard]] QModelIndex indexOfNode(const Node& node, int column = 0) const;
   [[nodiscard]] Node* find(Node& below, const OutlineItem& item) const;

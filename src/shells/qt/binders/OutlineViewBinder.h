@@ -2,6 +2,8 @@
 // delegate.
 #pragma once
 
+#include <optional>
+
 #include "binders/Binder.h"
 #include "controls/OutlineView.h"
 #include "widgets/OutlineTree.h"
@@ -10,6 +12,7 @@ namespace corvane::qt {
 
 class CellDelegate;
 class OutlineModel;
+class SheetHost;
 
 class OutlineViewBinder final : public Binder {
   Q_OBJECT
@@ -18,6 +21,9 @@ class OutlineViewBinder final : public Binder {
   /// Also tells the control the height of a standard row, which is the platform's to choose.
   OutlineViewBinder(OutlineView& outline, OutlineTree& widget);
   ~OutlineViewBinder() override;
+
+  /// Rows stay as they are while a sheet stands before them: what it asks may be about one of them.
+  void keepRowsBehind(const SheetHost& sheets);
 
  private:
   void show() override;
@@ -29,13 +35,24 @@ class OutlineViewBinder final : public Binder {
   void showExpansionOf(const OutlineItem& item);
   void showSelection();
   void userSelected();
-  void edit(const QModelIndex& index);
+  /// Opens the editor of the cell; `press` is where the mouse was pressed in the viewport. False when the
+  /// cell has none now.
+  bool edit(const QModelIndex& index, std::optional<QPoint> press = std::nullopt);
+  /// Uses the control of the row, in whatever column it stands.
+  void activateRow(const QModelIndex& index);
+  void editBeyond(const QModelIndex& index, bool forward);
+  /// Presses the button of the cell; false when it has none.
+  bool press(const QModelIndex& index);
+  [[nodiscard]] bool isBusy() const;
+  void holdReloadsWhileBusy();
 
   OutlineView& outline_;
   OutlineTree& widget_;
   OutlineModel* model_;
   CellDelegate* delegate_;
-  bool showing_ = false;  // the selection is being set by us
+  const SheetHost* sheets_ = nullptr;
+  bool isPressing_ = false;  // a button acts, perhaps behind a panel of its own
+  bool showing_ = false;     // the selection is being set by us
 };
 
 }  // namespace corvane::qt

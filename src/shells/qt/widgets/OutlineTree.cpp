@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <utility>
 
 #include "appearance/Shapes.h"
 
@@ -19,6 +20,22 @@ OutlineTree::OutlineTree(QWidget* parent) : QTreeView(parent) {
 
 bool OutlineTree::hasTriangle(const QModelIndex& index) const {
   return index.isValid() && showsTriangle && showsTriangle(index);
+}
+
+void OutlineTree::setCurrentCell(const QModelIndex& index) {
+  const bool scrolls = hasAutoScroll();
+  setAutoScroll(false);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  setAutoScroll(scrolls);
+}
+
+void OutlineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+  QTreeView::drawRow(painter, option, index);
+  if (!marksCurrentRow_ || !hasFocus() || index.siblingAtColumn(0) != currentIndex().siblingAtColumn(0))
+    return;
+  const QRectF row(0, option.rect.top(), viewport()->width(), option.rect.height());
+  drawFocusRing(*painter, row.adjusted(2.5, 2.5, -2.5, -2.5), 4, palette());
 }
 
 void OutlineTree::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
@@ -39,46 +56,121 @@ QModelIndex OutlineTree::triangleAt(const QPoint& point) const {
   return before && hasTriangle(row) ? row : QModelIndex();
 }
 
-void OutlineTree::mousePressEvent(QMouseEvent* event) {
-  const QModelIndex row = triangleAt(event->position().toPoint());
-  if (row.isValid() && event->button() == Qt::LeftButton) {
+bool OutlineTree::takePress(const QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton) return false;
+  const QPoint point = event.position().toPoint();
+  if (const QModelIndex row = triangleAt(point); row.isValid()) {
     emit triangleClicked(row);
-    return;
+    return true;
   }
-  QTreeView::mousePressEvent(event);
+  const QModelIndex cell = indexAt(point);
+  const CellAct act = cell.isValid() && actAt ? actAt(cell, point) : CellAct::None;
+  if (act == CellAct::None) return false;
+  setCurrentCell(cell);
+  if (act == CellAct::Edit) {
+    emit editorPressed(cell, point);
+  } else {
+    pressed_ = cell;
+    isOverPressed_ = true;
+    update(cell);
+    setMouseDown(true);
+  }
+  return true;
 }
 
-// Two quick clicks are two clicks: a check box changes twice.
-void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void OutlineTree::mousePressEvent(QMouseEvent* event) {
+  setMarksCurrentRow(false);
+  if (!takePress(*event)) QTreeView::mousePressEvent(event);
+}
 
-void OutlineTree::keyPressEvent(QKeyEvent* event) {
+void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) {
+  // The second click of two fast ones is a click like every other.
+  if (!takePress(*event)) QTreeView::mouseDoubleClickEvent(event);
+}
+
+void OutlineTree::mouseMoveEvent(QMouseEvent* event) {
+  if (!pressed_.isValid()) {
+    QTreeView::mouseMoveEvent(event);
+    return;
+  }
+  const QPoint point = event->position().toPoint();
+  const bool isOver = indexAt(point) == pressed_ && actAt(pressed_, point) == CellAct::Press;
+  if (isOver == std::exchange(isOverPressed_, isOver)) return;
+  update(pressed_);
+}
+
+void OutlineTree::mouseReleaseEvent(QMouseEvent* event) {
+  if (!isMouseDown_ || event->button() != Qt::LeftButton) {
+    QTreeView::mouseReleaseEvent(event);
+    return;
+  }
+  // Invalid when the row has gone: then nothing was clicked.
+  const QModelIndex clicked = isOverPressed_ ? QModelIndex(pressed_) : QModelIndex();
+  if (pressed_.isValid()) update(pressed_);
+  pressed_ = QPersistentModelIndex();
+  isOverPressed_ = false;
+  setMouseDown(false);
+  if (clicked.isValid()) emit cellClicked(clicked);
+}
+
+void OutlineTree::stepSideways(bool opens) {
   const QModelIndex current = currentIndex();
   const QModelIndex row = current.siblingAtColumn(0);
+  if (hasTriangle(row) && isExpanded(row) != opens) {
+    emit triangleClicked(row);
+  } else if (!opens && row.parent().isValid()) {
+    setCurrentIndex(row.parent().siblingAtColumn(current.column()));
+  } else if (opens && isExpanded(row) && model()->rowCount(row) > 0) {
+    setCurrentIndex(model()->index(0, current.column(), row));
+  }
+}
+
+void OutlineTree::keyPressEvent(QKeyEvent* event) {
+  setMarksCurrentRow(true);
   switch (event->key()) {
     case Qt::Key_Left:
-    case Qt::Key_Right: {
-      const bool opens = event->key() == Qt::Key_Right;
-      if (hasTriangle(row) && isExpanded(row) != opens) {
-        emit triangleClicked(row);
-      } else if (!opens && row.parent().isValid()) {
-        setCurrentIndex(row.parent().siblingAtColumn(current.column()));
-      } else if (opens && isExpanded(row) && model()->rowCount(row) > 0) {
-        setCurrentIndex(model()->index(0, current.column(), row));
-      }
+    case Qt::Key_Right:
+      stepSideways(event->key() == Qt::Key_Right);
       return;
-    }
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (current.isValid() && state() != EditingState) {
-        emit cellPressed(current);
-        return;
-      }
-      break;
+    case Qt::Key_F2:
+      if (currentIndex().isValid() && state() != EditingState) emit rowActivated(currentIndex());
+      return;
     default:
-      break;
+      QTreeView::keyPressEvent(event);
   }
-  QTreeView::keyPressEvent(event);
+}
+
+void OutlineTree::focusInEvent(QFocusEvent* event) {
+  QTreeView::focusInEvent(event);
+  if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+    setMarksCurrentRow(true);
+}
+
+void OutlineTree::focusOutEvent(QFocusEvent* event) {
+  setMouseDown(false);  // whatever took the keyboard may have taken the mouse too
+  QTreeView::focusOutEvent(event);
+}
+
+void OutlineTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const QPersistentModelIndex edited = currentIndex();
+  // The toolkit would go on to the next cell of any kind; which cells are edited is not its to know.
+  QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+  const bool forward = hint == QAbstractItemDelegate::EditNextItem;
+  if (forward || hint == QAbstractItemDelegate::EditPreviousItem) emit editorTabbed(edited, forward);
+  emit busyChanged();
+}
+
+void OutlineTree::setMouseDown(bool isDown) {
+  if (isDown == std::exchange(isMouseDown_, isDown)) return;
+  emit busyChanged();
+}
+
+void OutlineTree::setMarksCurrentRow(bool marks) {
+  if (marks == std::exchange(marksCurrentRow_, marks)) return;
+  viewport()->update();
 }
 
 }  // namespace corvane::qt

@@ -1,11 +1,20 @@
-// The tree widget of an outline. It draws a disclosure triangle only for the rows that are to show one and
-// reports what the user does to them instead of acting by itself.
+// The tree widget of an outline. It draws a disclosure triangle only for the rows that are to show one,
+// tracks presses on the controls that are drawn in the cells, and reports what the user does instead of
+// acting by itself.
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QTreeView>
 #include <functional>
 
 namespace corvane::qt {
+
+/// What a press at a point of a cell does.
+enum class CellAct {
+  None,
+  Press,  // a button: acts when the mouse is released over it
+  Edit,   // a field or a menu: opens at once
+};
 
 class OutlineTree final : public QTreeView {
   Q_OBJECT
@@ -15,23 +24,59 @@ class OutlineTree final : public QTreeView {
 
   /// Which rows show the triangle.
   std::function<bool(const QModelIndex&)> showsTriangle;
+  /// What the mouse would do at this point of the viewport.
+  std::function<CellAct(const QModelIndex&, const QPoint&)> actAt;
+
+  /// Whether the button in the cell is held down now.
+  [[nodiscard]] bool isPressed(const QModelIndex& index) const { return isOverPressed_ && index == pressed_; }
+  /// Whether the user is in the middle of something: types in a cell or holds the mouse button.
+  [[nodiscard]] bool isBusy() const { return isMouseDown_ || state() == EditingState; }
+  /// Makes the cell the current one without moving the rows.
+  void setCurrentCell(const QModelIndex& index);
+  /// Gives the keyboard to the control before or after the tree.
+  void leave(bool forward) { focusNextPrevChild(forward); }
 
  signals:
   /// The triangle of the row was clicked, or its key was pressed.
   void triangleClicked(const QModelIndex& index);
-  /// Space or Return on the current cell.
-  void cellPressed(const QModelIndex& index);
+  /// The button in the cell was clicked.
+  void cellClicked(const QModelIndex& index);
+  /// The field or menu in the cell was pressed at this point of the viewport.
+  void editorPressed(const QModelIndex& index, const QPoint& point);
+  /// Space, Return or F2 on the current row.
+  void rowActivated(const QModelIndex& index);
+  /// An editor in the cell was left with the Tab key.
+  void editorTabbed(const QModelIndex& index, bool forward);
+  /// `isBusy` may have changed.
+  void busyChanged();
 
  protected:
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
   void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   [[nodiscard]] bool hasTriangle(const QModelIndex& index) const;
   /// The row whose triangle is at this point.
   [[nodiscard]] QModelIndex triangleAt(const QPoint& point) const;
+  /// True when the press was on a triangle or a control and has been dealt with.
+  bool takePress(const QMouseEvent& event);
+  void stepSideways(bool opens);
+  void setMouseDown(bool isDown);
+  void setMarksCurrentRow(bool marks);
+
+  QPersistentModelIndex pressed_;
+  bool isOverPressed_ = false;
+  bool isMouseDown_ = false;
+  bool marksCurrentRow_ = false;  // the keyboard is being used
 };
 
 }  // namespace corvane::qt

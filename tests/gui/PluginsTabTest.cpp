@@ -1,0 +1,358 @@
+#include <QAbstractItemView>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTabBar>
+
+#include "PluginsTabFixture.h"
+
+namespace corvane::test {
+namespace {
+
+TEST_F(PluginsTab, ShowsThePluginWithItsTickAndOpensAllItsOptionsWithOneClick) {
+  openTab();
+  EXPECT_EQ(tree().model()->rowCount(), 1);
+  EXPECT_EQ(shown(plugin()), QStringLiteral("All Types"));
+  EXPECT_TRUE(isTicked(plugin().siblingAtColumn(0)));
+  clickTriangle();
+  EXPECT_EQ(tree().model()->rowCount(plugin().siblingAtColumn(0)), 14);
+  EXPECT_EQ(shown(value(QStringLiteral("Set"), 1)), QStringLiteral("sshd"));
+  clickTriangle();
+  EXPECT_FALSE(tree().isExpanded(plugin().siblingAtColumn(0)));
+}
+
+TEST_F(PluginsTab, TheTreeFillsTheTabAndItsSecondColumnTheRestOfTheTree) {
+  openTab();
+  for (const int height : {518, 800}) {
+    window().resize(window().width(), height);
+    QApplication::processEvents();
+    const QHeaderView* header = tree().header();
+    EXPECT_LE(header->sectionSize(0), 60);
+    EXPECT_EQ(header->sectionSize(0) + header->sectionSize(1), tree().viewport()->width());
+    EXPECT_GT(tree().width(), tree().parentWidget()->width() - 60);
+    EXPECT_GT(tree().height(), tree().parentWidget()->height() - 80);
+  }
+}
+
+TEST_F(PluginsTab, TheEnabledTickIsStoredByMouseAndByKeyboard) {
+  openTab();
+  clickCell(plugin().siblingAtColumn(0), tree().visualRect(plugin().siblingAtColumn(0)).width() / 2);
+  EXPECT_EQ(stored("Plugin_Enabled"), flag(false));
+  EXPECT_FALSE(isTicked(plugin().siblingAtColumn(0)));
+  EXPECT_EQ(stored("UnknownToThePane"), text("kept"));
+  goTo(plugin());
+  press(window(), Qt::Key_Space);
+  EXPECT_EQ(stored("Plugin_Enabled"), flag(true));
+  EXPECT_TRUE(isTicked(plugin().siblingAtColumn(0)));
+}
+
+TEST_F(PluginsTab, APositiveTickIsStoredByMouseAndByKeyboard) {
+  openTab();
+  clickCell(option(QStringLiteral("Tick")));
+  EXPECT_EQ(stored("Tick"), flag(true));
+  EXPECT_TRUE(isTicked(option(QStringLiteral("Tick"))));
+  goTo(option(QStringLiteral("Tick")));
+  press(window(), Qt::Key_Space);
+  EXPECT_EQ(stored("Tick"), flag(false));
+}
+
+TEST_F(PluginsTab, ANegativeTickStaysAsItIsStored) {
+  openTab();
+  clickCell(option(QStringLiteral("Reverse")));
+  EXPECT_EQ(stored("Reverse"), flag(true));
+  EXPECT_TRUE(isTicked(option(QStringLiteral("Reverse"))));
+}
+
+TEST_F(PluginsTab, ATickOfASetIsStoredWithTheWholeSet) {
+  openTab();
+  clickCell(value(QStringLiteral("Set"), 1));
+  EXPECT_EQ(stored("Set"), Dictionary::make({{"cupsd", flag(true)}, {"sshd", flag(true)}}));
+  EXPECT_TRUE(isTicked(value(QStringLiteral("Set"), 1)));
+}
+
+TEST_F(PluginsTab, APressThatIsReleasedElsewhereDoesNothing) {
+  openTab();
+  const QModelIndex tick = option(QStringLiteral("Tick"));
+  tree().scrollTo(tick);
+  const QRect place = tree().visualRect(tick);
+  const QPoint box(place.left() + kLeft, place.center().y());
+  QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, box);
+  EXPECT_TRUE(tree().isPressed(tick));
+  QTest::mouseMove(tree().viewport(), QPoint(box.x() + 300, box.y()));
+  QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, QPoint(box.x() + 300, box.y()));
+  EXPECT_FALSE(tree().isPressed(tick));
+  EXPECT_EQ(stored("Tick"), flag(false));
+}
+
+TEST_F(PluginsTab, ANumberIsTypedWithinItsRangeAndStored) {
+  openTab();
+  clickCell(value(QStringLiteral("Number")));
+  auto* box = editor<QComboBox>();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->count(), 3);
+  EXPECT_EQ(box->currentText(), QStringLiteral("5"));
+  type(*box->lineEdit(), "x");
+  EXPECT_EQ(box->currentText(), QStringLiteral("5"));
+  type(*box->lineEdit(), "10");
+  type(*box->lineEdit(), "0");
+  EXPECT_EQ(box->currentText(), QStringLiteral("10"));
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Number", number(10)));
+  EXPECT_TRUE(eventually(
+      [this] { return !isEditing() && shown(value(QStringLiteral("Number"))) == QStringLiteral("10"); }));
+}
+
+TEST_F(PluginsTab, ANumberIsChosenFromItsList) {
+  openTab();
+  const QModelIndex row = value(QStringLiteral("Number"));
+  tree().scrollTo(row);
+  clickCell(row, 110 - 12);  // the arrow of the box
+  auto* box = editor<QComboBox>();
+  ASSERT_NE(box, nullptr);
+  ASSERT_TRUE(eventually([&] { return box->view()->isVisible(); }));
+  QTest::keyClick(box->view(), Qt::Key_Home);
+  QTest::keyClick(box->view(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Number", number(0)));
+  EXPECT_TRUE(eventually([this] { return !isEditing(); }));
+}
+
+TEST_F(PluginsTab, AMenuOpensAndStoresTheIndexOfTheChoice) {
+  openTab();
+  clickCell(value(QStringLiteral("Menu")));
+  auto* menu = editor<QComboBox>();
+  ASSERT_NE(menu, nullptr);
+  ASSERT_TRUE(eventually([&] { return menu->view()->isVisible(); }));
+  const QRect third = menu->view()->visualRect(menu->model()->index(2, 0));
+  QTest::mouseMove(menu->view()->viewport(), third.center());
+  QTest::keyClick(menu->view(), Qt::Key_End);
+  QTest::keyClick(menu->view(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Menu", number(2)));
+  EXPECT_TRUE(eventually(
+      [this] { return !isEditing() && shown(value(QStringLiteral("Menu"))) == QStringLiteral("Third"); }));
+}
+
+TEST_F(PluginsTab, AMenuThatIsClosedWithoutAChoiceChangesNothing) {
+  openTab();
+  goTo(value(QStringLiteral("Menu")));
+  press(window(), Qt::Key_Space);
+  auto* menu = editor<QComboBox>();
+  ASSERT_NE(menu, nullptr);
+  ASSERT_TRUE(eventually([&] { return menu->view()->isVisible(); }));
+  QTest::keyClick(menu->view(), Qt::Key_Down);
+  QTest::keyClick(menu->view(), Qt::Key_Escape);
+  EXPECT_TRUE(eventually([this] { return !isEditing(); }));
+  EXPECT_EQ(stored("Menu"), number(0));
+}
+
+TEST_F(PluginsTab, ATextIsLimitedAsItIsTypedAndStoredWithReturn) {
+  openTab();
+  clickCell(value(QStringLiteral("Text")));
+  auto* field = editor<QLineEdit>();
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(field->selectedText(), QStringLiteral("abc"));
+  type(*field, "abcdefgh");
+  EXPECT_EQ(field->text(), QStringLiteral("abcde"));
+  EXPECT_EQ(stored("Text"), text("abc"));
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Text", text("abcde")));
+  EXPECT_TRUE(eventually(
+      [this] { return !isEditing() && shown(value(QStringLiteral("Text"))) == QStringLiteral("abcde"); }));
+  EXPECT_EQ(stored("UnknownToThePane"), text("kept"));
+}
+
+TEST_F(PluginsTab, EscapeDropsWhatWasTypedAndTheRowHasTheKeyboardAgain) {
+  openTab();
+  goTo(value(QStringLiteral("Text")));
+  press(window(), Qt::Key_F2);
+  ASSERT_NE(editor<QLineEdit>(), nullptr);
+  type(*editor<QLineEdit>(), "x");
+  press(window(), Qt::Key_Escape);
+  EXPECT_TRUE(eventually([this] { return !isEditing(); }));
+  EXPECT_EQ(stored("Text"), text("abc"));
+  EXPECT_TRUE(tree().hasFocus());
+  EXPECT_EQ(tree().currentIndex(), value(QStringLiteral("Text")));
+}
+
+TEST_F(PluginsTab, TabStoresTheTextAndGoesOnToTheNextFieldAndBack) {
+  openTab();
+  clickCell(value(QStringLiteral("Text")));
+  type(*editor<QLineEdit>(), "new");
+  press(window(), Qt::Key_Tab);
+  EXPECT_EQ(stored("Text"), text("new"));
+  ASSERT_NE(editor<QLineEdit>(), nullptr);
+  EXPECT_EQ(editor<QLineEdit>()->accessibleName(), QStringLiteral("User"));
+  type(*editor<QLineEdit>(), "root");
+  press(window(), Qt::Key_Tab);
+  EXPECT_EQ(stored("User"), text("root"));
+  EXPECT_EQ(editor<QLineEdit>()->accessibleName(), QStringLiteral("Password"));
+  press(window(), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(editor<QLineEdit>()->accessibleName(), QStringLiteral("User"));
+}
+
+TEST_F(PluginsTab, TabLeavesTheTreeAfterItsLastField) {
+  openTab();
+  clickCell(value(QStringLiteral("Password")));
+  type(*editor<QLineEdit>(), "topsecret");
+  press(window(), Qt::Key_Tab);
+  EXPECT_EQ(stored("Password"), text("topsecret"));
+  EXPECT_FALSE(isEditing());
+  ASSERT_NE(window().focusWidget(), nullptr);
+  EXPECT_NE(window().focusWidget(), &tree());
+}
+
+TEST_F(PluginsTab, LeavingAFieldForAnotherControlStoresTheText) {
+  openTab();
+  clickCell(value(QStringLiteral("User")));
+  type(*editor<QLineEdit>(), "operator");
+  clickTab(0);
+  EXPECT_TRUE(becomes("User", text("operator")));
+}
+
+TEST_F(PluginsTab, APasswordIsNeverShown) {
+  openTab();
+  EXPECT_EQ(shown(value(QStringLiteral("Password"))), QString(6, QChar(0x2022)));
+  EXPECT_FALSE(value(QStringLiteral("Password"))
+                   .data(Qt::AccessibleTextRole)
+                   .toString()
+                   .contains(QStringLiteral("secret")));
+  clickCell(value(QStringLiteral("Password")));
+  auto* field = editor<QLineEdit>();
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(field->displayText().size(), 6);
+  EXPECT_FALSE(field->displayText().contains(QStringLiteral("secret")));
+  type(*field, "new");
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Password", text("new")));
+}
+
+TEST_F(PluginsTab, ALinkOpensItsAddress) {
+  openTab();
+  clickCell(value(QStringLiteral("Title")));
+  EXPECT_EQ(openedUrls.list, (std::vector<std::string>{"https://www.example.com/more"}));
+}
+
+TEST_F(PluginsTab, LockedRowsAreReadAndOpenedButNotChanged) {
+  openTab(false);
+  EXPECT_TRUE(tree().isEnabled());
+  clickCell(plugin().siblingAtColumn(0), tree().visualRect(plugin().siblingAtColumn(0)).width() / 2);
+  clickTriangle();
+  EXPECT_EQ(shown(value(QStringLiteral("Text"))), QStringLiteral("abc"));
+  for (const char* title : {"Text", "User", "Password", "Number", "Menu"}) {
+    clickCell(value(QString::fromLatin1(title)));
+    goTo(value(QString::fromLatin1(title)));
+    press(window(), Qt::Key_Return);
+    EXPECT_FALSE(isEditing()) << title;
+  }
+  for (const char* title : {"Tick", "Reverse"}) clickCell(option(QString::fromLatin1(title)));
+  clickCell(value(QStringLiteral("Set"), 1));
+  clickCell(value(QStringLiteral("Title")));
+  clickCell(value(QStringLiteral("File")));
+  clickCell(value(QStringLiteral("Files"), 1), -12);
+  clickCell(value(QStringLiteral("Test")));
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_TRUE(openedUrls.list.empty());
+  EXPECT_EQ(readPlist(settingsFile()), settings);
+}
+
+TEST_F(PluginsTab, ClosingTheLockDropsWhatIsBeingTyped) {
+  openTab();
+  clickCell(value(QStringLiteral("Text")));
+  type(*editor<QLineEdit>(), "x");
+  click(widget("authView"));
+  ASSERT_FALSE(pane->assembly().pane().unlocked());
+  EXPECT_FALSE(isEditing());
+  EXPECT_EQ(shown(value(QStringLiteral("Text"))),
+            stored("Text") == text("x") ? QStringLiteral("x") : QStringLiteral("abc"));
+}
+
+TEST_F(PluginsTab, ARefreshWaitsForWhatIsBeingTyped) {
+  openTab();
+  clickCell(value(QStringLiteral("Text")));
+  type(*editor<QLineEdit>(), "xy");
+  pane->assembly().plugins().refresh();
+  ASSERT_NE(editor<QLineEdit>(), nullptr);
+  EXPECT_EQ(editor<QLineEdit>()->text(), QStringLiteral("xy"));
+  EXPECT_EQ(stored("Text"), text("abc"));
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Text", text("xy")));
+  EXPECT_TRUE(eventually([this] { return !tree().isExpanded(plugin().siblingAtColumn(0)); }));
+}
+
+TEST_F(PluginsTab, ARefreshWaitsForAnOpenMenu) {
+  openTab();
+  clickCell(value(QStringLiteral("Menu")));
+  auto* menu = editor<QComboBox>();
+  ASSERT_TRUE(eventually([&] { return menu->view()->isVisible(); }));
+  pane->assembly().plugins().refresh();
+  QTest::keyClick(menu->view(), Qt::Key_Down);
+  QTest::keyClick(menu->view(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("Menu", number(1)));
+}
+
+TEST_F(PluginsTab, AClickThatEndsTypingMeetsTheRowThatItWasMeantFor) {
+  openTab();
+  clickCell(value(QStringLiteral("Set"), 0));  // at the same height in every run
+  clickCell(value(QStringLiteral("Number")));
+  type(*editor<QComboBox>()->lineEdit(), "10");
+  pane->assembly().plugins().refresh();
+  clickCell(value(QStringLiteral("Set"), 1));
+  EXPECT_TRUE(becomes("Number", number(10)));
+  EXPECT_EQ(stored("Set"), Dictionary::make({{"cupsd", flag(false)}, {"sshd", flag(true)}}));
+}
+
+TEST_F(PluginsTab, ARefreshKeepsThePlaceInALongList) {
+  for (int i = 0; i < 60; ++i) {
+    const std::string name = "check_" + std::to_string(100 + i);
+    writePlist(paths.plugins + "/" + name + ".plist",
+               Dictionary::make({{"PluginName", text("Plugin " + std::to_string(100 + i))},
+                                 {"PluginOptions", Array::make({options.at(0)})}}));
+    writePlist(paths.pluginSupport + "/" + name + "_settings.plist",
+               Dictionary::make({{"PrefPaneVisibility", flag(true)}}));
+  }
+  openTab();
+  tree().verticalScrollBar()->setValue(300);
+  goTo(tree().model()->index(20, 1));
+  tree().verticalScrollBar()->setValue(300);
+  pane->assembly().plugins().refresh();
+  EXPECT_EQ(tree().verticalScrollBar()->value(), 300);
+  EXPECT_EQ(tree().currentIndex().row(), 20);
+}
+
+TEST_F(PluginsTab, TheKeyboardAloneReachesTheTreeOpensItAndLeavesIt) {
+  openTab();
+  for (int i = 0; i < 40 && !tree().hasFocus(); ++i) press(window(), Qt::Key_Tab);
+  ASSERT_TRUE(tree().hasFocus());
+  press(window(), Qt::Key_Home);
+  press(window(), Qt::Key_Right);
+  EXPECT_TRUE(tree().isExpanded(plugin().siblingAtColumn(0)));
+  press(window(), Qt::Key_Down);
+  press(window(), Qt::Key_Down);
+  press(window(), Qt::Key_Down);
+  EXPECT_EQ(shown(tree().currentIndex().siblingAtColumn(1)), QStringLiteral("Tick"));
+  press(window(), Qt::Key_Space);
+  EXPECT_EQ(stored("Tick"), flag(true));
+  press(window(), Qt::Key_Left);
+  EXPECT_EQ(shown(tree().currentIndex().siblingAtColumn(1)), QStringLiteral("All Types"));
+  press(window(), Qt::Key_Left);
+  EXPECT_FALSE(tree().isExpanded(plugin().siblingAtColumn(0)));
+  press(window(), Qt::Key_Tab);
+  EXPECT_FALSE(tree().hasFocus());
+}
+
+TEST_F(PluginsTab, EveryCellTellsAScreenReaderWhatItHolds) {
+  openTab();
+  const auto spoken = [](const QModelIndex& index) { return index.data(Qt::AccessibleTextRole).toString(); };
+  EXPECT_EQ(spoken(plugin().siblingAtColumn(0)), QStringLiteral("Enabled: All Types"));
+  EXPECT_EQ(spoken(plugin()), QStringLiteral("All Types"));
+  EXPECT_EQ(spoken(option(QStringLiteral("Tick"))), QStringLiteral("Tick. What it is for"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Set"), 1)), QStringLiteral("sshd"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Number"))), QStringLiteral("Number: 5"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Menu"))), QStringLiteral("Menu: First"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Text"))), QStringLiteral("Text: abc"));
+  EXPECT_EQ(spoken(value(QStringLiteral("File"))), QStringLiteral("File: /Users/old.conf"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Files"), 1)), QStringLiteral("Files: /Users/a"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Test"))), QStringLiteral("Test Settings"));
+  EXPECT_EQ(spoken(value(QStringLiteral("Test")).siblingAtColumn(0)), QString());
+}
+
+}  // namespace
+}  // namespace corvane::test
