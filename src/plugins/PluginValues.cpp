@@ -21,11 +21,18 @@ bool changesThroughButtons(const PluginOption& option) {
   return isOneOf(option, {kFileArray, kFolderArray, kFilePicker, kFolderPicker, kPluginValidation});
 }
 
+/// Whether the row stands for one of the names in the option's set of check boxes. A link whose address does
+/// not begin like one is a value row as well, but it is no name: to store its state would put it into the
+/// set, or a set into the place of whatever else the file holds under the key.
+bool isNameInSet(const PluginOption& option, const std::string& name) {
+  return option.checkboxes().contains(name);
+}
+
 /// Sets one name in the option's set of check boxes: in the file's contents and in the set that the catalogue
 /// holds, so that the row shows the new state without another loading.
 void setCheckboxOfSet(const PluginOption& option, Dictionary& contents, const std::string& name, bool state) {
   Dictionary loaded = option.checkboxes();
-  Dictionary changed = loaded ? loaded.shallowCopy() : Dictionary::make();
+  Dictionary changed = loaded.shallowCopy();
   changed.set(name, PropertyList::boolean(state));
   contents.set(option.storageKey(), changed);
   loaded.set(name, PropertyList::boolean(state));
@@ -100,6 +107,7 @@ PluginValues::AfterEdit PluginValues::setValue(const PluginOption& option, const
   using namespace setting_type;
   const std::string* key = item.object().asString();
   if (key == nullptr || changesThroughButtons(option)) return AfterEdit::Nothing;
+  if (option.isOfType(kCheckboxes) && !isNameInSet(option, *key)) return AfterEdit::Nothing;
   Dictionary contents = storage_.readForEdit(option);
   if (!contents) return AfterEdit::Nothing;
   if (option.isOfType(kNumberPicker)) {

@@ -71,9 +71,7 @@ TEST_F(PluginRowHeightsTest, AnOptionWithoutAHintIsOneRowHigh) {
 
 TEST_F(PluginRowHeightsTest, ValueRowsWithABorderedControlAreHalfARowHigher) {
   for (const std::string_view type : setting_type::kAll) {
-    const bool isSet = type == setting_type::kCheckboxes;
-    store(Dictionary::make({{kKey, isSet ? PropertyList(Dictionary::make({{"a", boolean(true)}}))
-                                         : PropertyList(texts({"/a"}))}}));
+    storeARowFor(type);
     addPlugin("check_x", options({option(type)}));
     awake();
     const bool isBordered = type == "PopUpMenu" || type == "PluginValidation" || type == "NumberPicker";

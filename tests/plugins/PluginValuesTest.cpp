@@ -149,9 +149,7 @@ TEST_F(PluginValuesTest, TheEnabledColumnIsEditableOnPluginRowsAndThePluginColum
 
 TEST_F(PluginValuesTest, ValueRowsOfEveryTypeAreEditableAndOptionRowsOfNone) {
   for (const std::string_view type : setting_type::kAll) {
-    const bool isSet = type == setting_type::kCheckboxes;
-    store(Dictionary::make({{kKey, isSet ? PropertyList(Dictionary::make({{"a", boolean(true)}}))
-                                         : PropertyList(texts({"/a"}))}}));
+    storeARowFor(type);
     addPlugin("check_x", options({option(type)}));
     awake();
     EXPECT_FALSE(controller->outlineViewShouldEditTableColumnItem(outline(), pluginColumn(), optionRow()))
@@ -412,6 +410,21 @@ TEST_F(PluginValuesTest, ABoxOfASetWhoseFileLostTheKeyWritesTheLoadedSet) {
   EXPECT_EQ(lastWrite(),
             Dictionary::make({{"Other", number(1)},
                               {kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(true)}})}}));
+}
+
+TEST_F(PluginValuesTest, AnAddressBelowASetThatDoesNotBeginLikeOneIsNoNameInTheSet) {
+  for (const PropertyList& inFile : {PropertyList(Dictionary::make({{"a", boolean(true)}})),
+                                     PropertyList(texts({"no set"})), PropertyList()}) {
+    Dictionary contents = Dictionary::make({{"Other", number(1)}});
+    contents.set(kKey, inFile);
+    store(contents);
+    addPlugin("check_x",
+              options({with(option("Checkboxes"), "SettingDetailsURL", text("ftp://example.com"))}));
+    awake();
+    click(outline().childrenOfItem(optionRow()).back());
+    EXPECT_TRUE(pane.writes.empty());
+    EXPECT_EQ(stored(), contents);
+  }
 }
 
 TEST_F(PluginValuesTest, ARowOfATypeWithoutARuleRewritesItsFileAsItIs) {

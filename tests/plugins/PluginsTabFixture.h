@@ -81,6 +81,11 @@ class PluginsTabFixture : public testing::Test {
   void store(const Dictionary& contents, const std::string& clientPath = kStorage) {
     platform.writePlist(platform.paths.onDisk(clientPath), contents);
   }
+  /// Stores what gives an option of the type a row of its value, where the type has such rows.
+  void storeARowFor(std::string_view type) {
+    const PropertyList set = Dictionary::make({{"a", boolean(true)}});
+    store(Dictionary::make({{kKey, type == setting_type::kCheckboxes ? set : texts({"/a"})}}));
+  }
   Dictionary stored(const std::string& clientPath = kStorage) {
     return platform.readPlist(platform.paths.onDisk(clientPath)).asDictionary();
   }
