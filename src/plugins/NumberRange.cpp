@@ -17,8 +17,8 @@ std::optional<NumberRange> parseNumberRange(std::string_view text) {
 std::vector<std::int32_t> numbersInRange(const NumberRange& range) {
   const std::int64_t step = std::max(range.step, 1);
   std::vector<std::int32_t> numbers;
-  for (std::int64_t next = range.minimum; next <= range.maximum;
-       next += step) {  // wider, so that it can't wrap
+  // Counted in a wider type, so that the number behind the last one can't wrap.
+  for (std::int64_t next = range.minimum; next <= range.maximum; next += step) {
     if (numbers.size() == kLongestNumberList) break;
     numbers.push_back(static_cast<std::int32_t>(next));
   }

@@ -23,7 +23,7 @@ void PluginLists::addToFileArray(OutlineView& sender) {
   const Dictionary contents = with_.storage.readForEdit(option);
   if (!contents) return;
   // Files are added to the list that was loaded, folders to the list as it is stored now; this is intended.
-  add(*path, option.fileFolderArray().shallowCopy(), option, contents);
+  add(*path, option.fileFolderArray(), option, contents);
 }
 
 void PluginLists::addToFolderArray(OutlineView& sender) {
