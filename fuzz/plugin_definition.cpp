@@ -115,12 +115,16 @@ struct NoProcessOutput final : ProcessOutput {
   }
 };
 
+bool climbs(const std::string& path) {
+  return path.ends_with("/..") || path.find("/../") != std::string::npos;
+}
+
 /// Checks what reaches root.
 struct CheckingPane final : PaneServices {
   bool unlocked() const override { return true; }
   void addUnlockedObserver(UnlockedObserver& observer) override { observer.unlockedDidChange(); }
-  void setPlistFileValues(const std::string&, const PropertyList& values) override {
-    if (!values.asDictionary()) std::abort();
+  void setPlistFileValues(const std::string& path, const PropertyList& values) override {
+    if (!path.starts_with('/') || climbs(path) || !values.asDictionary()) std::abort();
   }
   Dictionary readRootFile(const std::string&) override { return {}; }
   void executeQLHelperArguments(const std::string&, const std::vector<std::string>&) override {
@@ -128,8 +132,7 @@ struct CheckingPane final : PaneServices {
   }
   std::optional<std::string> validatePluginWithArguments(const std::string& plugin,
                                                          const std::vector<std::string>& arguments) override {
-    const bool isBelow = plugin.starts_with("/Library/Corvane/Plugins/") && !plugin.ends_with("/..") &&
-                         plugin.find("/../") == std::string::npos;
+    const bool isBelow = plugin.starts_with("/Library/Corvane/Plugins/") && !climbs(plugin);
     if (!isBelow || arguments.front() != plugin || arguments.back() != "--test-mode") std::abort();
     return "0,fine";
   }
