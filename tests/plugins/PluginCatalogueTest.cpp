@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "plugins/PluginCatalogue.h"
 #include "plugins/PluginsTabFixture.h"
@@ -125,6 +126,8 @@ TEST_F(PluginCatalogueTest, APluginIsShownOnlyWhenItsSettingsAskForIt) {
       {"false", Dictionary::make({{"PrefPaneVisibility", boolean(false)}}), false},
       {"one", Dictionary::make({{"PrefPaneVisibility", number(1)}}), true},
       {"zero", Dictionary::make({{"PrefPaneVisibility", number(0)}}), false},
+      {"text YES", Dictionary::make({{"PrefPaneVisibility", text("YES")}}), true},
+      {"text NO", Dictionary::make({{"PrefPaneVisibility", text("NO")}}), false},
       {"key missing", Dictionary::make({{"Other", boolean(true)}}), false},
       {"of another type", Dictionary::make({{"PrefPaneVisibility", texts({"YES"})}}), false},
       {"no dictionary", texts({"PrefPaneVisibility"}), false},
@@ -197,6 +200,20 @@ TEST_F(PluginCatalogueTest, TheDefinitionAndTheSettingsOfAPluginAreEachReadOnce)
   platform.propertyLists.reads.clear();
   catalogue.refresh();
   EXPECT_EQ(platform.propertyLists.reads, (Names{definitionFile("check_x"), settingsFile("check_x")}));
+}
+
+TEST_F(PluginCatalogueTest, WhatIsNoRegularFileIsNeverReadAndDisturbsNothing) {
+  addPlugin("check_x", options({option("FileArray")}));
+  addNamed("check_y", text("check_y"));
+  const std::string notRead[] = {definitionFile("pipe"), settingsFile("check_y"),
+                                 platform.paths.onDisk(kStorage)};
+  platform.remove(settingsFile("check_y"));
+  for (const std::string& path : notRead) ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);  // reading would wait
+  fs::create_symlink("/dev/zero", definitionFile("endless"));
+  fs::create_directory(definitionFile("folder"));
+  EXPECT_EQ(loaded(), Names{"check_x"});
+  EXPECT_EQ(onlyOption(), option("FileArray"));
+  EXPECT_TRUE(platform.log.lines.empty());
 }
 
 // What is attached to list options.

@@ -56,6 +56,15 @@ TEST_F(PluginCellsTest, ARowOfFullWidthHasNoCellOfItsOwn) {
   }
 }
 
+TEST_F(PluginCellsTest, AColumnWithAnotherHeaderHasNoCellsOfItsOwn) {
+  addPlugin("check_x", options({option("TextField"), option("Checkbox")}));
+  awake();
+  const TableColumn other{"Plugin", "plugin", 100};
+  for (const OutlineItem& item : {plugin(), optionRow(1), valueRow()}) {
+    EXPECT_EQ(controller->outlineViewDataCellForTableColumnItem(outline(), &other, item), nullptr);
+  }
+}
+
 TEST_F(PluginCellsTest, InTheEnabledColumnOnlyPluginRowsShowTheColumnsCheckBox) {
   awakeWith(option("TextField"));
   const auto enabledCell = [&](const OutlineItem& item) {
@@ -360,6 +369,11 @@ TEST_F(PluginCellsTest, APasswordWithoutALengthTakesNoTypedCharacter) {
     edit(valueRow(), text("x"));
     EXPECT_EQ(stored(), Dictionary::make({{kKey, text("kept")}}));
   }
+}
+
+TEST_F(PluginCellsTest, APasswordIsGivenItsLengthWithoutATestForItsSign) {
+  awakeWith(option("PasswordField", number(-1)));
+  EXPECT_EQ(lengthLimitOf(cell<SecureTextFieldCell>(valueRow()).formatter), -1);
 }
 
 TEST_F(PluginCellsTest, ATypedTextBeyondTheLimitIsNotStored) {

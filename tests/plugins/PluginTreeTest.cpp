@@ -194,6 +194,14 @@ TEST_F(PluginTreeTest, ADetailsUrlThatIsNoTextMakesNoRow) {
   EXPECT_FALSE(child(0, optionRow()));
 }
 
+TEST_F(PluginTreeTest, AnOptionWithOptionsOfItsOwnCanBeExpandedButHasTheRowsOfItsType) {
+  const Array foreign = options({option("TextField"), option("TextField")});
+  awakeWith(with(option("DisplayOnly"), "PluginOptions", foreign));
+  EXPECT_TRUE(expandable(optionRow()));
+  EXPECT_EQ(countBelow(optionRow()), 0);
+  EXPECT_FALSE(child(0, optionRow()));
+}
+
 // Objects that are no rows of the tree.
 
 TEST_F(PluginTreeTest, AStringHasNoChildrenAndSaysSoOncePerRequest) {

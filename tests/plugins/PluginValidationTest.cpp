@@ -129,6 +129,15 @@ TEST_F(PluginValidationTest, AnExecutableThatIsNotNamedBelowThePluginsFolderIsRe
   EXPECT_TRUE(platform.dialogs.sheets.empty());
 }
 
+TEST_F(PluginValidationTest, AnExecutableWithANulInItsNameIsRefused) {
+  awakeWithArguments(texts({"check_x"}));
+  Dictionary entry = controller->catalogue().plugins()[0];  // XML has no NUL, other forms of the file do
+  entry.set("ProgramArguments", Array::make({text(std::string("check_x\0/check_y", 16))}));
+  click(valueRow());
+  EXPECT_EQ(platform.log.lines.size(), 1U);
+  EXPECT_TRUE(pane.validations.empty());
+}
+
 TEST_F(PluginValidationTest, AnExecutableIsAlwaysBelowThePluginsFolder) {
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"sub/check_x", "sub/check_x"},   {"/bin/sh", "bin/sh"},  {"./check_x", "check_x"},

@@ -106,8 +106,11 @@ TEST_F(PluginsTabViewControllerTest, WithoutAClickedCellNoAddressIsOpened) {
 }
 
 TEST_F(PluginsTabViewControllerTest, TheOutlineOutlivesTheController) {
-  awakeWith(option("TextField"));
+  awakeWith(option("PluginValidation"));
+  const OutlineItem row = valueRow();
+  EXPECT_GT(outline().heightOfRow(row), outline().rowHeight());
   controller.reset();
+  EXPECT_EQ(outline().heightOfRow(row), outline().rowHeight()) << "nobody is asked any more";
   outline().clickDisclosure(0);
   outline().reloadData();
   EXPECT_EQ(outline().numberOfRows(), 0);
