@@ -165,6 +165,7 @@ TEST_F(PluginCatalogueTest, OddFileNamesAreFileNamesLikeOthers) {
   for (const std::string& name : names) {
     storage.setPane(pane);
     catalogue.saveBlacklistPluginWithEnabled(name + ".plugin", false);
+    ASSERT_FALSE(pane.writes.empty()) << name;
     EXPECT_EQ(pane.writes.back().path, settingsFile(name));
   }
 }
