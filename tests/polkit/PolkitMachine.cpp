@@ -114,8 +114,7 @@ void PolkitMachine::writeConfiguration(Rule rule, bool withPolicy) const {
   const auto id = std::to_string(kUser);
   write("/etc/passwd", "corvane-test:x:" + id + ":" + id + "::/:/bin/sh\n", true);
   write("/etc/machine-id", "0123456789abcdef0123456789abcdef\n");
-  fs::copy_file(QLHELPER_PATH, helper());
-  ::chmod(helper().c_str(), 0755);
+  replaceHelper(QLHELPER_PATH);
   if (withPolicy) {
     auto policy = read(POLICY_TEMPLATE_PATH);
     const std::string placeholder = "@CORVANE_HELPER_PATH@";
@@ -177,13 +176,18 @@ void PolkitMachine::killPolkit() {
   daemons_.pop_back();
 }
 
-pid_t PolkitMachine::startAsUser(const std::function<void()>& body) {
+void PolkitMachine::replaceHelper(const std::string& program) const {
+  fs::copy_file(program, helper(), fs::copy_options::overwrite_existing);
+  ::chmod(helper().c_str(), 0755);
+}
+
+pid_t PolkitMachine::startAsUser(const std::function<void()>& body, uid_t user) {
   std::cout.flush();
   const pid_t child = ::fork();
   if (child != 0) return child;
   ::prctl(PR_SET_PDEATHSIG, 0);
-  if (::setgroups(0, nullptr) != 0 || ::setresgid(kUser, kUser, kUser) != 0 ||
-      ::setresuid(kUser, kUser, kUser) != 0) {
+  if (::setgroups(0, nullptr) != 0 || ::setresgid(user, user, user) != 0 ||
+      ::setresuid(user, user, user) != 0) {
     ::_exit(100);
   }
   body();

@@ -35,7 +35,9 @@ class PolkitMachine {
   /// for this one too.
   void asUser(const std::function<void()>& body) const;
   /// The same without waiting; the process's id.
-  [[nodiscard]] static pid_t startAsUser(const std::function<void()>& body);
+  [[nodiscard]] static pid_t startAsUser(const std::function<void()>& body, uid_t user = kUser);
+  /// Puts another program in the helper's place.
+  void replaceHelper(const std::string& program) const;
 
   [[nodiscard]] std::string helper() const { return base_ / "opt/qlhelper"; }
   /// The root prefix of the client's tree.
