@@ -46,6 +46,7 @@ Dictionary goodDefinition() {
 
 struct MemoryPropertyLists final : PropertyListFiles {
   PropertyList read(const std::string& path) override {
+    if (!path.starts_with('/')) return {};
     if (path.ends_with("/good.plist")) return goodDefinition();
     if (path.ends_with("/tested.plist")) return readPropertyList(definition);
     if (path.ends_with("_settings.plist")) {
