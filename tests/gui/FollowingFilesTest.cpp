@@ -2,6 +2,7 @@
 // the tab that it concerns and no other, and takes nothing away from the person at the window: not the
 // keyboard, not the selection, not the scroll position, not a text that is just being typed.
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
@@ -241,6 +242,50 @@ TEST_F(FollowingFiles, APluginThatAppearsChangesAndGoesIsFollowedByThePluginsTab
   EXPECT_EQ(after.header, before.header);
   EXPECT_EQ(after.configuration, before.configuration);
   EXPECT_EQ(after.options, before.options);
+}
+
+/// The cell of the tree that reads so; invalid when there is none.
+QModelIndex cellThatReads(const QAbstractItemModel& model, const QString& text, const QModelIndex& parent) {
+  for (int row = 0; row < model.rowCount(parent); ++row) {
+    const QModelIndex index = model.index(row, 0, parent);
+    if (index.siblingAtColumn(1).data().toString() == text) return index.siblingAtColumn(1);
+    const QModelIndex below = cellThatReads(model, text, index);
+    if (below.isValid()) return below;
+  }
+  return {};
+}
+
+TEST_F(FollowingFiles, ATextThatIsTypedInThePluginTreeSurvivesChangesOfOtherPlugins) {
+  openAndSettle();
+  plugins().expandItem({}, true);
+  auto& tree = widget<QTreeView>("pluginsTable");
+  const QModelIndex cell = cellThatReads(*tree.model(), QStringLiteral("www.example.com"), {});
+  ASSERT_TRUE(cell.isValid());
+  tree.scrollTo(cell);
+  QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
+                    QPoint(tree.visualRect(cell).left() + 12, tree.visualRect(cell).center().y()));
+  QPointer<QLineEdit> editor;
+  ASSERT_TRUE(eventually([&] {
+    editor = tree.findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+    return !editor.isNull();
+  }));
+  beginTyping(*editor, "intranet", 3);
+
+  edit(demo.paths.plugins + "/check_printers.plist", "<string>Printers</string>", "<string>Presses</string>");
+  // Seen in the same batch, before the plug-ins.
+  edit(demo.paths.timeMachineSettings, "<integer>7</integer>", "<integer>21</integer>");
+  auto& days = widget<QLineEdit>("timeMachineInactiveTextField");
+  ASSERT_TRUE(eventually([&] { return days.text() == QStringLiteral("21"); }));
+  ASSERT_FALSE(editor.isNull());
+  expectStillTyping(*editor, "intranet", 3);
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(eventually([this] {
+    return readPlist(demo.paths.pluginSupport + "/check_web_sites_settings.plist")
+               .asDictionary()
+               .value("Site_Address") == PropertyList::string("intranet");
+  }));
+  EXPECT_TRUE(
+      eventually([&] { return cellThatReads(*tree.model(), QStringLiteral(" Presses"), {}).isValid(); }));
 }
 
 }  // namespace
