@@ -157,8 +157,8 @@ void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewI
                                         const QModelIndex& index) const {
   const PreparedCell cell = prepared(index);
   const QRect control = controlRect(*cell.cell, option.rect);
-  // A field has room for its focus ring outside its frame; the frame stays where it was drawn.
-  editor->setGeometry(isField(*cell.cell) ? control.adjusted(-2, -1, 2, 1) : control);
+  // A field has room for its focus ring above and below its frame; the frame stays where it was drawn.
+  editor->setGeometry(isField(*cell.cell) ? control.adjusted(0, -1, 0, 1) : control);
 }
 
 bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {

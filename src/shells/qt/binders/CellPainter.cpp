@@ -29,8 +29,9 @@ CellPainter::CellPainter(QPainter& painter, const QStyleOptionViewItem& option, 
       selected_(option.state.testFlag(QStyle::State_Selected)) {}
 
 QColor CellPainter::textColor() const {
-  const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
-  return option_.palette.color(group, selected_ ? QPalette::HighlightedText : QPalette::Text);
+  if (selected_) return option_.palette.color(QPalette::HighlightedText);
+  // What is stored is to be read also while it may not be changed: dimmed, but not as pale as a dead control.
+  return option_.palette.color(QPalette::Active, enabled_ ? QPalette::Text : QPalette::PlaceholderText);
 }
 
 QColor CellPainter::readableColor() const {
@@ -145,8 +146,7 @@ void CellPainter::drawComboBox(const QString& text, bool editable) const {
   const QStyle* style = option_.widget->style();
   style->drawComplexControl(QStyle::CC_ComboBox, &box, &painter_, nullptr);
   const QRect field = style->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, nullptr);
-  const auto role = editable ? QPalette::Text : QPalette::ButtonText;
-  painter_.setPen(option_.palette.color(enabled_ ? QPalette::Active : QPalette::Disabled, role));
+  painter_.setPen(enabled_ && !editable ? option_.palette.color(QPalette::ButtonText) : textColor());
   painter_.drawText(field, Qt::AlignLeft | Qt::AlignVCenter,
                     option_.fontMetrics.elidedText(text, Qt::ElideRight, field.width()));
 }
@@ -167,12 +167,11 @@ void CellPainter::operator()(const SecureTextFieldCell& cell) const {
 void CellPainter::drawField(const QString& text, const std::string& placeholder) const {
   QColor base = option_.palette.color(QPalette::Base);
   if (!enabled_) base.setAlphaF(0.5F);
-  drawRounded(painter_, QRectF(control_).adjusted(0.5, 1.5, -0.5, -1.5), 3.5, base,
+  drawRounded(painter_, QRectF(control_).adjusted(2.5, 1.5, -2.5, -1.5), 3.5, base,
               outlineColor(option_.palette));
   const bool empty = text.isEmpty();
-  const auto group = enabled_ ? QPalette::Active : QPalette::Disabled;
-  painter_.setPen(option_.palette.color(group, empty ? QPalette::PlaceholderText : QPalette::Text));
-  const QRect inside = control_.adjusted(6, 0, -6, 0);
+  painter_.setPen(empty ? option_.palette.color(QPalette::PlaceholderText) : textColor());
+  const QRect inside = control_.adjusted(7, 0, -7, 0);
   painter_.drawText(
       inside, Qt::AlignLeft | Qt::AlignVCenter,
       option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight, inside.width()));
