@@ -1,9 +1,8 @@
 // qlhelper, the pane's helper tool.
 //
 //   qlhelper PROGRAM ARGUMENTS...    becomes the program; its standard output is passed through
-//   qlhelper --session --root DIR    serves the pane over the socket that is its standard input, until that
-//   is closed;
-//                                    started as root through polkit when the lock is opened
+//   qlhelper --session --root DIR    serves the pane over the socket that is its standard input, until that is
+//                                    closed; started as root through polkit when the lock is opened
 #include <cerrno>
 #include <climits>
 #include <csignal>

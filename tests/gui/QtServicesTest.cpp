@@ -126,8 +126,10 @@ TEST(CommandLine, AnswersHelpVersionAndMistakesWithoutOpeningThePane) {
   EXPECT_TRUE(parseCommandLine({QStringLiteral("corvane-pane")}).opensPane());
   EXPECT_TRUE(parseCommandLine({QStringLiteral("p"), QStringLiteral("--version")})
                   .output.startsWith(QStringLiteral("corvane-pane ")));
-  EXPECT_TRUE(parseCommandLine({QStringLiteral("p"), QStringLiteral("--help")})
-                  .output.contains(QStringLiteral("--root")));
+  const QString help = parseCommandLine({QStringLiteral("p"), QStringLiteral("--help")}).output;
+  EXPECT_TRUE(
+      help.startsWith(QStringLiteral("Usage: corvane-pane [options]\nSettings of the monitoring client.\n")));
+  EXPECT_TRUE(help.contains(QStringLiteral("--root <folder>")));
   for (const QStringList& arguments :
        {QStringList{QStringLiteral("--root"), QStringLiteral("/no/such/folder")},
         QStringList{QStringLiteral("--root")}, QStringList{QStringLiteral("--unknown")},

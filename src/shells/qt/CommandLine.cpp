@@ -15,6 +15,12 @@ std::optional<Appearance> appearanceNamed(const QString& name) {
   return std::nullopt;
 }
 
+/// The parser names the running program in its first line, and nothing where there is no application yet.
+QString helpOf(const QCommandLineParser& parser) {
+  const QString text = parser.helpText();
+  return QStringLiteral("Usage: corvane-pane [options]") + text.mid(text.indexOf(QLatin1Char('\n')));
+}
+
 void readRoot(const QString& folder, CommandLine& line) {
   const QFileInfo info(folder);
   if (!info.isDir()) {
@@ -53,7 +59,7 @@ CommandLine parseCommandLine(const QStringList& arguments) {
   if (!parser.parse(arguments)) {
     line.error = parser.errorText();
   } else if (parser.isSet(help)) {
-    line.output = parser.helpText();
+    line.output = helpOf(parser);
   } else if (parser.isSet(version)) {
     line.output = QStringLiteral("corvane-pane " CORVANE_VERSION "\n");
   } else if (!parser.positionalArguments().isEmpty()) {
