@@ -1,11 +1,14 @@
 #include <QComboBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTreeView>
+#include <algorithm>
 #include <map>
 
 #include "GuiFixture.h"
+#include "Pictures.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 
@@ -139,6 +142,22 @@ TEST_F(WholePane, EveryControlHasAnAccessibleNameOfItsOwn) {
     names[name] = control->objectName();
   }
   EXPECT_GE(names.size(), 3U);
+}
+
+TEST_F(WholePane, PicturesShowATabWithItsAlertThenLockedThenUnlocked) {
+  open();
+  const std::string folder = root / "pictures";
+  std::filesystem::create_directory(folder);
+  ASSERT_TRUE(qt::takePictures(*pane, QString::fromStdString(folder), 2));
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    EXPECT_EQ(QImage(QString::fromStdString(entry.path())).width(), window().width());
+    names.push_back(entry.path().filename());
+  }
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::string>{"Plugins-alert.png", "Plugins-unlocked.png", "Plugins.png"}));
+  EXPECT_TRUE(pane->assembly().pane().unlocked());
+  EXPECT_FALSE(qt::takePictures(*pane, QStringLiteral("/no/such/folder"), 0));
 }
 
 TEST_F(WholePane, NoControlIsMarkedBeforeTheKeyboardIsUsed) {

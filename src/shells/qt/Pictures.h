@@ -8,8 +8,8 @@
 namespace corvane::qt {
 
 /// Writes "TAB.png" for each tab (or the one of this index), "TAB-alert.png" where an alert stands before it
-/// (its first button is then pressed), and, where the lock opens without asking, "TAB-unlocked.png". False
-/// when a picture can't be written.
+/// (its first button is then pressed), and, where the lock opens without asking, "TAB-unlocked.png" with all
+/// plug-ins expanded. False when a picture can't be written.
 [[nodiscard]] bool takePictures(LinuxPane& pane, const QString& folder, int onlyTab);
 
 }  // namespace corvane::qt
