@@ -91,6 +91,7 @@ void CellPainter::drawPushButton(const ButtonCell& cell) const {
   button.rect = control_;
   button.text = withoutShortcuts(toQString(cell.title.text));
   button.state = buttonState();
+  button.palette.setCurrentColorGroup(enabled_ ? QPalette::Active : QPalette::Disabled);
   option_.widget->style()->drawControl(QStyle::CE_PushButton, &button, &painter_, nullptr);
 }
 
