@@ -153,7 +153,8 @@ TEST_F(OptionsPage, WithoutTheDaemonTheTableIsDisabledAndTheErrorIsShown) {
   open();
   platform.processOutput.output = "";
   tab->refreshVolumes();
-  EXPECT_FALSE(table().isEnabled());
+  clickRow(1);
+  EXPECT_EQ(selectedRow(), -1);
   EXPECT_TRUE(find<QLabel>(window, "defaultTextField").isVisible());
   EXPECT_EQ(
       find<QLabel>(window, "defaultTextField").text(),
@@ -163,7 +164,7 @@ TEST_F(OptionsPage, WithoutTheDaemonTheTableIsDisabledAndTheErrorIsShown) {
 TEST_F(OptionsPage, WithTheLockClosedEverythingIsVisibleAndNothingTakesEdits) {
   open(false);
   for (const char* name :
-       {"volumesTable", "showAllVolumeTypesButton", "purgeButton", "monitorPresenceCheckbox",
+       {"showAllVolumeTypesButton", "purgeButton", "monitorPresenceCheckbox",
         "monitorPresenceThresholdTextField", "monitorUsageCheckbox", "monitorUsageThresholdTextField",
         "bootVolumeWarningCheckbox", "bootVolumeFullTextField", "bootVolumeWarningTrailingButton",
         "timeMachineWarningCheckbox", "timeMachineInactiveTextField", "timeMachineWarningTrailingButton",
@@ -174,6 +175,8 @@ TEST_F(OptionsPage, WithTheLockClosedEverythingIsVisibleAndNothingTakesEdits) {
     EXPECT_FALSE(widget.isEnabled());
     click(widget);
   }
+  clickRow(2);
+  EXPECT_EQ(selectedRow(), 0);
   EXPECT_TRUE(pane.writes.empty());
   EXPECT_EQ(sheet(), nullptr);
 }

@@ -93,6 +93,57 @@ TEST_F(TableViewBinder, ADisabledTableKeepsItsSelection) {
   EXPECT_EQ(shownSelection(), 0);
 }
 
+TEST_F(TableViewBinder, ADisabledTableScrollsByMouseAndKeyboard) {
+  for (int row = 0; row < 60; ++row) rows.names.push_back("Volume " + std::to_string(row));
+  table.reloadData();
+  table.selectRow(0);
+  table.setEnabled(false);
+  QScrollBar& bar = *view->verticalScrollBar();
+  ASSERT_TRUE(eventually([&] { return bar.isVisible() && bar.maximum() > 40; }));
+  const QPointF place(view->viewport()->rect().center());
+  QWheelEvent wheel(place, view->viewport()->mapToGlobal(place), {}, QPoint(0, -120), Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(view->viewport(), &wheel);
+  EXPECT_GT(bar.value(), 0);
+  bar.setValue(0);
+  click(bar);  // pages on
+  EXPECT_GT(bar.value(), 1);
+  view->setFocus();
+  struct Step {
+    Qt::Key key;
+    int value;
+  };
+  const int page = bar.pageStep();
+  for (const Step& step :
+       {Step{Qt::Key_Home, 0}, Step{Qt::Key_Down, 1}, Step{Qt::Key_Down, 2}, Step{Qt::Key_Up, 1},
+        Step{Qt::Key_PageDown, 1 + page}, Step{Qt::Key_PageUp, 1}, Step{Qt::Key_End, bar.maximum()}}) {
+    press(window, step.key);
+    EXPECT_EQ(bar.value(), step.value) << step.key;
+  }
+  EXPECT_EQ(table.selectedRow(), 0);
+  EXPECT_EQ(shownSelection(), 0);
+}
+
+TEST_F(TableViewBinder, AClickIntoADisabledTableLeavesNothingBehindWhenItIsEnabled) {
+  table.selectRow(0);
+  table.setEnabled(false);
+  clickRow(2);
+  table.setEnabled(true);
+  view->setFocus();
+  press(window, Qt::Key_Down);
+  EXPECT_EQ(table.selectedRow(), 1);
+}
+
+TEST_F(TableViewBinder, ADisabledTableLooksDisabled) {
+  table.selectRow(1);
+  const auto picture = [this] { return view->viewport()->grab().toImage(); };
+  const QImage enabled = picture();
+  table.setEnabled(false);
+  EXPECT_NE(picture(), enabled);
+  table.setEnabled(true);
+  EXPECT_EQ(picture(), enabled);
+}
+
 TEST_F(TableViewBinder, AReloadShowsNewRowsAndKeepsTheSelection) {
   table.selectRow(1);
   rows.names = {"One", "Two", "Three", "Four"};

@@ -13,10 +13,15 @@ AttributedText textOf(const ObjectValue& value) {
   return {};
 }
 
-void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& viewOption,
                                const QModelIndex& index) const {
+  QStyleOptionViewItem option = viewOption;
+  option.state.setFlag(QStyle::State_Enabled, enabled_ && option.state.testFlag(QStyle::State_Enabled));
   const QStyle* style = option.widget->style();
-  style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+  // The view has drawn the row as one in use already.
+  if (!enabled_) painter->fillRect(option.rect, option.palette.base());
+  // Given the widget, the style would go by that one's state instead of the option's.
+  style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, nullptr);
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   const auto group = option.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
   const QColor color = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);

@@ -18,7 +18,12 @@ class StyledTextDelegate final : public QStyledItemDelegate {
 
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+  /// Cells of a delegate that is not enabled look disabled.
+  void setEnabled(bool enabled) { enabled_ = enabled; }
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  bool enabled_ = true;
 };
 
 }  // namespace corvane::qt

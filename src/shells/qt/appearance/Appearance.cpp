@@ -47,6 +47,7 @@ QPalette paletteOf(const Colors& colors) {
   QColor dimmed(colors.disabledText);
   dimmed.setAlphaF(0.55F);
   palette.setColor(QPalette::Disabled, QPalette::Highlight, dimmed);
+  palette.setColor(QPalette::Disabled, QPalette::HighlightedText, colors.text);
   return palette;
 }
 

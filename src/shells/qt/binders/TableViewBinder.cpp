@@ -1,8 +1,11 @@
 #include "binders/TableViewBinder.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include "CellText.h"
 #include "binders/TableModel.h"
@@ -12,14 +15,31 @@ namespace {
 
 constexpr int kRowHeight = 20;
 
+bool isScrollKey(int key) {
+  switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 TableViewBinder::TableViewBinder(TableView& table, QTableView& widget)
-    : Binder(table, widget), table_(table), widget_(widget), model_(new TableModel(table, this)) {
+    : Binder(table, widget),
+      table_(table),
+      widget_(widget),
+      model_(new TableModel(table, this)),
+      delegate_(new StyledTextDelegate(&widget)) {
   widget_.setModel(model_);
-  widget_.setItemDelegate(new StyledTextDelegate(&widget_));
+  widget_.setItemDelegate(delegate_);
   widget_.setSelectionBehavior(QAbstractItemView::SelectRows);
-  widget_.setSelectionMode(QAbstractItemView::SingleSelection);
   widget_.setEditTriggers(QAbstractItemView::NoEditTriggers);
   widget_.setTabKeyNavigation(false);
   widget_.setShowGrid(false);
@@ -45,6 +65,7 @@ TableViewBinder::TableViewBinder(TableView& table, QTableView& widget)
     showSelection();
   };
   table_.onSelectionChange = [this] { showSelection(); };
+  widget_.installEventFilter(this);
   table_.onReload();
   refresh();
 }
@@ -54,13 +75,32 @@ TableViewBinder::~TableViewBinder() {
   table_.onSelectionChange = nullptr;
 }
 
-void TableViewBinder::show() { showSelection(); }
+void TableViewBinder::show() {
+  widget_.setSelectionMode(table_.enabled() ? QAbstractItemView::SingleSelection
+                                            : QAbstractItemView::NoSelection);
+  delegate_->setEnabled(table_.enabled());
+  widget_.viewport()->update();
+  showSelection();
+}
+
+bool TableViewBinder::eventFilter(QObject* watched, QEvent* event) {
+  // Where no row can be chosen, the keys that would choose one scroll.
+  if (watched == &widget_ && event->type() == QEvent::KeyPress && !table_.enabled() &&
+      isScrollKey(static_cast<QKeyEvent*>(event)->key())) {
+    QCoreApplication::sendEvent(widget_.verticalScrollBar(), event);
+    return true;
+  }
+  return Binder::eventFilter(watched, event);
+}
 
 void TableViewBinder::showSelection() {
   const QScopedValueRollback<bool> guard(showing_, true);
   QItemSelectionModel* selection = widget_.selectionModel();
   const QModelIndex row = model_->index(table_.selectedRow(), 0);
-  if (row.isValid() && selection->isRowSelected(row.row())) return;
+  // A click into a disabled table moves the toolkit's current cell, from which the keys would then start.
+  if (row.isValid() && selection->isRowSelected(row.row()) && widget_.currentIndex().row() == row.row()) {
+    return;
+  }
   if (const QModelIndexList shown = selection->selectedRows(); !shown.isEmpty()) {
     followsSelection_ = widget_.viewport()->rect().contains(widget_.visualRect(shown.first()));
   }
