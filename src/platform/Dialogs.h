@@ -20,6 +20,7 @@ struct AlertButton {
   std::string title;
   /// The platform's choice when not given; an empty text takes the key equivalent away.
   std::optional<std::string> keyEquivalent;
+  friend bool operator==(const AlertButton&, const AlertButton&) = default;
 };
 
 struct AlertCheckBox {
@@ -28,6 +29,7 @@ struct AlertCheckBox {
   double height = 0;
   bool on = false;
   bool refusesFirstResponder = false;  // never takes the keyboard focus
+  friend bool operator==(const AlertCheckBox&, const AlertCheckBox&) = default;
 };
 
 struct AlertDescription {
@@ -37,6 +39,7 @@ struct AlertDescription {
   std::vector<AlertButton> buttons;  // from the right, the first one first
   std::string iconPath;              // empty: the style's own icon
   std::optional<AlertCheckBox> accessory;
+  friend bool operator==(const AlertDescription&, const AlertDescription&) = default;
 };
 
 struct AlertResult {
@@ -58,7 +61,8 @@ class Dialogs {
  public:
   virtual ~Dialogs() = default;
   /// Shows the alert as a sheet. Sheets that are begun while another one is open wait for it. `ended` is
-  /// called once.
+  /// called once. A platform may let one sheet stand for several alike that only tell something (one button
+  /// and nothing to fill in): its end is then the end of them all.
   virtual void beginSheet(const AlertDescription& alert, SheetWindow window,
                           std::function<void(const AlertResult&)> ended) = 0;
   /// Shows the alert as an application-modal panel titled with its message text; returns when it was

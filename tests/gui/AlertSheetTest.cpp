@@ -150,6 +150,41 @@ TEST_F(AlertSheet, ASecondSheetWaitsForTheFirst) {
   EXPECT_EQ(sheet(), nullptr);
 }
 
+TEST_F(AlertSheet, WhatIsAlreadySaidOrAboutToBeIsNotSaidTwice) {
+  AlertDescription second = alert({{"OK", std::nullopt}});
+  second.messageText = "Next";
+  begin(alert({{"OK", std::nullopt}}));
+  begin(second);
+  begin(alert({{"OK", std::nullopt}}));
+  begin(second);
+  click(button("OK"));
+  EXPECT_EQ(codes, (std::vector<int>{1000, 1000})) << "one end is the end of both";
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(find<QLabel>(*sheet(), "message").text(), QStringLiteral("Next"));
+  click(button("OK"));
+  EXPECT_EQ(codes.size(), 4U);
+  EXPECT_EQ(sheet(), nullptr);
+  begin(second);
+  EXPECT_NE(sheet(), nullptr) << "what was read and closed is said again";
+}
+
+TEST_F(AlertSheet, AlertsThatDifferOrLeaveSomethingToDecideAreAllShown) {
+  AlertDescription otherText = alert({{"OK", std::nullopt}});
+  otherText.informativeText = "Something else will happen.";
+  AlertDescription fillIn = alert({{"OK", std::nullopt}});
+  fillIn.accessory = AlertCheckBox{"Report", 200, 40, true, true};
+  const std::vector<AlertButton> choice = {{"OK", std::nullopt}, {"Cancel", std::nullopt}};
+  const std::vector<AlertDescription> all = {
+      alert({{"OK", std::nullopt}}), otherText, fillIn, fillIn, alert(choice), alert(choice)};
+  for (const AlertDescription& description : all) begin(description);
+  for (std::size_t answered = 1; answered <= all.size(); ++answered) {
+    ASSERT_NE(sheet(), nullptr);
+    click(button("OK"));
+    EXPECT_EQ(codes.size(), answered);
+  }
+  EXPECT_EQ(sheet(), nullptr);
+}
+
 TEST_F(AlertSheet, AnEndHandlerMayBeginTheNextSheet) {
   dialogs.beginSheet(alert({{"OK", std::nullopt}}), SheetWindow::PaneWindow, [this](const AlertResult&) {
     begin(alert({{"Again", std::nullopt}}));

@@ -44,6 +44,12 @@ QWidget* QtDialogs::visibleWindow() const {
 
 void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/,
                            std::function<void(const AlertResult&)> ended) {
+  // What is already said, or about to be, is not said twice.
+  for (AlertPanel* open : host_.findChildren<AlertPanel*>()) {
+    if (!open->tells(alert)) continue;
+    if (ended) QObject::connect(open, &AlertPanel::ended, open, ended);
+    return;
+  }
   auto* panel = new AlertPanel(alert, &host_);
   QObject::connect(panel, &AlertPanel::ended, panel,
                    [this, panel, ended = std::move(ended)](const AlertResult& result) {

@@ -30,7 +30,7 @@ QPixmap alertIcon(const AlertDescription& alert, qreal scale) {
 }  // namespace
 
 AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::AlertPanel>()) {
+    : QWidget(parent), alert_(alert), ui_(std::make_unique<Ui::AlertPanel>()) {
   ui_->setupUi(this);
   setFocusPolicy(Qt::ClickFocus);
   ui_->icon->setPixmap(alertIcon(alert, devicePixelRatioF()));
@@ -82,6 +82,10 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     default_->setDefault(true);
     setFocusProxy(default_);
   }
+}
+
+bool AlertPanel::tells(const AlertDescription& alert) const {
+  return !ended_ && alert == alert_ && alert.buttons.size() == 1 && !alert.accessory;
 }
 
 void AlertPanel::finish(int index) {
