@@ -6,6 +6,11 @@
 #include "Text.h"
 
 namespace corvane::qt {
+namespace {
+
+constexpr int kHintSize = 11;
+
+}  // namespace
 
 QFont regularFont() { return toQFont(Font{Font::Family::System, kSystemFontSize, false, false}); }
 
@@ -18,6 +23,13 @@ QFont toQFont(const Font& font) {
   result.setBold(font.bold);
   result.setItalic(font.italic);
   return result;
+}
+
+void makeHint(QWidget& label) {
+  QFont font = label.font();
+  font.setPixelSize(kHintSize);
+  label.setFont(font);
+  label.setForegroundRole(QPalette::PlaceholderText);
 }
 
 double textWidth(std::string_view text, const Font& font) {

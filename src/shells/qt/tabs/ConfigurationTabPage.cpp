@@ -1,29 +1,17 @@
 #include "tabs/ConfigurationTabPage.h"
 
+#include "Fonts.h"
 #include "binders/ButtonBinder.h"
 #include "binders/LabelBinder.h"
 #include "binders/TextFieldBinder.h"
 #include "ui_ConfigurationTabPage.h"
 
 namespace corvane::qt {
-namespace {
-
-constexpr int kSmallFont = 11;
-
-/// For hints beside or below a control.
-void setSmall(QWidget& widget) {
-  QFont font = widget.font();
-  font.setPixelSize(kSmallFont);
-  widget.setFont(font);
-  widget.setForegroundRole(QPalette::PlaceholderText);
-}
-
-}  // namespace
 
 ConfigurationTabPage::ConfigurationTabPage(ConfigurationTabView& view, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ConfigurationTabPage>()) {
   ui_->setupUi(this);
-  setSmall(*ui_->removeClientField);
+  makeHint(*ui_->removeClientField);
   for (QWidget* line : {ui_->settingsLine, ui_->uninstallLine}) line->setForegroundRole(QPalette::Mid);
   new LabelBinder(view.lastRunClientLabel, *ui_->lastRunClientLabel);
   new LabelBinder(view.lastRunClientField, *ui_->lastRunClientField);

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QScrollBar>
 
+#include "Fonts.h"
 #include "Text.h"
 #include "binders/ButtonBinder.h"
 #include "binders/LabelBinder.h"
@@ -17,20 +18,10 @@
 namespace corvane::qt {
 namespace {
 
-constexpr int kSmallFont = 11;
-
 void setBold(QWidget& widget) {
   QFont font = widget.font();
   font.setBold(true);
   widget.setFont(font);
-}
-
-/// For hints below a field.
-void setSmall(QWidget& widget) {
-  QFont font = widget.font();
-  font.setPixelSize(kSmallFont);
-  widget.setFont(font);
-  widget.setForegroundRole(QPalette::PlaceholderText);
 }
 
 }  // namespace
@@ -45,8 +36,8 @@ OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget*
   ui_->volumeOptionsBox->raise();
   ui_->volumeOptionMountPathButton->setAlignment(Qt::AlignRight);
   setBold(*ui_->volumeTextField);
-  setSmall(*ui_->minutesTextField);
-  setSmall(*ui_->percentageTextField);
+  makeHint(*ui_->minutesTextField);
+  makeHint(*ui_->percentageTextField);
   bindVolumes();
   bindRows();
   bindSheet(sheets);
