@@ -29,8 +29,6 @@ class OptionsStore {
     bindings_.push_back(std::make_unique<SettingsBinding>(std::forward<Arguments>(arguments)...));
     bindings_.back()->bindTo(*store_);
   }
-  /// Lets go of the controls.
-  void unbindAll() { bindings_.clear(); }
 
   /// Replaces an invalid store, then reads the file again.
   void refresh();

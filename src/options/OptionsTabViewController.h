@@ -60,11 +60,9 @@ class OptionsTabViewController final : public OptionsTab,
 
   // The collaborators, for whoever needs one subject of the tab.
   [[nodiscard]] VolumeCatalogue& catalogue() { return catalogue_; }
-  [[nodiscard]] const JournalDaemon& journalDaemon() const { return daemon_; }
   [[nodiscard]] VolumeTable& volumeTable() { return table_; }
   [[nodiscard]] VolumeSettingsEditor& volumeSettingsEditor() { return editor_; }
   [[nodiscard]] WarningRows& warningRows() { return rows_; }
-  [[nodiscard]] TimeMachineSheet& timeMachineSheet() { return sheet_; }
 
  private:
   void connectActions();

@@ -50,6 +50,16 @@ TEST_F(ConfigurationTabStatus, EachDateIsReadAfreshByItsOwnOperation) {
   EXPECT_EQ(view_.lastRunUpdaterField.stringValue(), kAfternoonText);
 }
 
+TEST_F(ConfigurationTabStatus, ARefreshReadsTheSettingsThenTheUpdateTimeThenTheRunTime) {
+  writeSettings({{client_key::kDateClientRun, PropertyList::date(kMidnight)}});
+  writeLastChecked(PropertyList::date(kAfternoon));
+  openTab();
+  test_.propertyLists.reads.clear();
+  tab_->refresh();
+  EXPECT_THAT(test_.propertyLists.reads,
+              ElementsAre(test_.paths.clientSettings, test_.paths.updateStatus, test_.paths.clientSettings));
+}
+
 /// A state of a status file from which no date can be taken.
 struct NoDate {
   const char* name;

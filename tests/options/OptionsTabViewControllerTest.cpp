@@ -120,6 +120,15 @@ TEST_F(OptionsTabViewControllerTest, EveryRefreshAddsOneRefreshOfTheControlsPerC
   }
 }
 
+// Before the list is rebuilt, by registering for the lock, for the rebuild itself, by the new selection.
+TEST_F(OptionsTabViewControllerTest, AFullRefreshListsTheProcessesFourTimes) {
+  mountTwo();
+  openUnlockedTab();
+  const std::size_t before = processListings();
+  tab_->refresh();
+  EXPECT_EQ(processListings() - before, 4U);
+}
+
 TEST_F(OptionsTabViewControllerTest, SelectingAVolumeRefreshesItsControlsOnce) {
   mountTwo();
   openUnlockedTab();

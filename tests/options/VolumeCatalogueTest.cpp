@@ -85,6 +85,12 @@ TEST_F(VolumeCatalogueTest, EveryEntryUnderTheMountPathIsRenamed) {
                               entry("Copy", "/Volumes/Backup")}));
 }
 
+TEST_F(VolumeCatalogueTest, AnEntryUnderTheMountPathIsRenamedAlsoBehindTheVolumesOwnEntry) {
+  writeSavedList({entry("Copy", "/Volumes/Backup"), entry("/Volumes/Backup", "")});
+  writeJournal({{"disk1", described("Copy", "/Volumes/Backup")}});
+  EXPECT_EQ(contents(), list({entry("Copy", "/Volumes/Backup"), entry("Copy", "/Volumes/Backup")}));
+}
+
 TEST_F(VolumeCatalogueTest, WhichVolumesAreOffered) {
   constexpr std::int64_t gibibyte = 1073741824;
   struct Case {

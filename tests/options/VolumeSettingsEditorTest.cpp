@@ -325,6 +325,22 @@ TEST_F(VolumeSettingsEditorTest, ARebuildWhileTheUserTypesKeepsTheTypedText) {
   EXPECT_EQ(entryAt(0).value("PresenceThreshold"), number(15));
 }
 
+TEST_F(VolumeSettingsEditorTest, WhatIsBeingTypedForOneVolumeIsNotShownForAnother) {
+  Dictionary other = entry("Other", "/Volumes/Other");
+  other.set("PresenceThreshold", number(12));
+  other.set("UsageThreshold", number(34));
+  writeSavedList({entry("Data", "/Volumes/Data"), other});
+  openUnlockedTab();
+  ASSERT_TRUE(view_.monitorPresenceThresholdTextField.typeText("1"));
+  ASSERT_TRUE(view_.monitorUsageThresholdTextField.typeText("3"));
+  view_.volumesTable.clickRow(1);
+  EXPECT_EQ(view_.monitorPresenceThresholdTextField.stringValue(), "12");
+  EXPECT_EQ(view_.monitorUsageThresholdTextField.stringValue(), "34");
+  view_.volumesTable.clickRow(0);
+  EXPECT_EQ(view_.monitorPresenceThresholdTextField.stringValue(), "1") << "it was stored as it was typed";
+  EXPECT_EQ(view_.monitorUsageThresholdTextField.stringValue(), "3");
+}
+
 TEST_F(VolumeSettingsEditorTest, TheBoxCoversTheTableBesideTheNamesBelowTheHeader) {
   struct Case {
     Rect around;

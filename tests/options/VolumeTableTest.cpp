@@ -97,6 +97,11 @@ TEST_F(VolumeTableTest, NameAndPathTogetherAreTheSelection) {
   writeSavedList({entry("Data", "/2"), entry("Data", "/1")});
   tab_->refreshVolumes();
   EXPECT_EQ(view_.volumesTable.selectedRow(), 0);  // the pair is gone
+  writeSavedList({entry("Data", "/1"), entry("Other", "/1"), entry("Third", "/1")});
+  tab_->refreshVolumes();
+  view_.volumesTable.clickRow(1);
+  tab_->refreshVolumes();
+  EXPECT_EQ(view_.volumesTable.selectedRow(), 1);
 }
 
 TEST_F(VolumeTableTest, AVanishedSelectionFallsBackToTheFirstVolumeOrToNone) {
@@ -153,6 +158,15 @@ TEST_F(VolumeTableTest, PurgingRemovesTheSelectedEntryWritesTheListAndRebuildsIt
             list({entry("Gone", "/Volumes/Gone"), text("stranger"), entry("Here", "/Volumes/Here")}));
   EXPECT_EQ(labels(), (std::vector<std::string>{"Gone (Missing)", "Here"}));
   EXPECT_EQ(view_.volumesTable.selectedRow(), 0);
+}
+
+TEST_F(VolumeTableTest, PurgingSelectsTheVolumeThatFollows) {
+  writeSavedList({entry("A", "/a"), entry("B", "/b"), entry("C", "/c")});
+  openUnlockedTab();
+  view_.volumesTable.clickRow(1);
+  view_.purgeButton.click();
+  EXPECT_EQ(view_.volumesTable.selectedRow(), 1);
+  EXPECT_EQ(volumeName(entryAt(1)), "C");
 }
 
 TEST_F(VolumeTableTest, PurgingTheLastRowSelectsTheFirst) {
