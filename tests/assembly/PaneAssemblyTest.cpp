@@ -1,3 +1,5 @@
+#include <ostream>
+
 #include "AssemblyFixture.h"
 
 namespace corvane::test {
@@ -105,6 +107,7 @@ struct Moment {
   const char* name;
   void (*reach)(PaneAssembly& pane, TestPlatform& platform);
 };
+void PrintTo(const Moment& moment, std::ostream* stream) { *stream << moment.name; }
 
 class PaneAssemblyEnds : public AssemblyFixture, public ::testing::WithParamInterface<Moment> {};
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,7 @@ struct Failure {
   Queues::Step step;
   std::string line;
 };
+void PrintTo(const Failure& failure, std::ostream* stream) { *stream << failure.line; }
 
 class QLCFileWatcherFailure : public QLCFileWatcherTest, public ::testing::WithParamInterface<Failure> {};
 

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
+#include <ostream>
 
 #include "WindowFixture.h"
 
@@ -73,6 +74,7 @@ struct KeyRule {
   Qt::Key key;
   std::vector<int> codes;
 };
+void PrintTo(const KeyRule& rule, std::ostream* stream) { *stream << rule.behaviour; }
 
 class AlertSheetKeys : public AlertSheet, public ::testing::WithParamInterface<KeyRule> {};
 

@@ -2,6 +2,7 @@
 #include <csignal>
 #include <fstream>
 #include <iostream>
+#include <ostream>
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -41,6 +42,7 @@ struct Killing {
   std::string old;  // empty: no target yet
   std::string fresh;
 };
+void PrintTo(const Killing& killing, std::ostream* stream) { *stream << killing.name; }
 class KilledCopy : public TreeFixture, public testing::WithParamInterface<Killing> {};
 
 TEST_P(KilledCopy, LeavesTheOldOrTheNewContentsAfterEveryStep) {

@@ -1,3 +1,4 @@
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,7 @@ struct OptionRowsCase {
   bool expandable;
   bool expandableWithUrl;
 };
+void PrintTo(const OptionRowsCase& rows, std::ostream* stream) { *stream << rows.type; }
 
 class PluginTreeOptionRowsTest : public PluginTreeTest, public testing::WithParamInterface<OptionRowsCase> {};
 

@@ -1,3 +1,4 @@
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,9 @@ struct VerdictCase {
   bool succeeded;
   const char* message;
 };
+void PrintTo(const VerdictCase& verdict, std::ostream* stream) {
+  *stream << verdict.reply.value_or("(no text)");
+}
 
 class PluginValidationVerdictTest : public PluginValidationTest,
                                     public testing::WithParamInterface<VerdictCase> {};

@@ -1,3 +1,4 @@
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -167,6 +168,7 @@ struct ReadCase {
   PropertyList inFile;
   PropertyList shown;
 };
+void PrintTo(const ReadCase& read, std::ostream* stream) { *stream << read.type; }
 
 class PluginValuesReadTest : public PluginValuesTest, public testing::WithParamInterface<ReadCase> {};
 
@@ -289,6 +291,7 @@ struct WriteCase {
   PropertyList edited;
   PropertyList written;
 };
+void PrintTo(const WriteCase& write, std::ostream* stream) { *stream << write.type; }
 
 class PluginValuesWriteTest : public PluginValuesTest, public testing::WithParamInterface<WriteCase> {};
 
