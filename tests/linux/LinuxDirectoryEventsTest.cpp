@@ -326,7 +326,8 @@ TEST_F(LinuxDirectoryEventsTest, NamesThatAreNotUtf8AreReportedByteForByte) {
 }
 
 TEST_F(LinuxDirectoryEventsTest, FolderThatBecomesReadableIsReportedAndFollowed) {
-  if (!test::OtherUser::isPossible()) GTEST_SKIP() << "needs root to make a folder that this user can't read";
+  if (!test::OtherUser::isPossible())
+    GTEST_SKIP() << "NOT TESTED: this needs root to make a folder that this user can't read";
   ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
   folder.writeFile("closed/file");
   folder.writeFile("root/closed/file");

@@ -330,7 +330,8 @@ TEST(LinuxFileEventQueues, PathThatCannotBeOpenedIsLoggedInTheSystemsWords) {
 }
 
 TEST(LinuxFileEventQueues, FileThatMayNotBeReadCannotBeRegistered) {
-  if (!test::OtherUser::isPossible()) GTEST_SKIP() << "needs root to make a file that this user can't read";
+  if (!test::OtherUser::isPossible())
+    GTEST_SKIP() << "NOT TESTED: this needs root to make a file that this user can't read";
   const TemporaryFolder folder;
   ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
   const std::string path = folder.writeFile("file");

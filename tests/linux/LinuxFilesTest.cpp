@@ -136,7 +136,8 @@ TEST(LinuxFiles, WalkOfSomethingElseThanAFolderIsNothing) {
 }
 
 TEST(LinuxFiles, WalkPassesOverUnreadableFolders) {
-  if (!OtherUser::isPossible()) GTEST_SKIP() << "needs root to make a folder that this user can't read";
+  if (!OtherUser::isPossible())
+    GTEST_SKIP() << "NOT TESTED: this needs root to make a folder that this user can't read";
   const TemporaryFolder folder;
   ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
   folder.writeFile("closed/secret");

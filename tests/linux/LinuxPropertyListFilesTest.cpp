@@ -142,7 +142,7 @@ TEST(LinuxPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
 }
 
 TEST(LinuxPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
-  if (!OtherUser::isPossible()) GTEST_SKIP() << "needs root to act as two users";
+  if (!OtherUser::isPossible()) GTEST_SKIP() << "NOT TESTED: this needs root to act as two users";
   const TemporaryFolder folder;
   ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
   folder.writeFile("a.plist", "of root");
