@@ -23,7 +23,7 @@ Dictionary PluginStorage::readForDisplay(const PluginOption& option) const {
 }
 
 Dictionary PluginStorage::readForEdit(const PluginOption& option) const {
-  const Dictionary contents = read(option);
+  Dictionary contents = read(option);
   if (contents) return contents;
   return canICreateDestinationPlist(option.storagePath()) ? Dictionary::make() : Dictionary();
 }

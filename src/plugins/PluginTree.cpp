@@ -33,7 +33,7 @@ PropertyList childOfOption(const PluginOption& option, std::size_t index) {
   // A single value's link is looked for behind as many rows as the option's dictionary has keys, which is
   // never reached: the row of the link repeats the value. This is intended.
   const std::size_t placeOfLink = isList ? numberOfValueRows(option) : option.dictionary().size();
-  const PropertyList link = option.detailsUrl();
+  PropertyList link = option.detailsUrl();
   if (link && index == placeOfLink) return link;
   return isList ? valueRow(option, index) : option.storageKeyObject();
 }
