@@ -14,7 +14,6 @@ namespace {
 
 using test::boolean;
 using test::kKey;
-using test::kStorage;
 using test::number;
 using test::option;
 using test::options;

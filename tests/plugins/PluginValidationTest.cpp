@@ -10,7 +10,6 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
 using test::number;
 using test::option;
 using test::options;

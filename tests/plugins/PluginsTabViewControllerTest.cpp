@@ -9,7 +9,6 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
 using test::kKey;
 using test::option;
 using test::options;
