@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "AdministratorFiles.h"
@@ -214,6 +215,13 @@ void expectFolders(const MacVolume& volume) {
             std::to_string(PolkitMachine::kUser) + ":0 600");
 }
 
+void expectFiles(const MacVolume& volume, const std::vector<Expected>& files) {
+  for (const Expected& file : files) {
+    EXPECT_EQ(volume.contents(file.path), file.contents) << file.path;
+    EXPECT_EQ(volume.rights(file.path), file.rights) << file.path;
+  }
+}
+
 TEST(Administrator, ChangesSomethingOnEveryTabOfAMacsVolume) {
   PolkitMachine machine;
   if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
@@ -239,12 +247,47 @@ TEST(Administrator, ChangesSomethingOnEveryTabOfAMacsVolume) {
     EXPECT_EQ(session.pane.dialogs.sheets.size(), 2U) << "the caution and the validation";
     EXPECT_THAT(session.pane.dialogs.modalAlerts, IsEmpty());
   });
-  for (const Expected& file : filesAfterTheSession()) {
-    EXPECT_EQ(volume.contents(file.path), file.contents) << file.path;
-    EXPECT_EQ(volume.rights(file.path), file.rights) << file.path;
-  }
+  expectFiles(volume, filesAfterTheSession());
   expectFolders(volume);
 }
+
+#ifdef WINDOW_SESSION_PATH
+/// The part of the files that the session with the window changes.
+std::vector<Expected> filesAfterTheWindowsSession() {
+  return {{kClientSettings, kClientSettingsAfter, "0:0 644"},
+          {kVolumes, kVolumesAfter, "0:80 644"},
+          {kTimeMachine, std::string(kTimeMachineBefore), "0:0 644"},
+          {kRootCapacity, kRootCapacityAfter, "0:0 644"},
+          {kAutoDiskMount, kAutoDiskMountAfter, "0:0 644"},
+          {kPluginStorage, kPluginStorageBefore, "0:0 644"}};
+}
+
+TEST(Administrator, ChangesSettingsOfAMacsVolumeInTheWindow) {
+  PolkitMachine machine;
+  if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
+    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
+  }
+  const MacVolume volume(machine.base() / "Macintosh HD");
+  layOutClient(volume);
+  // Beside the helper, where an installed pane finds it.
+  const std::string window = machine.base() / "opt/window_session";
+  std::filesystem::copy_file(WINDOW_SESSION_PATH, window);
+  const std::string runtime = machine.base() / "runtime";
+  std::filesystem::create_directory(runtime);
+  ASSERT_EQ(::chown(runtime.c_str(), PolkitMachine::kUser, PolkitMachine::kUser), 0);
+  ASSERT_EQ(::chmod(runtime.c_str(), 0700), 0);
+  const std::string runtimeVariable = "XDG_RUNTIME_DIR=" + runtime;
+  machine.asUser([&] {
+    const char* const arguments[] = {window.c_str(), volume.root().c_str(), nullptr};
+    const char* const environment[] = {"QT_QPA_PLATFORM=offscreen", "LANG=C.UTF-8", "HOME=/nonexistent",
+                                       runtimeVariable.c_str(), nullptr};
+    ::execve(window.c_str(), const_cast<char**>(arguments), const_cast<char**>(environment));
+    ADD_FAILURE() << "the program with the window does not start";
+  });
+  expectFiles(volume, filesAfterTheWindowsSession());
+  EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
+}
+#endif
 
 }  // namespace
 }  // namespace corvane
