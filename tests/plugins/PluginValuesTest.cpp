@@ -39,10 +39,6 @@ class PluginValuesTest : public PluginsTabFixture {
   }
   bool isNothing(const ObjectValue& value) { return std::holds_alternative<std::monostate>(value); }
 };
-EXPECT_EQ(pane.writes.back().path, platform.paths.onDisk(kStorage));
-return pane.writes.back().values;
-}
-};
 
 // Titles.
 
