@@ -41,6 +41,8 @@ QColor colorOf(TextColor role, const QPalette& palette) {
 AttributedTextLayout::AttributedTextLayout(const AttributedText& text, const QFont& font,
                                            const QPalette& palette, const QColor& plainColor, bool selected)
     : text_(toQString(text.text)), font_(font), plainColor_(plainColor) {
+  // An empty last line, as under a title without a hint, is not one that was left out.
+  while (text_.endsWith(QLatin1Char('\n'))) text_.chop(1);
   text_.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
   const std::string_view bytes = text.text;
   for (const AttributedText::Run& run : text.runs) {
