@@ -1,6 +1,7 @@
 #include "appearance/Appearance.h"
 
 #include <QApplication>
+#include <QImageReader>
 
 #include "Fonts.h"
 #include "appearance/PaneStyle.h"
@@ -102,7 +103,10 @@ void applyAppearance(Appearance appearance) {
 QIcon productIcon() {
   QIcon icon;
   for (const int size : {16, 32, 64, 128, 256}) {
-    icon.addFile(QStringLiteral(":/corvane/Corvane-%1.png").arg(size), QSize(size, size));
+    // Told the format, the reader need not load the toolkit's plug-ins for all others to ask them about it.
+    QImageReader reader(QStringLiteral(":/corvane/Corvane-%1.png").arg(size), "PNG");
+    reader.setAutoDetectImageFormat(false);
+    icon.addPixmap(QPixmap::fromImage(reader.read()));
   }
   return icon;
 }
