@@ -9,6 +9,7 @@
 
 #include "GuiFixture.h"
 #include "Pictures.h"
+#include "tabs/ConfigurationTabPage.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 
@@ -23,6 +24,49 @@ TEST_F(WholePane, ShowsVersionAndSupportLinkOfTheClient) {
   EXPECT_EQ(widget<LabelButton>("clientVersionButton").text(), QStringLiteral("Version 4.2.1"));
   EXPECT_EQ(widget<LabelButton>("urlButton").text(), QStringLiteral("help.example.com"));
   EXPECT_TRUE(widget("greetingButton").isVisible());
+}
+
+/// Notes what the window holds at its first picture.
+class FirstPicture final : public QObject {
+ public:
+  explicit FirstPicture(qt::PaneWindow& window) : window_(window) { window.installEventFilter(this); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::Paint || taken) return false;
+    taken = true;
+    tabs = find<QTabBar>(window_, "tabBar").count();
+    version = find<LabelButton>(window_, "clientVersionButton").text();
+    hasPage = window_.findChild<qt::ConfigurationTabPage*>() != nullptr;
+    return false;
+  }
+
+  bool taken = false;
+  int tabs = 0;
+  QString version;
+  bool hasPage = false;
+
+ private:
+  qt::PaneWindow& window_;
+};
+
+TEST_F(WholePane, ShowsItsFrameBeforeTheClientIsRead) {
+  pane = std::make_unique<qt::LinuxPane>(root.path());
+  const FirstPicture first(window());
+  pane->open();
+  EXPECT_TRUE(first.taken);
+  EXPECT_EQ(first.tabs, 3);
+  EXPECT_EQ(first.version, QString());
+  EXPECT_FALSE(first.hasPage);
+  EXPECT_EQ(widget<LabelButton>("clientVersionButton").text(), QStringLiteral("Version 4.2.1"));
+  EXPECT_TRUE(window().findChild<qt::ConfigurationTabPage*>()->isVisible());
+}
+
+TEST_F(WholePane, ReadsTheClientAlsoWhenTheWindowIsNotSeen) {
+  pane = std::make_unique<qt::LinuxPane>(root.path());
+  window().setWindowState(Qt::WindowMinimized);
+  const FirstPicture first(window());
+  pane->open();
+  EXPECT_FALSE(first.taken);
+  EXPECT_EQ(widget<LabelButton>("clientVersionButton").text(), QStringLiteral("Version 4.2.1"));
 }
 
 TEST_F(WholePane, GreetingAndLinkStandSideBySideInTheMiddle) {

@@ -16,7 +16,8 @@ class WindowTest : public ::testing::Test {
  protected:
   void SetUp() override {
     authorization.direct = true;
-    window.bindTo(view);
+    window.bindFrameTo(view);
+    window.bindHeaderTo(view);
     showActive(window);
   }
 

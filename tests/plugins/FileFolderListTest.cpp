@@ -9,7 +9,7 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::texts;
 
 struct SortCase {
   Array before;

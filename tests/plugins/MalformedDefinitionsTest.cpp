@@ -15,7 +15,16 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::boolean;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
 
 constexpr const char* kGoodStorage = "/Library/Corvane/PluginSupport/good.plist";
 

@@ -13,7 +13,17 @@ namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace test;
+using test::boolean;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
+using test::without;
 using Names = std::vector<std::string>;
 
 class PluginCatalogueTest : public PluginsTabFixture {

@@ -9,7 +9,14 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::boolean;
+using test::number;
+using test::option;
+using test::options;
+using test::text;
+using test::texts;
+using test::with;
+using test::without;
 
 TEST(PluginDefinition, AnOptionWithItsFourKeysAndATypeIsComplete) {
   EXPECT_TRUE(pluginHasRequiredKeys(without(option("TextField"), "SettingTitleHint")));

@@ -11,7 +11,16 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::boolean;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kRefusal = "Cannot create file, not in the Corvane Directory.";

@@ -9,7 +9,15 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
 
 class PluginPickersTest : public PluginsTabFixture {
  protected:

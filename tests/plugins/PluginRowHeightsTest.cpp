@@ -10,7 +10,16 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::boolean;
+using test::kKey;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
+using test::without;
 
 class PluginRowHeightsTest : public PluginsTabFixture {
  protected:

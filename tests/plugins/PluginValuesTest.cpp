@@ -11,7 +11,17 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::boolean;
+using test::kKey;
+using test::kStorage;
+using test::number;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
+using test::without;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kRootStorage = "/var/root/Library/x.plist";

@@ -9,7 +9,13 @@
 namespace corvane {
 namespace {
 
-using namespace test;
+using test::kKey;
+using test::option;
+using test::options;
+using test::PluginsTabFixture;
+using test::text;
+using test::texts;
+using test::with;
 using Texts = std::vector<std::string>;
 
 class PluginsTabViewControllerTest : public PluginsTabFixture {};

@@ -29,12 +29,15 @@ LinuxAuthorization::Options LinuxPane::authorizationOptions(const std::string& r
 }
 
 void LinuxPane::open() {
-  window_->bindTo(assembly_.view());
+  // The frame comes first and its contents together: a client on a slow or a large volume takes its time to
+  // read.
+  window_->bindFrameTo(assembly_.view());
+  window_->showPainted();
+  window_->bindHeaderTo(assembly_.view());
   window_->setTabPage(0, new ConfigurationTabPage(assembly_.configurationView()));
   window_->setTabPage(1, new OptionsTabPage(assembly_.optionsView(), window_->sheets()));
   window_->setTabPage(2, new PluginsTabPage(assembly_.pluginsView(), window_->sheets()));
   assembly_.load();
-  window_->show();
 }
 
 }  // namespace corvane::qt

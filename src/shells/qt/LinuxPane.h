@@ -29,7 +29,7 @@ class LinuxPane {
   LinuxPane& operator=(const LinuxPane&) = delete;
   ~LinuxPane();
 
-  /// Reads the client's files and shows the window.
+  /// Shows the window, its frame first, and reads the client's files.
   void open();
 
   [[nodiscard]] PaneWindow& window() { return *window_; }

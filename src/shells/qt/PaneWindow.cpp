@@ -1,5 +1,9 @@
 #include "PaneWindow.h"
 
+#include <QEventLoop>
+#include <QTimer>
+#include <chrono>
+
 #include "Text.h"
 #include "appearance/Appearance.h"
 #include "binders/AuthorizationViewBinder.h"
@@ -24,11 +28,14 @@ PaneWindow::PaneWindow(QWidget* parent)
 
 PaneWindow::~PaneWindow() = default;
 
-void PaneWindow::bindTo(PaneView& view) {
+void PaneWindow::bindFrameTo(PaneView& view) {
   view.mainWindow.onChange = [this, &view] { setWindowTitle(toQString(view.mainWindow.title())); };
   view.mainWindow.onChange();
   new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel);
   new TabViewBinder(view.tabView, *ui_->tabView);
+}
+
+void PaneWindow::bindHeaderTo(PaneView& view) {
   (new ButtonBinder(view.greetingButton, *ui_->greetingButton))->setPlacement(Placement::Horizontal);
   (new ButtonBinder(view.urlButton, *ui_->urlButton))->setPlacement(Placement::Horizontal);
   new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);
@@ -38,5 +45,20 @@ void PaneWindow::bindTo(PaneView& view) {
 void PaneWindow::setTabPage(int index, QWidget* page) { ui_->tabView->setPage(index, page); }
 
 TabPane& PaneWindow::tabs() const { return *ui_->tabView; }
+
+void PaneWindow::showPainted() {
+  constexpr std::chrono::milliseconds kLongestWait(250);
+  QEventLoop loop;
+  // Queued: the window's children are painted, and all of it is put on the screen, after the window itself.
+  connect(this, &PaneWindow::painted, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+  QTimer::singleShot(kLongestWait, &loop, &QEventLoop::quit);
+  show();
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+void PaneWindow::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  emit painted();
+}
 
 }  // namespace corvane::qt

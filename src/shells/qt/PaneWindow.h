@@ -1,6 +1,7 @@
 // The pane's window: greeting and support link above the tabs, the lock at the lower left, version and icon
 // at the lower right. It is made empty, so that dialogs have a window while the pane is being built, and is
-// then bound to the pane's controls. The pages of the tabs are put in by whoever builds them.
+// then bound to the pane's controls, first the frame and, when that has been painted, the rest. The pages of
+// the tabs are put in by whoever builds them.
 #pragma once
 
 #include <QWidget>
@@ -24,13 +25,25 @@ class PaneWindow final : public QWidget {
   explicit PaneWindow(QWidget* parent = nullptr);
   ~PaneWindow() override;
 
-  /// Shows these controls from now on; they must live longer than the window. Called once.
-  void bindTo(PaneView& view);
-  /// The page of the tab; called after `bindTo`. The window takes it over.
+  /// Shows these controls' title, lock and tabs from now on: what is there before the client has been read.
+  /// The controls must live longer than the window. Called once.
+  void bindFrameTo(PaneView& view);
+  /// Shows the greeting, the support link, the version and the icon as well. Called once.
+  void bindHeaderTo(PaneView& view);
+  /// The page of the tab; called after `bindFrameTo`. The window takes it over.
   void setTabPage(int index, QWidget* page);
   [[nodiscard]] TabPane& tabs() const;
+  /// Shows the window and returns when it has painted itself, or after a quarter of a second when it is not
+  /// to be seen so soon (opened minimised, for one). Clicks and keys wait until then.
+  void showPainted();
   /// Sheets of this window.
   [[nodiscard]] SheetHost& sheets() const { return *sheets_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ signals:
+  void painted();
 
  private:
   std::unique_ptr<Ui::PaneWindow> ui_;
