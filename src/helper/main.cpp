@@ -1,8 +1,8 @@
 // qlhelper, the pane's helper tool.
 //
 //   qlhelper PROGRAM ARGUMENTS...    becomes the program; its standard output is passed through
-//   qlhelper --session --root DIR    serves the pane over the socket that is its standard input, until that is
-//                                    closed; started as root through polkit when the lock is opened
+//   qlhelper --session --root DIR    serves the pane over the socket that is its standard input, until that
+//                                    is closed; started as root through polkit when the lock is opened
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -82,6 +82,9 @@ int session(std::string_view rootArgument) {
     return complain("the standard input is not a socket");
   }
   resetProcess();
+  // A terminal's keys reach every process of its foreground group, whoever it runs as: one must not end root
+  // in the middle of a write. Fails only where a shell has started this process in a group of its own.
+  (void)::setsid();
   if (::chdir("/") != 0) return complain("cannot enter /");
   return corvane::helper::serveSession(STDIN_FILENO, Place{*root, self.string()},
                                        Caution{.user = invokingUser(), .distrust = ::geteuid() == 0});

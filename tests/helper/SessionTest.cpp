@@ -1,5 +1,6 @@
 // The helper tool itself: a session over its standard input, and the program that runs its first argument.
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -179,6 +180,47 @@ TEST_F(Session, LimitsOfTheUsersSessionDoNotReachTheHelper) {
   const auto staging = stage("a.plist", std::string(5000, 'n'));
   expectDone(helper.ask(
       {.program = "/bin/cp", .arguments = {staging, folder / "Library/Corvane/PluginSupport/a.plist"}}));
+}
+
+/// Makes a terminal the controlling one of this process, which leads a session of its own; its other side.
+Descriptor enterTerminal() {
+  Descriptor keyboard(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+  EXPECT_EQ(::grantpt(keyboard.get()) | ::unlockpt(keyboard.get()), 0);
+  EXPECT_GT(::setsid(), 0);
+  char name[100] = {};
+  EXPECT_EQ(::ptsname_r(keyboard.get(), name, sizeof name), 0);
+  const Descriptor terminal(::open(name, O_RDWR | O_CLOEXEC));  // the first one that a session opens
+  EXPECT_EQ(::tcgetpgrp(terminal.get()), ::getpgrp());
+  return keyboard;
+}
+/// Presses the key; true when its signal has reached this process, and with it all of its group.
+bool press(const Descriptor& keyboard, char key, int signal) {
+  sigset_t awaited;
+  ::sigemptyset(&awaited);
+  ::sigaddset(&awaited, signal);
+  ::sigprocmask(SIG_BLOCK, &awaited, nullptr);
+  const timespec deadline{kDeadline / 1000, 0};
+  return ::write(keyboard.get(), &key, 1) == 1 && ::sigtimedwait(&awaited, nullptr, &deadline) == signal;
+}
+
+TEST_F(Session, KeysOfThePanesTerminalDoNotReachTheHelper) {
+  const auto staging = stage("a.plist", "x");
+  const pid_t pane = ::fork();
+  if (pane == 0) {
+    const auto keyboard = enterTerminal();
+    Helper helper(folder.path());
+    EXPECT_TRUE(helper.saysHello());
+    EXPECT_TRUE(press(keyboard, '\x03', SIGINT));
+    EXPECT_TRUE(press(keyboard, '\x1c', SIGQUIT));
+    expectDone(helper.ask({.program = "/bin/rm", .arguments = {staging}}));
+    helper.socket.reset();
+    EXPECT_EQ(helper.exitStatus(), 0);
+    ::_exit(HasFailure() ? 1 : 0);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(pane, &status, 0), pane);
+  EXPECT_EQ(status, 0);
+  EXPECT_FALSE(exists("private/tmp/a.plist"));
 }
 
 /// A plug-in that does not end, nor does what it has started in sessions of their own; all of them hold a
