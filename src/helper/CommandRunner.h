@@ -4,10 +4,10 @@
 #pragma once
 
 #include "helper/CommandShapes.h"
-#include "helper/Descriptor.h"
 #include "helper/Launch.h"
 #include "helper/Request.h"
 #include "helper/RootTree.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace corvane::helper {
 

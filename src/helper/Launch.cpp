@@ -78,9 +78,9 @@ int startingError(Pipe& report) {
 Pipe makeLeash() {
   int ends[2];
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return {};
-  Descriptor low[2] = {Descriptor(ends[0]), Descriptor(ends[1])};
-  Pipe pipe{Descriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
-            Descriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
+  FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+  Pipe pipe{FileDescriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
+            FileDescriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
   if (!pipe.readEnd || !pipe.writeEnd) return {};
   return pipe;
 }
@@ -108,14 +108,14 @@ int forkOrphan(int report, const Body& body) {
 Pipe makePipe() {
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) return {};
-  Descriptor low[2] = {Descriptor(ends[0]), Descriptor(ends[1])};
-  Pipe pipe{Descriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
-            Descriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
+  FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+  Pipe pipe{FileDescriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
+            FileDescriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
   if (!pipe.readEnd || !pipe.writeEnd) return {};
   return pipe;
 }
 
-void releaseGently(Descriptor& leash) {
+void releaseGently(FileDescriptor& leash) {
   (void)::send(leash.get(), &kReplyWasRead, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
   leash.reset();
 }
@@ -143,7 +143,7 @@ Ending runToEnd(const Program& program, int seconds, int hangup) {
     become(vector.data(), -1, report.writeEnd.get());
   }
   ending.error = startingError(report);
-  const Descriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+  const FileDescriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
   pollfd waited[] = {{ended.get(), POLLIN, 0}, {hangup, POLLRDHUP, 0}};
   timespec end{};
   ::clock_gettime(CLOCK_MONOTONIC, &end);

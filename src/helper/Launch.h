@@ -6,9 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "helper/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace corvane::helper {
+
+// The former name.
+using Descriptor = FileDescriptor;
 
 struct Program {
   std::string path;                    // absolute
@@ -17,8 +20,8 @@ struct Program {
 
 /// Two ends of a pipe, both above the standard streams and closed in programs that are started.
 struct Pipe {
-  Descriptor readEnd;
-  Descriptor writeEnd;
+  FileDescriptor readEnd;
+  FileDescriptor writeEnd;
 };
 /// Without descriptors when none can be had (errno tells).
 [[nodiscard]] Pipe makePipe();
@@ -38,15 +41,15 @@ struct Ending {
 
 /// A program that is run for its output.
 struct SupervisedRun {
-  int error = 0;      // it could not be started
-  Descriptor output;  // its standard output
-  Descriptor leash;   // closing it ends the program and everything it started
+  int error = 0;          // it could not be started
+  FileDescriptor output;  // its standard output
+  FileDescriptor leash;   // closing it ends the program and everything it started
 };
 /// Written to the leash before it is closed, gives the run kGraceSeconds to end by itself.
 inline constexpr char kReplyWasRead = 'r';
 inline constexpr int kGraceSeconds = 2;
 /// Closes the leash in that way. Does nothing to the caller when the run has ended already.
-void releaseGently(Descriptor& leash);
+void releaseGently(FileDescriptor& leash);
 /// Starts the program below a supervisor process that ends it, with whatever it has started, once the leash
 /// is closed or nobody holds the writing end of `lifeline` any more.
 [[nodiscard]] SupervisedRun startSupervised(const Program& program, int lifeline);

@@ -54,19 +54,19 @@ bool isOpenToOthers(const struct stat& folder, bool stickySuffices) {
 }
 
 /// Reopens what an O_PATH descriptor stands for; nothing can be swapped in between.
-Descriptor reopen(int descriptor, int flags) {
+FileDescriptor reopen(int descriptor, int flags) {
   const auto path = "/proc/self/fd/" + std::to_string(descriptor);
-  return Descriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
 /// The folder's entry itself, whatever it is, with its attributes.
 struct Entry {
-  Descriptor descriptor;
+  FileDescriptor descriptor;
   struct stat attributes {};
 };
 Entry entryOf(int folder, const std::string& name) {
   Entry entry;
-  entry.descriptor = Descriptor(::openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  entry.descriptor = FileDescriptor(::openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
   if (entry.descriptor && ::fstat(entry.descriptor.get(), &entry.attributes) != 0) entry.descriptor.reset();
   return entry;
 }
@@ -91,8 +91,8 @@ RootTree::RootTree(const std::string& root, Caution caution)
       caution_(caution),
       top_(::open(root.empty() ? "/" : root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
 
-Descriptor RootTree::open(const std::string& path, int flags) const {
-  return Descriptor(openInside(top_.get(), path, flags));
+FileDescriptor RootTree::open(const std::string& path, int flags) const {
+  return FileDescriptor(openInside(top_.get(), path, flags));
 }
 
 /// Every folder on the way, as the path names it and as it really lies, up to the system's own root.
@@ -102,10 +102,10 @@ bool RootTree::isTrusted(const std::string& path, int folder, Sticky sticky) con
     const auto above = open(path.substr(0, slash), O_PATH | O_DIRECTORY);
     if (!above || !isTrusted("/", above.get(), Sticky::Accepted)) return false;
   }
-  Descriptor here(::openat(folder, ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
+  FileDescriptor here(::openat(folder, ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
   bool stickySuffices = sticky == Sticky::Accepted;
   for (;;) {
-    Descriptor parent(::openat(here.get(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
+    FileDescriptor parent(::openat(here.get(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct stat attributes {};
     struct stat above {};
     if (!parent || ::fstat(here.get(), &attributes) != 0 || ::fstat(parent.get(), &above) != 0) return false;
@@ -156,14 +156,14 @@ int createWhole(int folder, const std::string& name, const std::string& contents
     if (error == 0 && ::fchmod(descriptor, mode) != 0) error = errno;
     return error;
   };
-  if (const Descriptor unnamed(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600)); unnamed) {
+  if (const FileDescriptor unnamed(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600)); unnamed) {
     if (const int error = finish(unnamed.get()); error != 0) return error;
     if (RootTree::beforeStep) RootTree::beforeStep("name");
     const auto self = "/proc/self/fd/" + std::to_string(unnamed.get());
     return ::linkat(AT_FDCWD, self.c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
   }
   // Not every file system knows unnamed files.
-  const Descriptor file(
+  const FileDescriptor file(
       ::openat(folder, name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0600));
   if (!file) return errno;
   const int error = finish(file.get());
@@ -230,7 +230,7 @@ Reply RootTree::readSource(const std::string& folder, const std::string& name) c
     }
   }
   const auto path = root_ + joined(folder, name);
-  const Descriptor sourceFolder = open(folder, O_PATH | O_DIRECTORY);
+  const FileDescriptor sourceFolder = open(folder, O_PATH | O_DIRECTORY);
   const auto source = sourceFolder ? entryOf(sourceFolder.get(), name) : Entry{};
   if (!source.descriptor) {
     const int error = errno;
@@ -282,7 +282,7 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
   open_how how{};
   how.flags = O_PATH | O_CLOEXEC;
   how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-  const Descriptor file(
+  const FileDescriptor file(
       static_cast<int>(::syscall(SYS_openat2, base.descriptor.get(), name.c_str(), &how, sizeof how)));
   if (!file && errno == EXDEV) return denied(path, "the program lies outside the folder");
   if (!file) return {.outcome = Outcome::Failed, .message = failed(path, errno).message};
@@ -304,7 +304,7 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
     std::error_code error;
     const auto real =
         std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file.get()), error).parent_path();
-    const Descriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (error || !last || !isTrusted("/", last.get(), Sticky::Refused)) return denied(path, kOpenToOthers);
   }
   if (executable && (attributes.st_mode & 0111) == 0) {

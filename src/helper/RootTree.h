@@ -9,8 +9,8 @@
 
 #include <sys/types.h>
 
-#include "helper/Descriptor.h"
 #include "helper/Request.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace corvane::helper {
 
@@ -54,16 +54,16 @@ class RootTree {
  private:
   enum class Sticky { Refused, Accepted };
   struct Folder {
-    Descriptor descriptor;
+    FileDescriptor descriptor;
     Reply problem;  // set when there is no descriptor
   };
   [[nodiscard]] Folder openFolder(const std::string& path, Sticky sticky) const;
   [[nodiscard]] bool isTrusted(const std::string& path, int folder, Sticky sticky) const;
-  [[nodiscard]] Descriptor open(const std::string& path, int flags) const;
+  [[nodiscard]] FileDescriptor open(const std::string& path, int flags) const;
 
   std::string root_;
   Caution caution_;
-  Descriptor top_;
+  FileDescriptor top_;
 };
 
 }  // namespace corvane::helper

@@ -1,5 +1,6 @@
 #include "helper/Session.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <vector>
@@ -50,7 +51,7 @@ Packet receivePacket(int socket) {
     if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS) continue;
     int numbers[2] = {-1, -1};
     std::memcpy(numbers, CMSG_DATA(header), std::min(header->cmsg_len - CMSG_LEN(0), sizeof numbers));
-    for (int i = 0; i < 2; ++i) packet.descriptors[i] = Descriptor(numbers[i]);
+    for (int i = 0; i < 2; ++i) packet.descriptors[i] = FileDescriptor(numbers[i]);
   }
   if (count <= 0) return packet;
   packet.state = (message.msg_flags & MSG_TRUNC) != 0 ? Packet::State::TooLarge : Packet::State::Whole;

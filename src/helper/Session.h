@@ -22,7 +22,7 @@ namespace corvane::helper {
 struct Packet {
   enum class State { Whole, TooLarge, Closed } state = State::Closed;
   std::string bytes;
-  Descriptor descriptors[2];
+  FileDescriptor descriptors[2];
 };
 /// Waits for one packet.
 [[nodiscard]] Packet receivePacket(int socket);

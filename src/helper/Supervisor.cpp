@@ -118,7 +118,7 @@ void supervise(SupervisedDescriptors descriptors, const std::function<void(int, 
   ::setpgid(child, child);
   // Only what is watched stays open: the output must end with the program, and the helper's socket with the
   // helper.
-  const Descriptor ended(::fcntl(::signalfd(-1, &childEnds, SFD_CLOEXEC), F_DUPFD_CLOEXEC, 3));
+  const FileDescriptor ended(::fcntl(::signalfd(-1, &childEnds, SFD_CLOEXEC), F_DUPFD_CLOEXEC, 3));
   if (::dup2(descriptors.leash, kLeash) < 0 || ::dup2(descriptors.lifeline, kLifeline) < 0 ||
       ::dup2(ended.get(), kChildEnded) < 0) {
     endAll(child);

@@ -43,8 +43,8 @@ TEST(RunToEnd, ProgramIsKilledAfterItsTime) {
 TEST(RunToEnd, ProgramIsKilledWhenWhoeverAskedIsGone) {
   int ends[2];
   ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
-  const Descriptor ours(ends[0]);
-  Descriptor theirs(ends[1]);
+  const FileDescriptor ours(ends[0]);
+  FileDescriptor theirs(ends[1]);
   theirs.reset();
   const auto ending = runToEnd(kHanging, kLong, ours.get());
   EXPECT_TRUE(ending.abandoned);

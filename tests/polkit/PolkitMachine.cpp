@@ -45,8 +45,8 @@ std::string read(const fs::path& path) {
 
 }  // namespace
 
-helper::Descriptor watchProcess(pid_t pid) {
-  return helper::Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+FileDescriptor watchProcess(pid_t pid) {
+  return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
 }
 bool readableSoon(int descriptor) {
   pollfd waited{descriptor, POLLIN, 0};

@@ -11,7 +11,7 @@
 
 #include <sys/types.h>
 
-#include "helper/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane::test {
@@ -54,7 +54,7 @@ class PolkitMachine {
 
   struct Daemon {
     pid_t pid;
-    helper::Descriptor output;
+    FileDescriptor output;
   };
   TemporaryFolder base_;
   std::vector<Daemon> daemons_;
@@ -62,7 +62,7 @@ class PolkitMachine {
 };
 
 /// A descriptor that becomes readable when the process ends.
-[[nodiscard]] helper::Descriptor watchProcess(pid_t pid);
+[[nodiscard]] FileDescriptor watchProcess(pid_t pid);
 /// Whether the descriptor becomes readable in good time.
 [[nodiscard]] bool readableSoon(int descriptor);
 /// Whether this process has no child, not even one that has ended and waits to be reaped.

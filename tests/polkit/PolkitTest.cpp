@@ -77,15 +77,15 @@ class Polkit : public testing::Test {
     ::chmod(path.c_str(), 0666);
     return path;
   }
-  static helper::Descriptor reader(const std::string& path) {
-    return helper::Descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  static FileDescriptor reader(const std::string& path) {
+    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   }
   /// Whether a line comes and then, when all writers are gone, the end.
-  static bool sendsLine(const helper::Descriptor& descriptor) {
+  static bool sendsLine(const FileDescriptor& descriptor) {
     char buffer[100];
     return readableSoon(descriptor.get()) && ::read(descriptor.get(), buffer, sizeof buffer) > 0;
   }
-  static bool hasEnded(const helper::Descriptor& descriptor) {
+  static bool hasEnded(const FileDescriptor& descriptor) {
     char buffer[1];
     return readableSoon(descriptor.get()) && ::read(descriptor.get(), buffer, 1) == 0;
   }
@@ -226,7 +226,7 @@ TEST_F(Polkit, ClosedLockEndsTheHelperAndNotTheScript) {
     // The script still runs: it must hold nothing that keeps the helper alive.
     EXPECT_TRUE(readableSoon(helperEnds.get()));
     EXPECT_TRUE(pane.loop.runUntil(test::hasNoChild, kDeadline)) << "the helper was not reaped";
-    const helper::Descriptor writer(::open(go.c_str(), O_WRONLY | O_CLOEXEC));
+    const FileDescriptor writer(::open(go.c_str(), O_WRONLY | O_CLOEXEC));
     ASSERT_EQ(::write(writer.get(), "x\n", 2), 2);
     char buffer[100];
     ASSERT_TRUE(readableSoon(lines.get()));

@@ -7,8 +7,8 @@
 
 #include <sys/types.h>
 
-#include "helper/Descriptor.h"
 #include "platform/RunLoop.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace corvane {
 
@@ -31,7 +31,7 @@ class ChildProcess {
 
  private:
   pid_t pid_ = -1;
-  helper::Descriptor ended_;
+  FileDescriptor ended_;
 };
 
 }  // namespace corvane

@@ -1,4 +1,5 @@
-// An open descriptor with one owner, closed when the owner goes.
+// An open descriptor with one owner, closed when the owner goes. Of the services of Linux and of the root
+// helper.
 #pragma once
 
 #include <utility>

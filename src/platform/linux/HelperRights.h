@@ -15,8 +15,7 @@ namespace corvane {
 class HelperRights : public LinuxRights {
  public:
   /// `socket` is connected to a helper that has said hello; `deadline` is for one answer, in seconds.
-  HelperRights(RunLoop& runLoop, SystemLog& log, helper::Descriptor socket, ChildProcess child,
-               double deadline);
+  HelperRights(RunLoop& runLoop, SystemLog& log, FileDescriptor socket, ChildProcess child, double deadline);
   ~HelperRights() override;
   HelperRights(const HelperRights&) = delete;
   HelperRights& operator=(const HelperRights&) = delete;
@@ -32,7 +31,7 @@ class HelperRights : public LinuxRights {
 
   RunLoop& runLoop_;
   SystemLog& log_;
-  helper::Descriptor socket_;
+  FileDescriptor socket_;
   ChildProcess child_;
   double deadline_;
   std::unique_ptr<RunLoop::Source> source_;

@@ -104,8 +104,8 @@ bool PolkitAsking::launch(std::string& problem) {
     problem = std::generic_category().message(errno);
     return false;
   }
-  socket_ = helper::Descriptor(ends[0]);
-  const helper::Descriptor theirs(ends[1]);
+  socket_ = FileDescriptor(ends[0]);
+  const FileDescriptor theirs(ends[1]);
   complaints_ = std::move(complaints.readEnd);
 
   const SpawnSetup setup(theirs.get(), complaints.writeEnd.get());

@@ -8,11 +8,11 @@
 
 #include <sys/types.h>
 
-#include "helper/Descriptor.h"
 #include "platform/Authorization.h"
 #include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
 #include "platform/linux/ChildProcess.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace corvane {
 
@@ -47,8 +47,8 @@ class PolkitAsking {
   Options options_;
   AuthorizationServices::Done done_;
   ChildProcess child_;
-  helper::Descriptor socket_;
-  helper::Descriptor complaints_;  // the launcher's standard error
+  FileDescriptor socket_;
+  FileDescriptor complaints_;  // the launcher's standard error
   std::unique_ptr<RunLoop::Source> socketSource_;
   std::unique_ptr<RunLoop::Source> childSource_;
   std::unique_ptr<RunLoop::Source> deadline_;
