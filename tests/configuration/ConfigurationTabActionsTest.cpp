@@ -14,17 +14,23 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using Step = test::ScriptedFileEventQueues::Step;
 
-class ConfigurationTabActions : public ConfigurationTabTest {};
+class ConfigurationTabActions : public ConfigurationTabTest {
+ protected:
+  /// One of the client's scripts was started through the helper, and nothing else was.
+  void expectOneRun(const std::string& script, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), test_.root.path() + "/Library/Corvane/" + script);
+    ASSERT_THAT(pane_.helperCalls, SizeIs(1));
+    EXPECT_EQ(pane_.helperCalls[0].program, "/bin/bash");
+    EXPECT_EQ(pane_.helperCalls[0].arguments, arguments);
+  }
+};
 
 TEST_F(ConfigurationTabActions, RunClientNowDisablesItsButtonAndRunsTheClientAsRoot) {
   openUnlockedTab();
   view_.runClientButton.click();
   EXPECT_FALSE(view_.runClientButton.enabled());
   EXPECT_TRUE(view_.updateClientNowButton.enabled());
-  ASSERT_THAT(pane_.helperCalls, SizeIs(1));
-  EXPECT_EQ(pane_.helperCalls[0].program, "/bin/bash");
-  EXPECT_THAT(pane_.helperCalls[0].arguments, ElementsAre(test_.root.path() + "/Library/Corvane/RunClient",
-                                                          "--log-parent", "prefpane-client", "--force"));
+  expectOneRun("RunClient", {"--log-parent", "prefpane-client", "--force"});
 }
 
 TEST_F(ConfigurationTabActions, RunUpdaterNowDisablesItsButtonAndRunsTheUpdaterAsRoot) {
@@ -32,10 +38,7 @@ TEST_F(ConfigurationTabActions, RunUpdaterNowDisablesItsButtonAndRunsTheUpdaterA
   view_.updateClientNowButton.click();
   EXPECT_FALSE(view_.updateClientNowButton.enabled());
   EXPECT_TRUE(view_.runClientButton.enabled());
-  ASSERT_THAT(pane_.helperCalls, SizeIs(1));
-  EXPECT_EQ(pane_.helperCalls[0].program, "/bin/bash");
-  EXPECT_THAT(pane_.helperCalls[0].arguments, ElementsAre(test_.root.path() + "/Library/Corvane/RunUpdater",
-                                                          "--log-parent", "prefpane-updater", "--force"));
+  expectOneRun("RunUpdater", {"--log-parent", "prefpane-updater", "--force"});
 }
 
 TEST_F(ConfigurationTabActions, WithoutARootPrefixTheScriptsAreTheFixedOnes) {
@@ -246,20 +249,14 @@ TEST_F(ConfigurationTabActions, AConfirmedRemovalWithAReportHasFourArguments) {
   openUnlockedTab();
   view_.uninstallButton.click();
   test_.dialogs.endSheet(1000, true);
-  ASSERT_THAT(pane_.helperCalls, SizeIs(1));
-  EXPECT_EQ(pane_.helperCalls[0].program, "/bin/bash");
-  EXPECT_THAT(pane_.helperCalls[0].arguments, ElementsAre(test_.root.path() + "/Library/Corvane/RunClient",
-                                                          "--log-parent", "prefpane-remove", "--remove"));
+  expectOneRun("RunClient", {"--log-parent", "prefpane-remove", "--remove"});
 }
 
 TEST_F(ConfigurationTabActions, AConfirmedRemovalWithoutAReportIsQuiet) {
   openUnlockedTab();
   view_.uninstallButton.click();
   test_.dialogs.endSheet(1000, false);
-  ASSERT_THAT(pane_.helperCalls, SizeIs(1));
-  EXPECT_THAT(pane_.helperCalls[0].arguments,
-              ElementsAre(test_.root.path() + "/Library/Corvane/RunClient", "--log-parent", "prefpane-remove",
-                          "--remove", "--quiet"));
+  expectOneRun("RunClient", {"--log-parent", "prefpane-remove", "--remove", "--quiet"});
 }
 
 TEST_F(ConfigurationTabActions, AnyOtherEndOfTheSheetRemovesNothing) {
