@@ -3,6 +3,12 @@
 #include "values/Text.h"
 
 namespace corvane {
+namespace {
+
+constexpr std::string_view kUnreadable =
+    "The settings in %@ are not a readable dictionary and count as empty";
+
+}  // namespace
 
 Dictionary PluginStorage::readFile(const std::string& diskPath) const {
   return platform_.propertyLists.read(diskPath).asDictionary();
@@ -25,7 +31,11 @@ Dictionary PluginStorage::readForDisplay(const PluginOption& option) const {
 Dictionary PluginStorage::readForEdit(const PluginOption& option) const {
   Dictionary contents = read(option);
   if (contents) return contents;
-  return canICreateDestinationPlist(option.storagePath()) ? Dictionary::make() : Dictionary();
+  const std::string path = option.storagePath();
+  if (!canICreateDestinationPlist(path)) return {};
+  const std::string file = paths_.onDisk(path);
+  if (platform_.files.exists(file)) platform_.log.write(formatText(kUnreadable, {file}));
+  return Dictionary::make();
 }
 
 void PluginStorage::write(const PluginOption& option, const Dictionary& contents) const {

@@ -31,7 +31,8 @@ class PluginStorage {
   [[nodiscard]] Dictionary readForDisplay(const PluginOption& option) const;
   /// What an edit starts from: the file as the user reads it, also in root's home. Where it does not read: a
   /// new dictionary if the file may be created, nothing otherwise. For a file in root's home that the user
-  /// can't read this means that its other keys are lost with the edit; this is intended.
+  /// can't read this means that its other keys are lost with the edit; this is intended. A file that is seen
+  /// to be there is logged before it is replaced.
   [[nodiscard]] Dictionary readForEdit(const PluginOption& option) const;
   /// Replaces the option's storage file, as root.
   void write(const PluginOption& option, const Dictionary& contents) const;

@@ -147,6 +147,26 @@ TEST_F(PluginEditsTest, AnEditInRootsHomeReplacesAFileThatTheUserCanNotRead) {
   EXPECT_TRUE(pane.rootReads.empty()) << "the read before a write is direct";
 }
 
+TEST_F(PluginEditsTest, TheSecondOptionOfAFileInRootsHomeDropsTheKeyOfTheFirst) {
+  addPlugin("check_x",
+            options({in(kRootStorage, option("TextField")),
+                     with(in(kRootStorage, option("TextField")), "SettingStorageKey", text("Second"))}));
+  awake();
+  pane.writesReachTheFile = false;  // as it is for a user who can't read it
+  set(valueRow(), text("a"));
+  set(outline().childrenOfItem(optionRow(1)).at(0), text("b"));
+  EXPECT_EQ(pane.writes.back().values, Dictionary::make({{"Second", text("b")}}));
+}
+
+TEST_F(PluginEditsTest, AFileThatIsNoDictionaryIsReplacedWithALineInTheLog) {
+  platform.writePlist(platform.paths.onDisk(kStorage), texts({"no dictionary"}));
+  awakeWith(option("TextField"));
+  set(valueRow(), text("a"));
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, text("a")}}));
+  EXPECT_EQ(platform.log.lines, Texts{"The settings in " + platform.paths.onDisk(kStorage) +
+                                      " are not a readable dictionary and count as empty"});
+}
+
 TEST_F(PluginEditsTest, ABoxOfASetWritesTheWholeSetAndShowsTheNewStateAtOnce) {
   store(Dictionary::make(
       {{kKey, Dictionary::make({{"a", boolean(false)}, {"b", text("odd")}})}, {"Other", number(1)}}));
