@@ -45,6 +45,7 @@ TEST_F(FollowingFiles, RunsOfClientAndUpdaterShowTheirDatesBesideAGroupThatIsBei
   press(window(), Qt::Key_Tab);
   const Dictionary settings = readPlist(demo.paths.clientSettings).asDictionary();
   EXPECT_EQ(settings.value("ClientGroup"), PropertyList::string("Photos Studio"));
+  EXPECT_EQ(settings.value("Date_Client_Run"), oldDate) << "a store that was not reloaded writes what it has";
 }
 
 TEST_F(FollowingFiles, EditedClientSettingsReachHeaderConfigurationAndPluginsOneSecondLater) {
