@@ -74,15 +74,19 @@ int startingError(Pipe& report) {
   return count == sizeof error ? error : 0;
 }
 
-/// Like a pipe, but of sockets, so that writing to one that nobody reads raises no signal.
-Pipe makeLeash() {
-  int ends[2];
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return {};
-  FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+/// Takes two ends that were just opened to places above the standard streams.
+Pipe raised(const int (&ends)[2]) {
+  const FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
   Pipe pipe{FileDescriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
             FileDescriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
   if (!pipe.readEnd || !pipe.writeEnd) return {};
   return pipe;
+}
+
+/// Like a pipe, but of sockets, so that writing to one that nobody reads raises no signal.
+Pipe makeLeash() {
+  int ends[2];
+  return ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0 ? raised(ends) : Pipe{};
 }
 
 /// Runs `body` in a process that nobody has to wait for. Answers 0 or the error.
@@ -107,12 +111,7 @@ int forkOrphan(int report, const Body& body) {
 
 Pipe makePipe() {
   int ends[2];
-  if (::pipe2(ends, O_CLOEXEC) != 0) return {};
-  FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-  Pipe pipe{FileDescriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
-            FileDescriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
-  if (!pipe.readEnd || !pipe.writeEnd) return {};
-  return pipe;
+  return ::pipe2(ends, O_CLOEXEC) == 0 ? raised(ends) : Pipe{};
 }
 
 void releaseGently(FileDescriptor& leash) {
