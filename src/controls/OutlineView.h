@@ -106,7 +106,6 @@ class OutlineView final : public Control {
   /// reload of the tree would take the row away: what is being typed would be lost, or a click meet another
   /// row. A shell holds reloads for that time; those that came meanwhile are made up for, once, when it ends.
   void setHoldsReloads(bool holds);
-  [[nodiscard]] bool holdsReloads() const { return holdsReloads_; }
   /// Shows the item's cells afresh; with `reloadChildren` its children are asked for again as well.
   void reloadItem(const OutlineItem& item, bool reloadChildren = false);
   /// Expands an expandable item, with `expandChildren` everything below it as well (the empty item: all

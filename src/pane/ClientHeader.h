@@ -25,11 +25,6 @@ class ClientHeader {
   /// Opens the computer's page at the reporting server, if the Control or the Option key is held.
   void quorlenIconButtonAction();
 
-  /// "Support_Address" as last read.
-  [[nodiscard]] const std::optional<std::string>& supportAddress() const { return supportAddress_; }
-  /// The text of the version button.
-  [[nodiscard]] const std::string& versionNumber() const { return versionNumber_; }
-
  private:
   void showFromSettings(const QLDefaultsController& settings);
   void showFromBackup(const QLDefaultsController& backup);
@@ -41,8 +36,8 @@ class ClientHeader {
   Platform& platform_;
   const PathTable& paths_;
   PaneView& view_;
-  std::optional<std::string> supportAddress_;
-  std::string versionNumber_;
+  std::optional<std::string> supportAddress_;  // as last read
+  std::string versionNumber_;                  // the text of the version button
 };
 
 }  // namespace corvane

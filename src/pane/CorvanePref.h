@@ -66,7 +66,6 @@ class CorvanePref final : public PaneServices,
 
   [[nodiscard]] bool uninstalled() const { return uninstalled_; }
   [[nodiscard]] bool clientSettingsReadError() const { return clientSettingsReadError_; }
-  [[nodiscard]] const ClientHeader& header() const { return header_; }
 
  private:
   void authorizationViewDidAuthorize(AuthorizationView& view) override;

@@ -120,9 +120,9 @@ struct Object {
   /// The object's length, which is an integer object of its own where it does not fit the low bits.
   [[nodiscard]] std::optional<std::uint64_t> length() noexcept {
     if (nibble != 15) return nibble;
-    const auto marker_ = take(1);
-    if (!marker_) return std::nullopt;
-    const auto byte = static_cast<std::uint8_t>(marker_->front());
+    const auto first = take(1);
+    if (!first) return std::nullopt;
+    const auto byte = static_cast<std::uint8_t>(first->front());
     if (static_cast<Marker>(byte >> 4) != Marker::Integer) return std::nullopt;
     const auto digits = take(std::uint64_t{1} << (byte & 15));
     return digits ? std::optional(bigEndian(*digits)) : std::nullopt;
@@ -209,8 +209,8 @@ struct Object {
   }
 }
 
-/// Builds the tree. Containers that are being filled stand on a stack of its own; their finished children
-/// stand on two more, from which a container takes its own when it is complete.
+/// Builds the tree. Containers that are being filled stand on a stack of its own, each with the children that
+/// are finished, so that a file cannot exhaust the program's.
 class TreeBuilder {
  public:
   TreeBuilder(const ObjectTable& table, std::size_t fileSize) : table_(table), budget_(budgetFor(fileSize)) {}

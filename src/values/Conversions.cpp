@@ -24,14 +24,12 @@ struct Unsigned {
   return {text, negative};
 }
 
-template <typename Limited>
-[[nodiscard]] Limited saturated(double value) noexcept {
+[[nodiscard]] std::int32_t saturated(double value) noexcept {
+  using Limits = std::numeric_limits<std::int32_t>;
   if (std::isnan(value)) return 0;
-  if (value <= static_cast<double>(std::numeric_limits<Limited>::min()))
-    return std::numeric_limits<Limited>::min();
-  if (value >= static_cast<double>(std::numeric_limits<Limited>::max()))
-    return std::numeric_limits<Limited>::max();
-  return static_cast<Limited>(value);
+  if (value <= Limits::min()) return Limits::min();
+  if (value >= Limits::max()) return Limits::max();
+  return static_cast<std::int32_t>(value);
 }
 
 /// Every integer as its 64 bits.
@@ -61,7 +59,7 @@ std::int32_t intValue(const PropertyList& value) noexcept {
     case PropertyList::Kind::Integer:
       return static_cast<std::int32_t>(static_cast<std::uint32_t>(bits(value)));
     case PropertyList::Kind::Real:
-      return saturated<std::int32_t>(*value.asReal());
+      return saturated(*value.asReal());
     case PropertyList::Kind::Boolean:
       return *value.asBoolean() ? 1 : 0;
     default:

@@ -1,6 +1,6 @@
-// The finished children of the containers that a reader is still reading, on two stacks: a container notes
-// how high its stack was when it began, and takes what stands above that when it is complete, in storage of
-// exactly that size.
+// The finished children of the containers that the XML reader is still reading and whose sizes it can't know,
+// on two stacks: a container notes how high its stack was when it began, and takes what stands above that
+// when it is complete, in storage of exactly that size.
 #pragma once
 
 #include <cstddef>

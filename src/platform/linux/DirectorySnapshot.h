@@ -22,8 +22,8 @@ class DirectorySnapshot {
   void take(const std::string& root);
 
   std::vector<std::string> roots_;
-  std::unordered_map<std::string, std::uint64_t>
-      folders_;  // with a fingerprint of the entries; 0 for an empty folder
+  /// With a fingerprint of the entries; 0 for an empty folder.
+  std::unordered_map<std::string, std::uint64_t> folders_;
 };
 
 }  // namespace corvane

@@ -14,8 +14,8 @@ FolderReader::FolderReader(FileDescriptor folder) : stream_(folder ? ::fdopendir
 }
 
 std::optional<FolderReader::Entry> FolderReader::next() {
-  while (const dirent* entry =
-             ::readdir(stream_.get())) {  // NOLINT(concurrency-mt-unsafe): one stream, one thread
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): one stream, one thread
+  while (const dirent* entry = ::readdir(stream_.get())) {
     const std::string_view name = entry->d_name;
     if (name == "." || name == "..") continue;
     if (entry->d_type != DT_UNKNOWN) return Entry{name, entry->d_type == DT_DIR};

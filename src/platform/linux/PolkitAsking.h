@@ -1,5 +1,6 @@
 // Asking for administrator rights through polkit: one start of the root helper by polkit's launcher, from the
-// user's password dialog to the helper's hello. Owned by the authorization services; nothing of it blocks.
+// user's password dialog to the helper's hello. Owned by the authorization services. Nothing of it blocks but
+// its withdrawal.
 #pragma once
 
 #include <functional>
@@ -26,7 +27,8 @@ class PolkitAsking {
   };
 
   PolkitAsking(RunLoop& runLoop, SystemLog& log, Options options, AuthorizationServices::Done done);
-  /// Withdraws the question when it is still open; nobody is answered then.
+  /// Withdraws the question when it is still open; nobody is answered then. Waits for at most a second, so
+  /// that the dialog does not outlive the pane.
   ~PolkitAsking();
   PolkitAsking(const PolkitAsking&) = delete;
   PolkitAsking& operator=(const PolkitAsking&) = delete;

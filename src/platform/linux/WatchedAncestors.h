@@ -27,8 +27,8 @@ class WatchedAncestors {
   [[nodiscard]] bool isExhausted() const { return exhausted_; }
 
  private:
-  using Steps =
-      std::unordered_map<int, std::set<std::string>>;  // watch of a folder to the names that matter in it
+  /// From the watch of a folder to the names that matter in it.
+  using Steps = std::unordered_map<int, std::set<std::string>>;
 
   void followOne(const std::string& root, Steps& steps);
 
