@@ -74,6 +74,19 @@ TEST_F(PaneWindow, ForwardsAClickOnTheSupportLinkByMouseAndByKeyboard) {
   EXPECT_EQ(clicks, 3);
 }
 
+TEST_F(PaneWindow, ForwardsAClickOnTheIconByMouseAndByKeyboard) {
+  int clicks = 0;
+  view.quorlenIconButton.action = [&](Button&) { ++clicks; };
+  auto& icon = find(window, "quorlenIconButton");
+  click(icon);
+  EXPECT_EQ(clicks, 1);
+  icon.setFocus();
+  press(window, Qt::Key_Return);
+  press(window, Qt::Key_Enter);
+  press(window, Qt::Key_Space);
+  EXPECT_EQ(clicks, 4);
+}
+
 TEST_F(PaneWindow, TheLockOpensAndClosesAndSaysSoBesideIt) {
   auto& lock = find<LockButton>(window, "authView");
   auto& label = find<QLabel>(window, "authLabel");
@@ -87,6 +100,8 @@ TEST_F(PaneWindow, TheLockOpensAndClosesAndSaysSoBesideIt) {
   press(window, Qt::Key_Space);
   EXPECT_EQ(view.authView.state(), AuthorizationView::State::Closed);
   EXPECT_FALSE(lock.isOpen());
+  press(window, Qt::Key_Return);
+  EXPECT_TRUE(lock.isOpen());
 }
 
 TEST_F(PaneWindow, TheLockStaysClosedWhileTheQuestionIsOpen) {

@@ -6,7 +6,7 @@
 
 namespace corvane::qt {
 
-IconButton::IconButton(QWidget* parent) : QAbstractButton(parent) {
+IconButton::IconButton(QWidget* parent) : PaintedButton(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }

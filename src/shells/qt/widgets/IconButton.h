@@ -1,11 +1,11 @@
 // A picture that can be clicked.
 #pragma once
 
-#include <QAbstractButton>
+#include "widgets/PaintedButton.h"
 
 namespace corvane::qt {
 
-class IconButton final : public QAbstractButton {
+class IconButton final : public PaintedButton {
   Q_OBJECT
 
  public:

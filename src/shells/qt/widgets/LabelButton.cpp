@@ -1,6 +1,5 @@
 #include "widgets/LabelButton.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 #include "AttributedTextLayout.h"
@@ -14,7 +13,7 @@ constexpr int kInset = 2;  // of the text, for the focus ring around it
 
 }  // namespace
 
-LabelButton::LabelButton(QWidget* parent) : QAbstractButton(parent) {
+LabelButton::LabelButton(QWidget* parent) : PaintedButton(parent) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setActive(false);
 }
@@ -56,14 +55,6 @@ void LabelButton::paintEvent(QPaintEvent*) {
   AttributedTextLayout(text_, font(), palette(), color, !isEnabled())
       .draw(painter, rect().adjusted(kInset, 0, -kInset, 0), alignment_);
   if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 3, palette());
-}
-
-void LabelButton::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    click();
-  } else {
-    QAbstractButton::keyPressEvent(event);
-  }
 }
 
 }  // namespace corvane::qt

@@ -2,13 +2,12 @@
 // does something.
 #pragma once
 
-#include <QAbstractButton>
-
 #include "values/AttributedText.h"
+#include "widgets/PaintedButton.h"
 
 namespace corvane::qt {
 
-class LabelButton final : public QAbstractButton {
+class LabelButton final : public PaintedButton {
   Q_OBJECT
 
  public:
@@ -24,7 +23,6 @@ class LabelButton final : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   AttributedText text_;

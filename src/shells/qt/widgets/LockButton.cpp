@@ -1,13 +1,12 @@
 #include "widgets/LockButton.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 #include "appearance/Shapes.h"
 
 namespace corvane::qt {
 
-LockButton::LockButton(QWidget* parent) : QAbstractButton(parent) {
+LockButton::LockButton(QWidget* parent) : PaintedButton(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -23,14 +22,6 @@ void LockButton::paintEvent(QPaintEvent*) {
   if (isDown()) painter.setOpacity(0.7);
   drawPadlock(painter, QRectF(rect()).adjusted(4, 3, -4, -3), open_, palette());
   if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 5, palette());
-}
-
-void LockButton::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    click();
-  } else {
-    QAbstractButton::keyPressEvent(event);
-  }
 }
 
 }  // namespace corvane::qt

@@ -1,11 +1,11 @@
 // The padlock of the authorization view.
 #pragma once
 
-#include <QAbstractButton>
+#include "widgets/PaintedButton.h"
 
 namespace corvane::qt {
 
-class LockButton final : public QAbstractButton {
+class LockButton final : public PaintedButton {
   Q_OBJECT
 
  public:
@@ -17,7 +17,6 @@ class LockButton final : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   bool open_ = false;

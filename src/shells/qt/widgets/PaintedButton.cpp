@@ -1,0 +1,15 @@
+#include "widgets/PaintedButton.h"
+
+#include <QKeyEvent>
+
+namespace corvane::qt {
+
+void PaintedButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    click();
+  } else {
+    QAbstractButton::keyPressEvent(event);
+  }
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,18 @@
+// What the buttons that the pane paints by itself have in common: the Return key clicks them as Space does.
+#pragma once
+
+#include <QAbstractButton>
+
+namespace corvane::qt {
+
+class PaintedButton : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  using QAbstractButton::QAbstractButton;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+};
+
+}  // namespace corvane::qt
