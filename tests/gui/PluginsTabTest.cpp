@@ -69,14 +69,33 @@ TEST_F(PluginsTab, ATickOfASetIsStoredWithTheWholeSet) {
   EXPECT_TRUE(isTicked(value(QStringLiteral("Set"), 1)));
 }
 
-TEST_F(PluginsTab, APressThatIsReleasedElsewhereDoesNothing) {
-  openTab();
-  const QModelIndex tick = option(QStringLiteral("Tick"));
-  tree().scrollTo(tick);
-  const QRect place = tree().visualRect(tick);
-  const QPoint box(place.left() + kLeft, place.center().y());
-  QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, box);
-  EXPECT_TRUE(tree().isPressed(tick));
+class PluginsTabPresses : public PluginsTab {
+ protected:
+  /// Holds the mouse button down over the check box of "Tick".
+  void pressTick() {
+    openTab();
+    tick = option(QStringLiteral("Tick"));
+    tree().scrollTo(tick);
+    const QRect place = tree().visualRect(tick);
+    box = QPoint(place.left() + kLeft, place.center().y());
+    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, box);
+    EXPECT_TRUE(tree().isPressed(tick));
+  }
+  QModelIndex tick;
+  QPoint box;
+};
+
+TEST_F(PluginsTabPresses, APressDuringWhichTheKeyboardGoesElsewhereDoesNothing) {
+  pressTick();
+  widget("authView").setFocus();
+  EXPECT_FALSE(tree().isPressed(tick));
+  QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, box);
+  EXPECT_FALSE(tree().isPressed(tick));
+  EXPECT_EQ(stored("Tick"), flag(false));
+}
+
+TEST_F(PluginsTabPresses, APressThatIsReleasedElsewhereDoesNothing) {
+  pressTick();
   QTest::mouseMove(tree().viewport(), QPoint(box.x() + 300, box.y()));
   QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, QPoint(box.x() + 300, box.y()));
   EXPECT_FALSE(tree().isPressed(tick));

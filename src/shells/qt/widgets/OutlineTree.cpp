@@ -106,11 +106,15 @@ void OutlineTree::mouseReleaseEvent(QMouseEvent* event) {
   }
   // Invalid when the row has gone: then nothing was clicked.
   const QModelIndex clicked = isOverPressed_ ? QModelIndex(pressed_) : QModelIndex();
+  endPress();
+  if (clicked.isValid()) emit cellClicked(clicked);
+}
+
+void OutlineTree::endPress() {
   if (pressed_.isValid()) update(pressed_);
   pressed_ = QPersistentModelIndex();
   isOverPressed_ = false;
   setMouseDown(false);
-  if (clicked.isValid()) emit cellClicked(clicked);
 }
 
 void OutlineTree::stepSideways(bool opens) {
@@ -150,7 +154,7 @@ void OutlineTree::focusInEvent(QFocusEvent* event) {
 }
 
 void OutlineTree::focusOutEvent(QFocusEvent* event) {
-  setMouseDown(false);  // whatever took the keyboard may have taken the mouse too
+  endPress();  // whatever took the keyboard may have taken the mouse too
   QTreeView::focusOutEvent(event);
 }
 

@@ -69,6 +69,8 @@ class OutlineTree final : public QTreeView {
   [[nodiscard]] QModelIndex triangleAt(const QPoint& point) const;
   /// True when the press was on a triangle or a control and has been dealt with.
   bool takePress(const QMouseEvent& event);
+  /// The button in the cell is no longer held down.
+  void endPress();
   void stepSideways(bool opens);
   void setMouseDown(bool isDown);
   void setMarksCurrentRow(bool marks);
