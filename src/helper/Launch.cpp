@@ -44,7 +44,9 @@ void closeOnExecFrom(unsigned first) {
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
   ::umask(022);
-  const int null = ::open("/dev/null", O_RDWR);
+  const int opened = ::open("/dev/null", O_RDWR);
+  // Above the standard streams: in the place of a closed one it would be overwritten by the output.
+  const int null = opened < 0 ? -1 : ::fcntl(opened, F_DUPFD, 3);
   if (::chdir("/") == 0 && null >= 0 && ::dup2(null, 0) >= 0 && ::dup2(output >= 0 ? output : null, 1) >= 0 &&
       ::dup2(null, 2) >= 0) {
     closeOnExecFrom(3);

@@ -7,7 +7,7 @@
 
 #include "pane/PathTable.h"
 #include "values/Conversions.h"
-#include "values/Text.h"
+#include "values/Encodings.h"
 
 namespace corvane {
 namespace {
@@ -39,7 +39,7 @@ bool JournalDaemon::isDiskJournalPIDRunning() const {
   const std::int32_t pid = intValue(*text);
   const auto listing = platform_.processOutput.outputOf(tool::kPs, {"axco", "pid"});
   // The listing's header reads as 0, so a pid file without digits counts as running. This is intended.
-  return listing && isValidUtf8(*listing) && hasLineWithValue(*listing, pid);
+  return listing && isUtf8(*listing) && hasLineWithValue(*listing, pid);
 }
 
 }  // namespace corvane

@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "values/Encodings.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -56,7 +57,7 @@ std::optional<std::string> PrivilegedExecution::validatePluginWithArguments(
   }
   // The last byte is the line's newline.
   std::string reply(buffer.data(), outcome.bytes - 1);
-  if (!isValidUtf8(reply)) return std::nullopt;
+  if (!isUtf8(reply)) return std::nullopt;
   return reply;
 }
 

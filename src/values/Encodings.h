@@ -1,5 +1,6 @@
-// Strict conversions of character encodings for the readers and the writer of property lists: what is not
-// valid is refused, never replaced, since a replaced character would be saved in place of the setting.
+// Character encodings, strictly: what is not valid is refused, never replaced, since a replaced character
+// would be saved in place of the setting. For the readers and the writer of property lists, and for whoever
+// lets texts from outside into the pane.
 #pragma once
 
 #include <optional>

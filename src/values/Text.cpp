@@ -90,19 +90,6 @@ std::string lowercase(std::string_view text) {
   return result;
 }
 
-bool isValidUtf8(std::string_view bytes) noexcept {
-  const auto* next = reinterpret_cast<const utf8proc_uint8_t*>(bytes.data());
-  auto left = static_cast<utf8proc_ssize_t>(bytes.size());
-  while (left > 0) {
-    utf8proc_int32_t character = 0;
-    const auto used = utf8proc_iterate(next, left, &character);
-    if (used <= 0) return false;
-    next += used;
-    left -= used;
-  }
-  return true;
-}
-
 std::vector<std::string> split(std::string_view text, char separator) {
   std::vector<std::string> pieces;
   for (;;) {

@@ -24,8 +24,6 @@ namespace corvane {
 /// Whether the text begins with the prefix regardless of case.
 [[nodiscard]] bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix);
 [[nodiscard]] std::string lowercase(std::string_view text);
-/// Whether these bytes are well-formed UTF-8.
-[[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
 [[nodiscard]] std::vector<std::string> split(std::string_view text, char separator);
 [[nodiscard]] std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 

@@ -1,10 +1,12 @@
 // Programs that are awaited: how they end is told, and none is waited for beyond its time.
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "helper/Launch.h"
 
@@ -59,6 +61,22 @@ TEST(StartSupervised, ProgramThatCannotBeStartedIsAnErrorWithoutDescriptors) {
   EXPECT_FALSE(run.output);
   EXPECT_FALSE(run.leash);
   EXPECT_TRUE(leftNoChild());
+}
+
+/// Prints the output of a run in a process without a standard output, and ends it.
+[[noreturn]] void runWithoutStandardOutput(const Program& program) {
+  ::close(STDOUT_FILENO);
+  const auto lifeline = makePipe();
+  const auto run = startSupervised(program, lifeline.readEnd.get());
+  char output[100] = {};
+  (void)!::read(run.output.get(), output, sizeof output - 1);
+  std::fprintf(stderr, "output: %s", output);
+  ::_exit(0);
+}
+
+TEST(StartSupervised, ComplaintsStayOutOfTheOutputAlsoWhereThePaneHasNoStandardOutput) {
+  const Program program{"/bin/sh", {"-c", "echo complaint >&2; echo reply"}};
+  EXPECT_EXIT(runWithoutStandardOutput(program), ::testing::ExitedWithCode(0), "^output: reply\n$");
 }
 
 }  // namespace

@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(
             }}),
     [](const auto& param) { return std::string(param.param.name); });
 
-TEST(LinuxFileEventQueues, UnmountingIsADisappearance) {
+TEST(LinuxFileEventQueues, UnmountingIsADisappearanceAndNoWrite) {
   const TemporaryFolder folder;
   const std::string mountPoint = folder.makeFolder("volume");
   const auto outcome = test::runIsolated(CLONE_NEWNS | (::geteuid() == 0 ? 0 : CLONE_NEWUSER), [&] {
@@ -200,6 +200,7 @@ TEST(LinuxFileEventQueues, UnmountingIsADisappearance) {
     ASSERT_EQ(::umount(mountPoint.c_str()), 0) << "a watch must not keep a volume busy";
     EXPECT_EQ(file.told(), 1);
     EXPECT_EQ(volume.told(), 1);
+    EXPECT_EQ(writes.told(), 0) << "nothing was written";
   });
   if (outcome == IsolatedOutcome::Impossible) GTEST_SKIP() << "NOT TESTED: mounting is not possible here";
   EXPECT_EQ(outcome, IsolatedOutcome::Passed);

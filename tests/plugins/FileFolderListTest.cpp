@@ -9,7 +9,7 @@
 namespace corvane {
 namespace {
 
-using test::texts;
+using namespace test;
 
 struct SortCase {
   Array before;

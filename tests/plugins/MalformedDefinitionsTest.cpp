@@ -15,16 +15,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::kKey;
-using test::kStorage;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
+using namespace test;
 
 constexpr const char* kGoodStorage = "/Library/Corvane/PluginSupport/good.plist";
 

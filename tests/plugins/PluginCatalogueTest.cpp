@@ -13,17 +13,7 @@ namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
-using test::boolean;
-using test::kKey;
-using test::kStorage;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
-using test::without;
+using namespace test;
 using Names = std::vector<std::string>;
 
 class PluginCatalogueTest : public PluginsTabFixture {

@@ -9,14 +9,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::number;
-using test::option;
-using test::options;
-using test::text;
-using test::texts;
-using test::with;
-using test::without;
+using namespace test;
 
 TEST(PluginDefinition, AnOptionWithItsFourKeysAndATypeIsComplete) {
   EXPECT_TRUE(pluginHasRequiredKeys(without(option("TextField"), "SettingTitleHint")));

@@ -11,16 +11,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::kKey;
-using test::kStorage;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
+using namespace test;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kRefusal = "Cannot create file, not in the Corvane Directory.";

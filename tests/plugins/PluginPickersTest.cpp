@@ -9,15 +9,7 @@
 namespace corvane {
 namespace {
 
-using test::kKey;
-using test::kStorage;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
+using namespace test;
 
 class PluginPickersTest : public PluginsTabFixture {
  protected:

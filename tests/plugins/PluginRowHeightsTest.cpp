@@ -10,16 +10,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::kKey;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
-using test::without;
+using namespace test;
 
 class PluginRowHeightsTest : public PluginsTabFixture {
  protected:

@@ -10,15 +10,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::kKey;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
+using namespace test;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kUrl = "http://example.com/help";

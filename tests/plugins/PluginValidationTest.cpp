@@ -10,12 +10,7 @@
 namespace corvane {
 namespace {
 
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
+using namespace test;
 using Texts = std::vector<std::string>;
 
 class PluginValidationTest : public PluginsTabFixture {
@@ -176,7 +171,7 @@ TEST_F(PluginValidationTest, TheSettingsAreOnDiskWhenThePluginRuns) {
                         {"PluginOptions", options({option("PluginValidation"), option("TextField")})}}));
   awake();
   edit(outline().childrenOfItem(optionRow(1)).at(0), text("new"));
-  EXPECT_EQ(stored(), Dictionary::make({{test::kKey, text("new")}}));
+  EXPECT_EQ(stored(), Dictionary::make({{kKey, text("new")}}));
   click(valueRow());
   EXPECT_EQ(pane.validations.size(), 1U);
 }

@@ -11,17 +11,7 @@
 namespace corvane {
 namespace {
 
-using test::boolean;
-using test::kKey;
-using test::kStorage;
-using test::number;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
-using test::without;
+using namespace test;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kRootStorage = "/var/root/Library/x.plist";

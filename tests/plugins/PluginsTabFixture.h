@@ -141,12 +141,18 @@ class PluginsTabFixture : public testing::Test {
   void set(const OutlineItem& item, const PropertyList& value) {
     controller->outlineViewSetObjectValueForTableColumnByItem(outline(), value, pluginColumn(), item);
   }
+  /// The cell of the row with its value, as it is drawn.
   template <typename Kind>
   Kind cell(const OutlineItem& item) {
-    const PreparedCell prepared = outline().preparedCell(pluginColumn(), item);
-    const auto* kind = std::get_if<Kind>(prepared.cell.get());
-    EXPECT_NE(kind, nullptr) << "a cell of another kind";
-    return kind != nullptr ? *kind : Kind();
+    return as<Kind>(outline().preparedCell(pluginColumn(), item).cell);
+  }
+  /// The cell of the row as it is chosen, before it is given its value; null for the column's default one.
+  CellReference chosen(const OutlineItem& item) {
+    return controller->outlineViewDataCellForTableColumnItem(outline(), &pluginColumn(), item);
+  }
+  template <typename Kind>
+  Kind chosenAs(const OutlineItem& item) {
+    return as<Kind>(chosen(item));
   }
   void click(const OutlineItem& item) { outline().clickCell(outline().rowForItem(item), pluginColumn()); }
   void edit(const OutlineItem& item, const PropertyList& value) {
@@ -165,6 +171,14 @@ class PluginsTabFixture : public testing::Test {
       std::make_unique<PluginsTabViewController>(platform.platform, platform.paths, view);
   std::vector<OutlineItem> reloadedItems;
   int wholeReloads = 0;
+
+ private:
+  template <typename Kind>
+  static Kind as(const CellReference& cell) {
+    const auto* kind = cell != nullptr ? std::get_if<Kind>(cell.get()) : nullptr;
+    EXPECT_NE(kind, nullptr) << "a cell of another kind";
+    return kind != nullptr ? *kind : Kind();
+  }
 };
 
 }  // namespace corvane::test

@@ -9,13 +9,7 @@
 namespace corvane {
 namespace {
 
-using test::kKey;
-using test::option;
-using test::options;
-using test::PluginsTabFixture;
-using test::text;
-using test::texts;
-using test::with;
+using namespace test;
 using Texts = std::vector<std::string>;
 
 class PluginsTabViewControllerTest : public PluginsTabFixture {};

@@ -38,13 +38,6 @@ TEST(Text, FindsPrefixesRegardlessOfCase) {
   EXPECT_EQ(lowercase("Add A NEW \xC3\x84"), "add a new \xC3\xA4");
 }
 
-TEST(Text, TellsUtf8FromOtherBytes) {
-  EXPECT_TRUE(isValidUtf8("plain \xC3\xA9 \xF0\x9F\x92\xBE"));
-  for (const char* broken : {"\xFF", "\xC3", "\xE2\x82", "\xC0\xAF", "\xED\xA0\x80", "\xF5\x80\x80\x80"}) {
-    EXPECT_FALSE(isValidUtf8(broken));
-  }
-}
-
 TEST(Text, SplitsAndReplaces) {
   EXPECT_EQ(split("1-10", '-'), (std::vector<std::string>{"1", "10"}));
   EXPECT_EQ(split("", ','), std::vector<std::string>{""});

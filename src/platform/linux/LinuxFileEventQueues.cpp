@@ -153,7 +153,10 @@ void InotifyQueue::callBack() {
 }
 
 bool InotifyQueue::tellsOfEvent(const InotifyEvent& event) {
-  if (kind_ == FileEventKind::Write) return event.watch == watch_ && (event.mask & IN_IGNORED) == 0;
+  if (kind_ == FileEventKind::Write) {
+    // The end of a watch is told without being asked for.
+    return event.watch == watch_ && (event.mask & (IN_IGNORED | IN_UNMOUNT)) == 0;
+  }
   if (event.watch == watch_ && (event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT)) != 0) return true;
   const bool aboutSomethingElse =
       parentWatch_ >= 0 && event.watch == parentWatch_ && event.name != nameInParent_;

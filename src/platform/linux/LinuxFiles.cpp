@@ -11,7 +11,7 @@
 #include "platform/linux/FolderReader.h"
 #include "platform/linux/RegularFile.h"
 #include "platform/linux/SystemError.h"
-#include "values/Text.h"
+#include "values/Encodings.h"
 
 namespace corvane {
 namespace {
@@ -27,7 +27,7 @@ std::optional<std::vector<Entry>> list(FileDescriptor folder, const std::string&
   if (!reader.isOpen()) return std::nullopt;
   std::vector<Entry> entries;
   while (const auto entry = reader.next()) {
-    if (isValidUtf8(entry->name)) entries.push_back({prefix + std::string(entry->name), entry->isFolder});
+    if (isUtf8(entry->name)) entries.push_back({prefix + std::string(entry->name), entry->isFolder});
   }
   std::sort(entries.begin(), entries.end(),
             [](const Entry& left, const Entry& right) { return left.path > right.path; });

@@ -7,7 +7,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
-#include "values/Text.h"
+#include "values/Encodings.h"
 
 namespace corvane {
 namespace {
@@ -20,7 +20,7 @@ constexpr std::string_view kPrefix = "corvane-pane: ";
 std::size_t lengthOfFirstCharacter(std::string_view text) {
   const auto first = static_cast<unsigned char>(text.front());
   const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  return length <= text.size() && isValidUtf8(text.substr(0, length)) ? length : 0;
+  return length <= text.size() && isUtf8(text.substr(0, length)) ? length : 0;
 }
 
 std::uint32_t codePoint(std::string_view character) {

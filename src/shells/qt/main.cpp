@@ -5,6 +5,7 @@
 #include "LinuxPane.h"
 #include "Pictures.h"
 #include "Text.h"
+#include "platform/linux/ProcessSignals.h"
 
 namespace {
 
@@ -45,6 +46,7 @@ std::optional<int> answerWithoutWindow(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  prepareSignals();
   const CommandLine line = parseCommandLine(argumentsOf(argc, argv));
   if (const auto code = answerWithoutWindow(line)) return *code;
   // The toolkit has options of its own; it is spoken to through its environment variables alone.
