@@ -15,36 +15,28 @@ std::string withoutFirstCharacter(const std::string& text) {
 
 }  // namespace
 
-void PluginLists::addToFileArray(OutlineView& sender) {
-  const auto path = with_.chooser.choose(ChosenKind::File, sender);
+void PluginLists::add(ChosenKind kind, OutlineView& sender) {
+  const auto path = with_.chooser.choose(kind, sender);
   if (!path || !with_.storage.mayEdit()) return;
-  const PluginOption option = with_.tree.optionAboveSelectedRow(sender);
+  PluginOption option = with_.tree.optionAboveSelectedRow(sender);
   if (!option) return;
-  const Dictionary contents = with_.storage.readForEdit(option);
+  Dictionary contents = with_.storage.readForEdit(option);
   if (!contents) return;
   // Files are added to the list that was loaded, folders to the list as it is stored now; this is intended.
-  add(*path, option.fileFolderArray(), option, contents);
-}
-
-void PluginLists::addToFolderArray(OutlineView& sender) {
-  const auto path = with_.chooser.choose(ChosenKind::Folder, sender);
-  if (!path || !with_.storage.mayEdit()) return;
-  const PluginOption option = with_.tree.optionAboveSelectedRow(sender);
-  if (!option) return;
-  const Dictionary contents = with_.storage.readForEdit(option);
-  if (!contents) return;
-  add(*path, textList(contents.value(option.storageKey())), option, contents);
-}
-
-void PluginLists::add(const std::string& path, Array list, PluginOption option, Dictionary contents) {
+  Array list =
+      kind == ChosenKind::File ? option.fileFolderArray() : textList(contents.value(option.storageKey()));
   if (!list) return;
-  const PropertyList entry = PropertyList::string(path);
+  const PropertyList entry = PropertyList::string(*path);
   if (list.contains(entry)) {
-    with_.alerts.displayError(formatText("%@ already exists in the list.", {path}));
+    with_.alerts.displayError(formatText("%@ already exists in the list.", {*path}));
     return;
   }
   list.append(entry);
   sortArrays(list);
+  store(list, option, contents);
+}
+
+void PluginLists::store(const Array& list, PluginOption& option, Dictionary& contents) {
   contents.set(option.storageKey(), list);
   with_.storage.write(option, contents);
   option.setFileFolderArray(list);
@@ -58,9 +50,8 @@ void PluginLists::removeFromFileFolderArray(OutlineView& sender) {
         "The selected cell could not be removed. Please reload the plugins and try again.");
     return;
   }
-  with_.alerts.confirmRemoval([this, alive = std::weak_ptr(alive_)](int returnCode) {
-    if (!alive.expired()) alertDidEndReturnCodeContextInfo(returnCode);
-  });
+  with_.alerts.confirmRemoval(
+      guard_.wrap([this](int returnCode) { alertDidEndReturnCodeContextInfo(returnCode); }));
 }
 
 void PluginLists::alertDidEndReturnCodeContextInfo(int returnCode) {
@@ -92,10 +83,8 @@ std::optional<std::string> PluginLists::removeEntry(const std::string& title) {
   if (!contents) return "Cannot initialize dict";
   Array list = textList(contents.value(option.storageKey()));
   if (!list) return "Cannot initialize list";
-  list.removeAllEqualTo(PropertyList::string(entry));  // in the contents themselves
-  with_.storage.write(option, contents);
-  option.setFileFolderArray(list);
-  with_.pluginsTable.reloadData();
+  list.removeAllEqualTo(PropertyList::string(entry));
+  store(list, option, contents);
   return std::nullopt;
 }
 

@@ -4,11 +4,11 @@
 // entry that goes; the list is the one below which the selected row stands when the sheet ends.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "controls/OutlineView.h"
+#include "platform/CallGuard.h"
 #include "platform/SystemLog.h"
 #include "plugins/PluginAlerts.h"
 #include "plugins/PluginPathChooser.h"
@@ -33,13 +33,14 @@ class PluginLists {
   PluginLists& operator=(const PluginLists&) = delete;
 
   // `sender` is the outline whose button was clicked.
-  void addToFileArray(OutlineView& sender);
-  void addToFolderArray(OutlineView& sender);
+  void addToFileArray(OutlineView& sender) { add(ChosenKind::File, sender); }
+  void addToFolderArray(OutlineView& sender) { add(ChosenKind::Folder, sender); }
   void removeFromFileFolderArray(OutlineView& sender);
 
  private:
-  /// `list` is changed and becomes the list in memory and in the contents, which are written.
-  void add(const std::string& path, Array list, PluginOption option, Dictionary contents);
+  void add(ChosenKind kind, OutlineView& sender);
+  /// Makes the list the one in memory and the one in the contents, which are written.
+  void store(const Array& list, PluginOption& option, Dictionary& contents);
   void alertDidEndReturnCodeContextInfo(int returnCode);
   void doRemoveFromFileFolderArray();
   /// Why the entry could not be removed; nothing when it was.
@@ -47,8 +48,7 @@ class PluginLists {
 
   Surroundings with_;
   CellReference removeFileFolderArrayCell_;
-  /// Lets a sheet that ends after the tab is gone do nothing.
-  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+  CallGuard guard_;
 };
 
 }  // namespace corvane
