@@ -274,6 +274,20 @@ TEST_F(VolumeSettingsEditorTest, TheThresholdsThatAreStored) {
   }
 }
 
+TEST_F(VolumeSettingsEditorTest, AClearedThresholdCountsAsZeroAlthoughItsFieldThenShowsTheDefault) {
+  openWithOneVolume();
+  for (TextField* field : {&view_.monitorPresenceThresholdTextField, &view_.monitorUsageThresholdTextField}) {
+    pane_.writes.clear();
+    ASSERT_TRUE(field->typeText(""));
+    field->endEditing();
+    EXPECT_EQ(pane_.writes.size(), 1U);
+    EXPECT_EQ(field->stringValue(), "1");
+  }
+  Dictionary expected = entry("Data", "/Volumes/Data");
+  expected.set("PresenceThreshold", number(0));
+  EXPECT_EQ(lastWrittenList(), list({expected})) << "zero is no usage threshold";
+}
+
 TEST_F(VolumeSettingsEditorTest, EveryKeystrokeThatTheFormatterAdmitsIsOneWrite) {
   openWithOneVolume();
   TextField& minutes = view_.monitorPresenceThresholdTextField;
