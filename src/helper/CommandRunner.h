@@ -26,6 +26,8 @@ class CommandRunner {
   CommandRunner(Place place, Caution caution, int hangup = -1);
 
   [[nodiscard]] Answer carryOut(const Request& request);
+  /// Why this process should not write staging files below the root prefix; empty when it may.
+  [[nodiscard]] std::string objectionToStaging() const { return tree_.checkStagingPath().message; }
 
  private:
   struct Dispatch;

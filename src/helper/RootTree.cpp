@@ -53,10 +53,17 @@ bool isOpenToOthers(const struct stat& folder, bool stickySuffices) {
   return !(stickySuffices && (folder.st_mode & S_ISVTX) != 0);
 }
 
+std::string selfPath(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+/// Where the file really lies; empty when that cannot be told.
+std::filesystem::path placeOf(int descriptor) {
+  std::error_code error;
+  return std::filesystem::read_symlink(selfPath(descriptor), error);
+}
+
 /// Reopens what an O_PATH descriptor stands for; nothing can be swapped in between.
 FileDescriptor reopen(int descriptor, int flags) {
-  const auto path = "/proc/self/fd/" + std::to_string(descriptor);
-  return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  return FileDescriptor(::open(selfPath(descriptor).c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
 /// The folder's entry itself, whatever it is, with its attributes.
@@ -159,8 +166,9 @@ int createWhole(int folder, const std::string& name, const std::string& contents
   if (const FileDescriptor unnamed(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600)); unnamed) {
     if (const int error = finish(unnamed.get()); error != 0) return error;
     if (RootTree::beforeStep) RootTree::beforeStep("name");
-    const auto self = "/proc/self/fd/" + std::to_string(unnamed.get());
-    return ::linkat(AT_FDCWD, self.c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+    return ::linkat(AT_FDCWD, selfPath(unnamed.get()).c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0
+               ? 0
+               : errno;
   }
   // Not every file system knows unnamed files.
   const FileDescriptor file(
@@ -269,6 +277,27 @@ Reply RootTree::checkFolder(const std::string& path) const {
   return std::move(folder.problem);
 }
 
+Reply RootTree::checkStagingPath() const {
+  if (!caution_.distrust) return {};
+  std::string path = root_.empty() ? "/" : root_;
+  if (!top_) return failed(path, ENOENT);
+  if (placeOf(top_.get()) != path) return denied(path, "the path leads through a symbolic link");
+  FileDescriptor here = open("/", O_PATH | O_DIRECTORY);
+  auto sticky = Sticky::Accepted;
+  for (const auto& name : std::filesystem::path(kStagingFolder).relative_path()) {
+    auto below = entryOf(here.get(), name);
+    if (!below.descriptor) {
+      // Whoever may make entries here could make this one.
+      sticky = Sticky::Refused;
+      break;
+    }
+    path = joined(path, name.string());
+    if (!S_ISDIR(below.attributes.st_mode)) return denied(path, "what stands there is not a folder");
+    here = std::move(below.descriptor);
+  }
+  return isTrusted("/", here.get(), sticky) ? Reply{} : denied(path, kOpenToOthers);
+}
+
 Reply RootTree::checkProgram(const std::string& folder, const std::string& name, bool executable) const {
   const auto relative = joined(folder, name);
   const auto path = root_ + relative;
@@ -301,11 +330,9 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
   const auto named = openFolder(relative.substr(0, relative.rfind('/')), Sticky::Refused);
   if (!named.descriptor) return named.problem;
   if (caution_.distrust) {
-    std::error_code error;
-    const auto real =
-        std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file.get()), error).parent_path();
+    const auto real = placeOf(file.get()).parent_path();
     const FileDescriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (error || !last || !isTrusted("/", last.get(), Sticky::Refused)) return denied(path, kOpenToOthers);
+    if (!last || !isTrusted("/", last.get(), Sticky::Refused)) return denied(path, kOpenToOthers);
   }
   if (executable && (attributes.st_mode & 0111) == 0) {
     return {.outcome = Outcome::Failed, .message = failed(path, EACCES).message};

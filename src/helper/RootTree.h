@@ -17,8 +17,7 @@ namespace corvane::helper {
 /// For whom, and how carefully, the tree is worked on.
 struct Caution {
   uid_t user = 0;  // whose settings these are: the owner of staging files
-  /// True when root works for another user: a folder in which somebody else could plant or swap something is
-  /// refused.
+  /// True when root does the work: a folder in which somebody else could plant or swap something is refused.
   bool distrust = true;
 };
 
@@ -47,6 +46,10 @@ class RootTree {
   [[nodiscard]] Reply checkProgram(const std::string& folder, const std::string& name, bool executable) const;
   /// Nothing (Started) when nobody else can change what the folder holds, or when there is no such folder.
   [[nodiscard]] Reply checkFolder(const std::string& folder) const;
+  /// Nothing (Started) when the prefix and the staging folder, or what there is of the way to it, are what
+  /// their paths say and stay so: no links, and nobody else can change them. Then a process of root may
+  /// itself write staging files by path.
+  [[nodiscard]] Reply checkStagingPath() const;
 
   /// Called with the name of each step of a copy before it is taken; for tests that end the process there.
   static std::function<void(std::string_view)> beforeStep;

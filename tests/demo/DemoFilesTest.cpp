@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "support/DemoClient.h"
 #include "values/Text.h"
@@ -160,6 +161,27 @@ TEST(MakeDemo, RefusesAFolderThatHoldsSomethingElse) {
   EXPECT_NE(test::runToEnd({DemoClient::script(), folder.path()}), 0);
   EXPECT_FALSE(fs::exists(folder / "Library"));
   EXPECT_EQ(folder.readFile("letter.txt"), "Dear Sir");
+}
+
+/// As with sudo in an ordinary user's checkout: the pane that root then opens trusts nothing of that user's.
+TEST(MakeDemo, WhatRootLaysOutIsRootsAloneWhoeverTheSourcesBelongTo) {
+  if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: this needs root, to act as several users";
+  const test::TemporaryFolder checkout;
+  fs::copy(CORVANE_DEMO_FOLDER, checkout / "demo", fs::copy_options::recursive);
+  for (const auto& entry : fs::recursive_directory_iterator(checkout.path())) {
+    ASSERT_EQ(::lchown(entry.path().c_str(), 4712, 4712), 0);
+    fs::permissions(entry.path(), fs::perms::group_write, fs::perm_options::add);
+  }
+  const DemoClient demo("0", "demo", checkout / "demo/make-demo");
+  ASSERT_TRUE(fs::exists(demo.paths.runClient));
+  for (const auto& entry : fs::recursive_directory_iterator(demo.root)) {
+    struct stat attributes {};
+    ASSERT_EQ(::lstat(entry.path().c_str(), &attributes), 0);
+    EXPECT_EQ(attributes.st_uid, 0U) << entry.path();
+    const bool isSticky = (attributes.st_mode & S_ISVTX) != 0;
+    EXPECT_TRUE(isSticky || entry.is_symlink() || (attributes.st_mode & (S_IWGRP | S_IWOTH)) == 0)
+        << entry.path();
+  }
 }
 
 TEST(MakeDemo, RefusesWrongArguments) {

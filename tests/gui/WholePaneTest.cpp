@@ -5,7 +5,10 @@
 #include <QTableView>
 #include <QTreeView>
 #include <algorithm>
+#include <filesystem>
 #include <map>
+
+#include <unistd.h>
 
 #include "GuiFixture.h"
 #include "Pictures.h"
@@ -202,6 +205,20 @@ TEST_F(WholePane, PicturesShowATabWithItsAlertThenLockedThenUnlocked) {
   EXPECT_EQ(names, (std::vector<std::string>{"Plugins-alert.png", "Plugins-unlocked.png", "Plugins.png"}));
   EXPECT_TRUE(pane->assembly().pane().unlocked());
   EXPECT_FALSE(qt::takePictures(*pane, QStringLiteral("/no/such/folder"), 0));
+}
+
+TEST_F(WholePane, TheLockStaysClosedForRootWhereOthersCanChangeTheTree) {
+  if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: this needs root, to act as several users";
+  constexpr uid_t kStranger = 4712;
+  ASSERT_EQ(::chown(root.path().c_str(), kStranger, 0), 0);
+  open();
+  click(widget("authView"));
+  EXPECT_FALSE(pane->assembly().pane().unlocked());
+  EXPECT_EQ(pane->assembly().view().authView.label(), "Click the lock to make changes.");
+  const TemporaryFolder pictures;
+  ASSERT_TRUE(qt::takePictures(*pane, QString::fromStdString(pictures.path()), 0));
+  EXPECT_TRUE(std::filesystem::exists(pictures / "Configuration.png"));
+  EXPECT_FALSE(std::filesystem::exists(pictures / "Configuration-unlocked.png"));
 }
 
 TEST_F(WholePane, NoControlIsMarkedBeforeTheKeyboardIsUsed) {

@@ -100,8 +100,12 @@ inline int runToEnd(const std::vector<std::string>& command) { return Started(co
 class DemoClient {
  public:
   /// Lays the client out in a folder of this name. `runSeconds` is how long a run of the client takes.
-  explicit DemoClient(std::string runSeconds = "0", std::string folderName = "demo")
-      : root(folder_ / folderName), paths(root), runSeconds_(std::move(runSeconds)) {
+  explicit DemoClient(std::string runSeconds = "0", const std::string& folderName = "demo",
+                      std::string makeDemo = script())
+      : root(folder_ / folderName),
+        paths(root),
+        runSeconds_(std::move(runSeconds)),
+        script_(std::move(makeDemo)) {
     EXPECT_EQ(make(), 0);
   }
   DemoClient(const DemoClient&) = delete;
@@ -114,7 +118,7 @@ class DemoClient {
     EXPECT_TRUE(waitUntil([daemon] { return !isAlive(daemon); })) << "the daemon outlives its tree";
   }
 
-  int make() { return runToEnd({script(), "--run-seconds", runSeconds_, root}); }
+  int make() { return runToEnd({script_, "--run-seconds", runSeconds_, root}); }
   [[nodiscard]] static std::string script() { return CORVANE_DEMO_FOLDER "/make-demo"; }
   /// The command that runs a script of the client.
   [[nodiscard]] static std::vector<std::string> bash(const std::string& script,
@@ -152,6 +156,7 @@ class DemoClient {
 
  private:
   std::string runSeconds_;
+  std::string script_;
 };
 
 }  // namespace corvane::test

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::string_view kAdministratorRight = "system.privilege.admin";
 
+/// What somebody who opens a tree of theirs as root can do.
+constexpr std::string_view kRunAsOwner = "; run the pane as the user whom the tree belongs to";
+
 LaunchStatus statusOf(helper::Outcome outcome) {
   switch (outcome) {
     case helper::Outcome::Started:
@@ -71,8 +74,13 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
                     : "The root prefix is not an absolute path");
     done(AuthorizationOutcome::Unavailable, nullptr);
   } else if (isDirect()) {
-    done(AuthorizationOutcome::Granted,
-         std::make_unique<DirectRights>(helper::Place{*root, options_.helper}));
+    auto rights = std::make_unique<DirectRights>(helper::Place{*root, options_.helper});
+    if (const auto objection = rights->objection(); !objection.empty()) {
+      log_.write(std::string(kNoRights) + objection + std::string(kRunAsOwner));
+      done(AuthorizationOutcome::Denied, nullptr);
+      return;
+    }
+    done(AuthorizationOutcome::Granted, std::move(rights));
   } else if (asking_ && asking_->isOpen()) {
     done(AuthorizationOutcome::Cancelled, nullptr);
   } else {

@@ -165,7 +165,7 @@ void PolkitAsking::childEnded() {
 /// Whoever is answered may ask again, which destroys this object.
 void PolkitAsking::answer(AuthorizationOutcome outcome, std::string_view problem,
                           std::unique_ptr<Authorization> rights) {
-  if (!problem.empty()) log_.write("Could not get administrator rights: " + std::string(problem));
+  if (!problem.empty()) log_.write(std::string(kNoRights) + std::string(problem));
   const auto socketSource = std::move(socketSource_);
   const auto childSource = std::move(childSource_);
   const auto deadline = std::move(deadline_);

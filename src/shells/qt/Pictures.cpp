@@ -54,6 +54,7 @@ bool takePictures(LinuxPane& pane, const QString& folder, int onlyTab) {
   if (!takeAll({})) return false;
   if (!pane.isDirect()) return true;
   view.authView.click();
+  if (view.authView.state() != AuthorizationView::State::Open) return true;
   pane.assembly().pluginsView().pluginsTable.expandItem({}, true);
   return takeAll(QStringLiteral("-unlocked"));
 }

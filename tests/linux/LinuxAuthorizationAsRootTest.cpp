@@ -1,0 +1,252 @@
+// Commands without asking for rights in a process of root: nothing is done where others than root could lead
+// it astray. The real command runner in this process, with a tree of which strangers own parts.
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "linux/OtherUser.h"
+#include "platform/linux/LinuxAuthorization.h"
+#include "platform/linux/PollRunLoop.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestPlatform.h"
+
+namespace corvane {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kHelper = "/nonexistent/qlhelper";
+constexpr uid_t kStranger = 4712;
+const std::string kOpenToOthers = ": others than root can change the folder or one above it";
+const std::string kRunAsOwner = "; run the pane as the user whom the tree belongs to";
+
+struct AsRoot : testing::Test {
+  void SetUp() override {
+    if (!test::OtherUser::isPossible())
+      GTEST_SKIP() << "NOT TESTED: this needs root, to act as several users";
+    ::chmod(base.path().c_str(), 0755);
+    for (const auto* folder : {"private/tmp", "Library/Corvane/Plugins", "Library/Corvane/PluginSupport"})
+      base.makeFolder(std::string("tree/") + folder);
+    ::chmod((root + "/private/tmp").c_str(), 01777);
+  }
+  void own(const std::string& relative, uid_t owner, mode_t mode) const {
+    ASSERT_EQ(::lchown((root + relative).c_str(), owner, 0), 0);
+    ASSERT_EQ(::chmod((root + relative).c_str(), mode), 0);
+  }
+  AuthorizationOutcome openLock(LinuxAuthorization& lock) {
+    auto outcome = AuthorizationOutcome::Unavailable;
+    lock.requestRights("system.privilege.admin",
+                       [&](AuthorizationOutcome given, std::unique_ptr<Authorization> rights) {
+                         outcome = given;
+                         authorization = std::move(rights);
+                       });
+    EXPECT_EQ(authorization != nullptr, outcome == AuthorizationOutcome::Granted);
+    return outcome;
+  }
+  AuthorizationOutcome openLock() { return openLock(services); }
+  LaunchStatus run(const std::string& tool, const std::vector<std::string>& arguments) {
+    return services.executeWithPrivileges(authorization.get(), tool, arguments);
+  }
+  /// A program of root that leaves a file behind when it runs.
+  void writeProgram(const std::string& relative) const {
+    base.writeFile("tree" + relative, "#!/bin/sh\necho ran > '" + (base / "ran") + "'\n");
+    own(relative, 0, 0755);
+  }
+  [[nodiscard]] bool hasRun() const { return std::filesystem::exists(base / "ran"); }
+
+  test::TemporaryFolder base;
+  const std::string root = base / "tree";
+  test::RecordingLog log;
+  PollRunLoop loop;
+  LinuxAuthorization services{loop, log, {.root = root, .helper = kHelper}};
+  std::unique_ptr<Authorization> authorization;
+};
+
+/// One part of the tree, and whether the lock opens when it is like that.
+struct Part {
+  std::string name;
+  std::string folder;  // below the root prefix; empty: the prefix
+  uid_t owner;
+  mode_t mode;
+  bool opens;
+};
+void PrintTo(const Part& part, std::ostream* stream) { *stream << part.name; }
+struct StagingPath : AsRoot, testing::WithParamInterface<Part> {};
+TEST_P(StagingPath, DecidesWhetherTheLockOpens) {
+  own(GetParam().folder, GetParam().owner, GetParam().mode);
+  if (GetParam().opens) {
+    EXPECT_EQ(openLock(), AuthorizationOutcome::Granted);
+    EXPECT_THAT(log.lines, IsEmpty());
+  } else {
+    EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
+    EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
+                                       kOpenToOthers + kRunAsOwner));
+  }
+}
+INSTANTIATE_TEST_SUITE_P(
+    Parts, StagingPath,
+    testing::Values(Part{"PrefixOfRoot", "", 0, 0755, true},
+                    Part{"PrefixOfAStranger", "", kStranger, 0755, false},
+                    Part{"PrefixWritableByTheGroup", "", 0, 0775, false},
+                    Part{"PrefixWritableByOthersButSticky", "", 0, 01777, true},
+                    Part{"FolderAboveOfAStranger", "/..", kStranger, 0755, false},
+                    Part{"FolderOnTheWayOfAStranger", "/private", kStranger, 0755, false},
+                    Part{"FolderOnTheWayWritableByOthers", "/private", 0, 0777, false},
+                    Part{"StagingFolderOfAStranger", "/private/tmp", kStranger, 01777, false},
+                    Part{"StagingFolderThatIsNotSticky", "/private/tmp", 0, 0777, false},
+                    Part{"StagingFolderOfRootAlone", "/private/tmp", 0, 0700, true},
+                    Part{"ClientFolderOfAStranger", "/Library/Corvane", kStranger, 0755, true}),
+    [](const testing::TestParamInfo<Part>& value) { return value.param.name; });
+
+TEST_F(AsRoot, StagingFolderThatIsMissingMayNotBeMadeByOthersMeanwhile) {
+  std::filesystem::remove(root + "/private/tmp");
+  EXPECT_EQ(openLock(), AuthorizationOutcome::Granted);
+  ASSERT_THAT(log.lines, IsEmpty());
+  own("/private", 0, 01777);
+  EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
+  EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private" +
+                                     kOpenToOthers + kRunAsOwner));
+}
+
+TEST_F(AsRoot, LinkToTheStagingFolderKeepsTheLockClosed) {
+  std::filesystem::remove(root + "/private/tmp");
+  base.makeFolder("elsewhere");
+  for (const auto& leadsTo : {base / "elsewhere", base / "missing"}) {
+    std::filesystem::create_symlink(leadsTo, root + "/private/tmp");
+    log.lines.clear();
+    EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
+    EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
+                                       ": what stands there is not a folder" + kRunAsOwner));
+    std::filesystem::remove(root + "/private/tmp");
+  }
+}
+
+TEST_F(AsRoot, PrefixThatIsALinkOrMissingKeepsTheLockClosed) {
+  std::filesystem::create_symlink(root, base / "link");
+  LinuxAuthorization throughLink{loop, log, {.root = base / "link", .helper = kHelper}};
+  EXPECT_EQ(openLock(throughLink), AuthorizationOutcome::Denied);
+  LinuxAuthorization missing{loop, log, {.root = base / "missing", .helper = kHelper}};
+  EXPECT_EQ(openLock(missing), AuthorizationOutcome::Denied);
+  EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + (base / "link") +
+                                         ": the path leads through a symbolic link" + kRunAsOwner,
+                                     "Could not get administrator rights: " + (base / "missing") +
+                                         ": No such file or directory" + kRunAsOwner));
+}
+
+TEST_F(AsRoot, TheSystemsOwnClientIsTrusted) {
+  LinuxAuthorization own{loop, log, {.root = "", .helper = kHelper}};
+  EXPECT_EQ(openLock(own), AuthorizationOutcome::Granted);
+  EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(AsRoot, NothingIsWrittenIntoAFolderThatOthersCanChange) {
+  ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  const auto staging = base.writeFile("tree/private/tmp/a.plist", "new");
+  const auto target = base.writeFile("tree/Library/Corvane/PluginSupport/a.plist", "old");
+  own("/Library/Corvane/PluginSupport", kStranger, 0755);
+  EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kDenied);
+  EXPECT_EQ(base.readFile("tree/Library/Corvane/PluginSupport/a.plist"), "old");
+  EXPECT_THAT(log.lines, ElementsAre("Root command refused: /bin/cp: " + root +
+                                     "/Library/Corvane/PluginSupport" + kOpenToOthers));
+  own("/Library/Corvane/PluginSupport", 0, 0755);
+  EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kStarted);
+  EXPECT_EQ(base.readFile("tree/Library/Corvane/PluginSupport/a.plist"), "new");
+}
+
+TEST_F(AsRoot, FileThatAStrangerStagedIsNeitherCopiedNorRemoved) {
+  ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  const auto staging = base.writeFile("tree/private/tmp/a.plist", "a stranger's");
+  const auto target = base.writeFile("tree/Library/Corvane/a.plist", "old");
+  own("/private/tmp/a.plist", kStranger, 0644);
+  EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kDenied);
+  EXPECT_EQ(run("/bin/rm", {staging}), launch_status::kDenied);
+  EXPECT_EQ(base.readFile("tree/Library/Corvane/a.plist"), "old");
+  EXPECT_TRUE(std::filesystem::exists(staging));
+}
+
+TEST_F(AsRoot, HousekeepingLeavesFoldersOfOthersAlone) {
+  ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  base.writeFile("tree/Library/Corvane/ClientSettings.plist");
+  own("/Library/Corvane/ClientSettings.plist", 0, 0600);
+  own("/Library/Corvane", kStranger, 0755);
+  std::string text = "/bin/chmod 644";
+  for (const auto* files :
+       {"/ClientSettings.plist", "/PluginSupport/*.plist", "/Utilities/UpdaterSupport/*.plist"})
+    text += " '" + root + "'/Library/Corvane" + files;
+  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kDenied);
+  struct stat attributes {};
+  ASSERT_EQ(::stat((root + "/Library/Corvane/ClientSettings.plist").c_str(), &attributes), 0);
+  EXPECT_EQ(attributes.st_mode & 07777, 0600U);
+  EXPECT_THAT(log.lines,
+              ElementsAre("Root command refused: /bin/sh: " + root + "/Library/Corvane" + kOpenToOthers));
+}
+
+/// What a stranger may own of a program's path, and the line that says so.
+struct Program {
+  std::string name;
+  std::string part;
+  std::string line;
+};
+void PrintTo(const Program& program, std::ostream* stream) { *stream << program.name; }
+struct ProgramsOfOthers : AsRoot, testing::WithParamInterface<Program> {
+  LaunchStatus validate() {
+    std::unique_ptr<OutputPipe> output;
+    const auto status = services.executeWithPrivileges(
+        authorization.get(), kHelper, {root + "/Library/Corvane/Plugins/check_x", "--test-mode"}, output);
+    char byte = 0;
+    const bool ended = !output || output->read(&byte, 1).endOfFile;
+    EXPECT_TRUE(ended);
+    return status;
+  }
+};
+TEST_P(ProgramsOfOthers, AreNotRun) {
+  ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  writeProgram("/Library/Corvane/Plugins/check_x");
+  own(GetParam().part, kStranger, 0755);
+  EXPECT_EQ(validate(), launch_status::kDenied);
+  EXPECT_FALSE(hasRun());
+  EXPECT_THAT(log.lines,
+              ElementsAre(std::string("Root command refused: ") + kHelper + ": " + root + GetParam().line));
+  own(GetParam().part, 0, 0755);
+  EXPECT_EQ(validate(), launch_status::kStarted);
+  EXPECT_TRUE(hasRun());
+}
+INSTANTIATE_TEST_SUITE_P(
+    Parts, ProgramsOfOthers,
+    testing::Values(
+        Program{"ThePlugin", "/Library/Corvane/Plugins/check_x",
+                "/Library/Corvane/Plugins/check_x: others than root can change the program"},
+        Program{"TheirFolder", "/Library/Corvane/Plugins", "/Library/Corvane/Plugins" + kOpenToOthers},
+        Program{"TheClientFolder", "/Library/Corvane", "/Library/Corvane/Plugins" + kOpenToOthers}),
+    [](const testing::TestParamInfo<Program>& value) { return value.param.name; });
+
+TEST_F(AsRoot, ScriptOfAStrangerIsNotRun) {
+  ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  writeProgram("/Library/Corvane/RunClient");
+  own("/Library/Corvane/RunClient", kStranger, 0755);
+  EXPECT_EQ(run(kHelper, {"/bin/bash", root + "/Library/Corvane/RunClient", "--log-parent", "prefpane-client",
+                          "--force"}),
+            launch_status::kDenied);
+  EXPECT_THAT(log.lines, ElementsAre(std::string("Root command refused: ") + kHelper + ": " + root +
+                                     "/Library/Corvane/RunClient: others than root can change the program"));
+}
+
+/// Where there is nothing to gain, nothing is in the way: the tree may stand anywhere and be open to all.
+TEST_F(AsRoot, OrdinaryUserIsNotKeptFromATreeOfTheirs) {
+  for (const auto* folder : {"", "/private", "/private/tmp", "/Library", "/Library/Corvane"})
+    own(folder, kStranger, 0777);
+  const auto target = base.writeFile("tree/Library/Corvane/a.plist", "old");
+  own("/Library/Corvane/a.plist", kStranger, 0644);
+  const test::OtherUser stranger(kStranger);
+  EXPECT_EQ(openLock(), AuthorizationOutcome::Granted);
+  const auto staging = base.writeFile("tree/private/tmp/a.plist", "new");
+  EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kStarted);
+  EXPECT_EQ(base.readFile("tree/Library/Corvane/a.plist"), "new");
+  EXPECT_THAT(log.lines, IsEmpty());
+}
+
+}  // namespace
+}  // namespace corvane
