@@ -11,7 +11,7 @@ namespace {
 
 constexpr qreal kUnbounded = 1e6;
 
-bool isDark(const QPalette& palette) {
+bool hasDarkBase(const QPalette& palette) {
   return palette.color(QPalette::Base).lightnessF() < palette.color(QPalette::Text).lightnessF();
 }
 
@@ -24,7 +24,7 @@ qreal offset(qreal room, qreal width, Qt::Alignment alignment) {
 }  // namespace
 
 QColor colorOf(TextColor role, const QPalette& palette) {
-  const bool dark = isDark(palette);
+  const bool dark = hasDarkBase(palette);
   switch (role) {
     case TextColor::Gray:
       return dark ? QColor(0x9d, 0x9d, 0xa2) : QColor(0x70, 0x70, 0x75);

@@ -15,6 +15,7 @@ namespace corvane::qt {
 namespace {
 
 constexpr int kControlHeight = 24;
+constexpr int kShortestSlider = 24;
 
 bool enabled(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Enabled); }
 bool pressed(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Sunken); }
@@ -71,8 +72,8 @@ void drawTab(const QStyleOptionTab& option, QPainter& painter) {
   drawRounded(painter, bar, 5.5, fill, selected ? fill.darker(108) : outlineColor(option.palette));
   if (!last && !selected && option.selectedPosition != QStyleOptionTab::NextIsSelected) {
     painter.setPen(outlineColor(option.palette));
-    painter.drawLine(QPointF(whole.right() + 0.5, whole.top() + 4),
-                     QPointF(whole.right() + 0.5, whole.bottom() - 4));
+    painter.drawLine(QPointF(whole.right() - 0.5, whole.top() + 4),
+                     QPointF(whole.right() - 0.5, whole.bottom() - 4));
   }
   painter.restore();
   if (focused(&option))
@@ -116,8 +117,10 @@ QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
   const int length = horizontal ? bar.rect.width() : bar.rect.height();
   const qint64 range = qint64{bar.maximum} - bar.minimum;
   int slider = length;
-  if (range > 0)
-    slider = qBound(24, static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep)), length);
+  if (range > 0) {
+    slider = qBound(qMin(kShortestSlider, length),
+                    static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep)), length);
+  }
   const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
                                                     length - slider, bar.upsideDown);
   const auto piece = [&](int from, int size) {
@@ -158,8 +161,6 @@ void PaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                               const QWidget* widget) const {
   switch (element) {
     case PE_IndicatorCheckBox:
-      drawCheckBox(*option, *painter, option->rect);
-      return;
     case PE_IndicatorItemViewItemCheck:
       drawCheckBox(*option, *painter, option->rect);
       return;
@@ -254,17 +255,15 @@ int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ButtonDefaultIndicator:
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
+    case PM_TabBarTabOverlap:
+    case PM_TabBarBaseOverlap:
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarTabShiftVertical:
       return 0;
     case PM_TabBarTabHSpace:
       return 32;
     case PM_TabBarTabVSpace:
       return 12;
-    case PM_TabBarTabOverlap:
-    case PM_TabBarBaseOverlap:
-      return 0;
-    case PM_TabBarTabShiftHorizontal:
-    case PM_TabBarTabShiftVertical:
-      return 0;
     case PM_HeaderMargin:
       return 3;
     default:
@@ -277,12 +276,10 @@ int PaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
   switch (hint) {
     case SH_TabBar_Alignment:
       return Qt::AlignHCenter;
-    case SH_EtchDisabledText:
-      return 0;
     case SH_ItemView_ShowDecorationSelected:
       return 1;
+    case SH_EtchDisabledText:
     case SH_UnderlineShortcut:
-      return 0;
     case SH_DialogButtonBox_ButtonsHaveIcons:
       return 0;
     default:
