@@ -1,7 +1,7 @@
 #include "binders/CellContents.h"
 
-#include "CellText.h"
 #include "Text.h"
+#include "binders/CellText.h"
 
 namespace corvane::qt {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "CellText.h"
 #include "Text.h"
 #include "binders/CellContents.h"
+#include "binders/CellText.h"
 
 namespace corvane::qt {
 
@@ -168,9 +168,7 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
 
 QVariant OutlineModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-  if (role != Qt::DisplayRole) return {};
-  return toQString(outline_.columns()[static_cast<std::size_t>(section)].title);
+  return headerOf(outline_.columns()[static_cast<std::size_t>(section)], role);
 }
 
 Qt::ItemFlags OutlineModel::flags(const QModelIndex& index) const {

@@ -1,7 +1,7 @@
 #include "binders/TableModel.h"
 
-#include "CellText.h"
 #include "Text.h"
+#include "binders/CellText.h"
 
 namespace corvane::qt {
 
@@ -48,9 +48,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-  if (role != Qt::DisplayRole) return {};
-  return toQString(table_.columns()[static_cast<std::size_t>(section)].title);
+  return headerOf(table_.columns()[static_cast<std::size_t>(section)], role);
 }
 
 }  // namespace corvane::qt

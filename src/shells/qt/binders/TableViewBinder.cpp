@@ -7,7 +7,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
-#include "CellText.h"
+#include "binders/CellText.h"
 #include "binders/TableModel.h"
 
 namespace corvane::qt {

@@ -1,10 +1,12 @@
-// Values of cells as styled texts, and the delegate that draws them in tables.
+// Values of cells as styled texts, the delegate that draws them in tables, and the headers of columns.
 #pragma once
 
 #include <QMetaType>
 #include <QStyledItemDelegate>
+#include <QVariant>
 
 #include "controls/ObjectValue.h"
+#include "controls/TableView.h"
 
 namespace corvane::qt {
 
@@ -12,6 +14,8 @@ namespace corvane::qt {
 inline constexpr int kStyledTextRole = Qt::UserRole + 1;
 
 [[nodiscard]] AttributedText textOf(const ObjectValue& value);
+/// What a model answers for the header of the column.
+[[nodiscard]] QVariant headerOf(const TableColumn& column, int role);
 
 class StyledTextDelegate final : public QStyledItemDelegate {
   Q_OBJECT

@@ -1,8 +1,9 @@
-#include "CellText.h"
+#include "binders/CellText.h"
 
 #include <QPainter>
 
 #include "AttributedTextLayout.h"
+#include "Text.h"
 #include "values/Conversions.h"
 
 namespace corvane::qt {
@@ -11,6 +12,11 @@ AttributedText textOf(const ObjectValue& value) {
   if (const auto* text = std::get_if<AttributedText>(&value)) return *text;
   if (const auto* plain = std::get_if<PropertyList>(&value)) return AttributedText(description(*plain));
   return {};
+}
+
+QVariant headerOf(const TableColumn& column, int role) {
+  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+  return role == Qt::DisplayRole ? QVariant(toQString(column.title)) : QVariant();
 }
 
 void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& viewOption,
