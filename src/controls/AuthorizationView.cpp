@@ -57,7 +57,6 @@ void AuthorizationView::close() {
 }
 
 void AuthorizationView::answer(AuthorizationOutcome outcome, std::unique_ptr<Authorization> authorization) {
-  if (state_ != State::Asking) return;
   if (outcome != AuthorizationOutcome::Granted || !authorization) {
     close();
     return;

@@ -92,7 +92,7 @@ struct OutlineView::Implementation {
     load(row);
     const std::vector<RowPointer> children = row->children;
     for (const RowPointer& child : children) {
-      if (child->placed && child->childrenKnown) reload(child);
+      if (child->childrenKnown) reload(child);
     }
   }
 

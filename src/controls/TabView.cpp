@@ -25,7 +25,6 @@ void TabView::selectTabViewItemAtIndex(int index) {
     didChange();
     return;
   }
-  if (index == selected_) return;  // the delegate has selected it meanwhile
   selected_ = index;
   didChange();
 }
