@@ -133,6 +133,27 @@ TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesCloseTheLockAndTellTheDel
   EXPECT_EQ(view->authorization(), services.granted);
 }
 
+TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesOutliveTheirOwnCall) {
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  services.granted->lost();
+  EXPECT_NE(services.granted, nullptr);
+  view->click();
+  EXPECT_EQ(services.granted, nullptr) << "the next use of the lock gives them back";
+}
+
+TEST_F(AuthorizationViewTest, TheLateEndOfEarlierRightsDoesNotCloseTheLock) {
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  const auto earlier = services.granted->lost;
+  view->click();
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  earlier();
+  EXPECT_EQ(view->state(), State::Open);
+  EXPECT_NE(view->authorization(), nullptr);
+}
+
 TEST_F(AuthorizationViewTest, ClosingTellsNoDelegate) {
   view->click();
   services.answer(AuthorizationOutcome::Granted);

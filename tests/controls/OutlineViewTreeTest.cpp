@@ -367,7 +367,11 @@ TEST_F(OutlineViewTreeTest, ADataSourceThatReloadsWhileItIsAskedDoesNoHarm) {
   view.setDataSource(&reentrant);
   view.reloadData();
   const OutlineItem asking = view.itemAtRow(0);
+  int expansions = 0;
+  view.onExpansionChange = [&](const OutlineItem&) { ++expansions; };
   view.expandItem(asking);
+  EXPECT_FALSE(view.isItemExpanded(asking));
+  EXPECT_EQ(expansions, 0);
   EXPECT_EQ(view.rowForItem(asking), -1);
   EXPECT_TRUE(view.childrenOfItem(asking).empty());
   EXPECT_EQ(view.numberOfRows(), 1);

@@ -58,6 +58,15 @@ TEST_F(CorvanePrefTest, WithoutTheInstallFolderThePaneIsUninstalledFromTheStart)
   EXPECT_THAT(platform_.fileEventQueues.armedPaths(), IsEmpty());
 }
 
+TEST_F(CorvanePrefTest, AwakeningAgainAfterTheFolderHasComeClearsTheRemoval) {
+  platform_.remove(platform_.paths.installFolder);
+  createPane().awakeFromNib();
+  ASSERT_TRUE(pane_->uninstalled());
+  platform_.layOutFolders();
+  pane_->awakeFromNib();
+  EXPECT_FALSE(pane_->uninstalled());
+}
+
 TEST_F(CorvanePrefTest, WithoutTheSettingsFileTheReadErrorIsSetAndNothingIsRefreshed) {
   platform_.remove(platform_.paths.clientSettings);
   createPane().awakeFromNib();
@@ -82,7 +91,11 @@ TEST_F(CorvanePrefTest, AFolderThatCannotBeWatchedDoesNotStopTheLoading) {
 }
 
 TEST_F(CorvanePrefTest, TheMainViewStartsTheStreamArmsTheLockAndDrawsTheHeader) {
+  int shownLocks = 0;
+  view_.authView.onChange = [&] { ++shownLocks; };
+  view_.tabView.selectTabViewItemAtIndex(1);
   load();
+  EXPECT_EQ(shownLocks, 1);
   ASSERT_EQ(platform_.directoryEvents.streams.size(), 1U);
   EXPECT_THAT(platform_.directoryEvents.streams[0]->calls, ElementsAre("schedule", "start"));
   EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0);
@@ -194,7 +207,7 @@ TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
   ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
   expectOkAlert(platform_.dialogs.sheets[0].alert, "Monitoring Client Removed", kRemovedText);
   EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::PaneWindow);
-  EXPECT_THAT(platform_.fileEventQueues.armedPaths(), ElementsAre(platform_.paths.clientSettings));
+  EXPECT_EQ(platform_.fileEventQueues.openQueues(), 1U) << "only the settings file is watched still";
 
   openLock();
   EXPECT_FALSE(pane_->unlocked());
@@ -267,7 +280,7 @@ TEST_F(CorvanePrefTest, ObserversOfTheLockAreToldAtOnceAndOfEveryChangeAsOftenAs
   EXPECT_EQ(observer.changes, 4);
 }
 
-TEST_F(CorvanePrefTest, ThePrimaryStoreWritesThroughThePane) {
+TEST_F(CorvanePrefTest, WhatATabWritesReachesTheFileThroughRoot) {
   load();
   openLock();
   platform_.authorization.commands.clear();
@@ -284,7 +297,8 @@ TEST_F(CorvanePrefTest, AtItsEndThePaneStopsTheStreamAndItsWatchers) {
   pane_.reset();
   EXPECT_THAT(stream->calls, ElementsAre("schedule", "start", "stop", "unschedule", "release"));
   EXPECT_EQ(platform_.fileEventQueues.openQueues(), 0U);
-  openLock();  // nobody is told any more
+  openLock();
+  EXPECT_THAT(platform_.authorization.commands, IsEmpty()) << "nobody is told any more";
 }
 
 }  // namespace

@@ -66,6 +66,13 @@ TEST_F(MyTabViewControllerTest, CancelKeepsTheCurrentTabAndTheQuestion) {
   EXPECT_EQ(sheets(), 2U);
 }
 
+TEST_F(MyTabViewControllerTest, AConfirmationHoldsUntilAnAlertEndsInAnotherWay) {
+  guard_.alertDidEndReturnCodeContextInfo(1000);
+  EXPECT_TRUE(guard_.showPluginTab());
+  guard_.alertDidEndReturnCodeContextInfo(1001);
+  EXPECT_FALSE(guard_.showPluginTab());
+}
+
 TEST_F(MyTabViewControllerTest, AfterTheRemovalEverySwitchIsRefusedAndExplained) {
   guard_.setUninstalled(true);
   for (const int index : {1, 2}) EXPECT_FALSE(select(index));

@@ -43,6 +43,15 @@ TEST_F(QLDefaultsControllerTest, AnAutoDiskMountFileWithoutKeysSuppliesTheDefaul
   EXPECT_EQ(empty.value("AutomountDisksWithoutUserLogin"), PropertyList::boolean(false));
 }
 
+TEST_F(QLDefaultsControllerTest, AnAutoDiskMountFileWithKeysKeepsItsOwnAndGetsNoDefault) {
+  const Dictionary other = Dictionary::make({{"Other", PropertyList::integer(1)}});
+  const Dictionary on = Dictionary::make({{"AutomountDisksWithoutUserLogin", PropertyList::boolean(true)}});
+  for (const Dictionary& contents : {other, on}) {
+    platform_.writePlist(platform_.paths.autoDiskMount, contents);
+    EXPECT_EQ(store(platform_.paths.autoDiskMount).values()->contents(), contents);
+  }
+}
+
 TEST_F(QLDefaultsControllerTest, AnUnreadableAutoDiskMountFileIsInvalidAndHasNoDefault) {
   platform_.writeText(platform_.paths.autoDiskMount, "not a property list");
   const auto broken = store(platform_.paths.autoDiskMount);

@@ -139,6 +139,23 @@ TEST_F(SettingsBindingTest, AControlCanBeTiedToAnotherStore) {
   textBinding_.unbind();  // before the store goes
 }
 
+TEST_F(SettingsBindingTest, AControlWhoseBindingHasGoneIsNoLongerTiedToTheStore) {
+  open({{"ClientGroup", PropertyList::string("lab")}, {"Plugin_Enabled", PropertyList::boolean(true)}});
+  TextField field{TextField::Role::Entry};
+  Button checkBox{ButtonKind::CheckBox};
+  {
+    SettingsBinding ofField(field, "ClientGroup", SettingsBinding::Kind::Text);
+    SettingsBinding ofCheckBox(checkBox, "Plugin_Enabled");
+    ofField.bindTo(*store_);
+    ofCheckBox.bindTo(*store_);
+  }
+  type(field, "office");
+  checkBox.click();
+  EXPECT_TRUE(pane_.writes.empty());
+  store_->values()->set("ClientGroup", PropertyList::string("new"));
+  EXPECT_EQ(field.stringValue(), "office");
+}
+
 TEST_F(SettingsBindingTest, LongTextsAndControlCharactersArriveUnchanged) {
   open({});
   bindAll();

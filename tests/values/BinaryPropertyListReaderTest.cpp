@@ -206,6 +206,28 @@ TEST(BinaryPropertyListReader, NumbersOfTheTableMayHaveAnySize) {
   }
 }
 
+TEST(BinaryPropertyListReader, NumbersOfTheTableMustBeLargeEnoughForEveryObjectAndEveryPlace) {
+  File many;
+  many.objects.assign(257, "\xA0");
+  many.offsetSize = 2;
+  EXPECT_FALSE(readPropertyList(many.bytes()));
+  many.referenceSize = 2;
+  EXPECT_TRUE(readPropertyList(many.bytes()));
+  File large{{"\x5F\x11"s + bigEndian(300, 2) + std::string(300, 'x')}};
+  EXPECT_FALSE(readPropertyList(large.bytes()));
+  large.offsetSize = 2;
+  EXPECT_TRUE(readPropertyList(large.bytes()));
+}
+
+TEST(BinaryPropertyListReader, TheTableHoldsNothingButOffsets) {
+  File file{{"\x09"s}};
+  file.offsetSize = 2;
+  std::string bytes = file.bytes();
+  ASSERT_TRUE(readPropertyList(bytes));
+  bytes.insert(bytes.size() - 32, 1, '\0');
+  EXPECT_FALSE(readPropertyList(bytes));
+}
+
 TEST(BinaryPropertyListReader, TheRootMayBeAnyObjectAndTheVersionAnyDigit) {
   File file{
       {"\x51"
@@ -270,6 +292,11 @@ TEST(BinaryPropertyListReader, OffsetsMustLieAmongTheObjects) {
     changed[table + 1] = static_cast<char>(offset);
     EXPECT_FALSE(readPropertyList(changed)) << offset;
   }
+  // Those of objects that nothing refers to as well.
+  std::string unused = File{{"\xA0"s, "\x09"s}}.bytes();
+  ASSERT_TRUE(readPropertyList(unused));
+  unused[unused.size() - 32 - 1] = 10;  // where the table begins
+  EXPECT_FALSE(readPropertyList(unused));
 }
 
 TEST(BinaryPropertyListReader, AFileCutAnywhereOrLongerIsUnreadable) {
@@ -353,6 +380,14 @@ TEST(BinaryPropertyListReader, ASmallFileCannotStandForAnEndlessTree) {
   texts.objects = {array, longText};
   texts.offsetSize = 4;
   EXPECT_FALSE(readPropertyList(texts.bytes()));
+  // And with one as the key of every entry.
+  File keys;
+  std::string dictionary = "\xDF\x11"s + bigEndian(10'000, 2);
+  for (int i = 0; i < 10'000; ++i) dictionary += '\1';
+  for (int i = 0; i < 10'000; ++i) dictionary += '\2';
+  keys.objects = {dictionary, "\x5F\x12"s + bigEndian(100'000, 4) + std::string(100'000, 'k'), "\x09"s};
+  keys.offsetSize = 4;
+  EXPECT_FALSE(readPropertyList(keys.bytes()));
 }
 
 TEST(BinaryPropertyListReader, AnObjectReferredToTwiceIsReadIntoTwo) {

@@ -233,6 +233,18 @@ TEST(Dictionary, SettingReplacesAndSettingNothingRemoves) {
   EXPECT_TRUE(dictionary.empty());
 }
 
+TEST(Dictionary, KeysMayGoFromEitherEndUntilNoneIsLeft) {
+  auto dictionary = Dictionary::make();
+  dictionary.set("b", PropertyList::integer(1));
+  dictionary.set("a", PropertyList::integer(2));
+  dictionary.remove("b");
+  dictionary.remove("a");
+  EXPECT_TRUE(dictionary.empty());
+  dictionary.set("c", PropertyList::integer(3));
+  EXPECT_EQ(dictionary.keys(), std::vector<std::string>{"c"});
+  EXPECT_EQ(dictionary.value("c"), PropertyList::integer(3));
+}
+
 TEST(Dictionary, TypedLookUpsTreatAnotherTypeAsAbsent) {
   const auto dictionary = Dictionary::make(
       {{"s", PropertyList::string("text")}, {"d", Dictionary::make()}, {"a", Array::make()}});

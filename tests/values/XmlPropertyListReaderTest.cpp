@@ -103,6 +103,7 @@ TEST(XmlPropertyListReader, AFileHoldsExactlyOneValue) {
   expectUnreadable({"", "   ", "<!-- only a comment -->", "<true/><true/>", "<true/><dict/>"});
   EXPECT_FALSE(readPropertyList("<plist/>"));
   EXPECT_FALSE(readPropertyList("<plist></plist>"));
+  EXPECT_FALSE(readPropertyList("<array><plist></plist></array>"));
 }
 
 TEST(XmlPropertyListReader, TheFrameOfAFile) {

@@ -40,6 +40,7 @@ TEST(XmlPropertyListScalars, AFileWithABadIntegerIsUnreadable) {
   expectUnreadable({
       "<integer></integer>",
       "<integer/>",
+      "<integer/>5</integer>",
       "<integer> </integer>",
       "<integer>-</integer>",
       "<integer>+</integer>",
@@ -206,6 +207,7 @@ TEST(XmlPropertyListScalars, DecodesEscapesStrictly) {
       {"<string>&#65;&#x42;&#x63;</string>", text("ABc")},
       {"<string>&#233;&#x20AC;&#x1F600;</string>", text("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80")},
       {"<string>&#00065;</string>", text("A")},
+      {"<string>&#x00000041;</string>", text("A")},
       {"<string>&#x10FFFF;</string>", text("\xF4\x8F\xBF\xBF")},
       {"<string>a&#0;b</string>", text("a\0b"s)},
       {"<string>a\0b</string>"s, text("a\0b"s)},
@@ -231,6 +233,7 @@ TEST(XmlPropertyListScalars, DecodesEscapesStrictly) {
       "<string>&#x110000;</string>",
       "<string>&#99999999;</string>",
       "<string>&#4294967361;</string>",
+      "<string>&#x000000041;</string>",
       "<string>&#000000000065;</string>",
       "<dict><key>&bad;</key><true/></dict>",
   });
