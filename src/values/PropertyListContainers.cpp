@@ -57,7 +57,8 @@ void Array::removeAt(std::size_t index) {
 std::size_t Array::removeAllEqualTo(const PropertyList& element) {
   auto* node = Nodes::array(*this);
   if (node == nullptr) return 0;
-  const PropertyList wanted = element;  // the caller's may be one of ours, which move while they are removed
+  // The caller's may be one of ours, which move while they are removed.
+  const PropertyList wanted = element;  // NOLINT(performance-unnecessary-copy-initialization)
   return std::erase(node->elements, wanted);
 }
 

@@ -42,7 +42,7 @@ struct Direct : testing::Test {
     return services.executeWithPrivileges(authorization.get(), tool, arguments);
   }
   std::string script(const std::string& relative, const std::string& text) {
-    const auto path = tree.writeFile(relative, text);
+    auto path = tree.writeFile(relative, text);
     ::chmod(path.c_str(), 0755);
     return path;
   }

@@ -77,7 +77,7 @@ TEST(PropertyList, IntegersCoverTheSignedAndTheUnsignedRange) {
 
 TEST(PropertyList, CopyingAHandleSharesTheObjectAndMakingNeverDoes) {
   const auto one = PropertyList::string("same");
-  const auto shared = one;
+  const auto shared = one;  // NOLINT(performance-unnecessary-copy-initialization): the copy is the subject
   const auto other = PropertyList::string("same");
   EXPECT_TRUE(shared.isSameObject(one));
   EXPECT_FALSE(other.isSameObject(one));
