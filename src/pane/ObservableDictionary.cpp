@@ -4,6 +4,8 @@
 
 namespace corvane {
 
+// By value: the caller's may lie in what is replaced here.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void ObservableDictionary::set(const std::string& key, PropertyList value) {
   setQuietly(key, value);
   if (ownerObserves(key)) owner_.observeValueForKey(key, value);

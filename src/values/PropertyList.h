@@ -28,6 +28,7 @@ class Dictionary;
 /// A point in time, in seconds since 1 January 1970 GMT. Property lists hold the years 1 to 9999.
 struct Date {
   double secondsSince1970 = 0;
+  // NOLINTNEXTLINE(modernize-use-nullptr): a false alarm
   friend auto operator<=>(const Date&, const Date&) = default;
 };
 
