@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <optional>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -206,15 +207,26 @@ TEST(LinuxFileEventQueues, UnmountingIsADisappearanceAndNoWrite) {
   EXPECT_EQ(outcome, IsolatedOutcome::Passed);
 }
 
-TEST(LinuxFileEventQueues, DeletionBetweenOpeningAndRegisteringIsReported) {
+TEST(LinuxFileEventQueues, DeletionOrRenamingBetweenOpeningAndRegisteringIsReported) {
   const TemporaryFolder folder;
-  for (const std::string& path : {folder.writeFile("file"), folder.makeFolder("folder")}) {
+  struct Case {
+    std::string path;
+    bool renamed;
+  };
+  for (const auto& [path, renamed] :
+       {Case{folder.writeFile("file"), false}, Case{folder.makeFolder("folder"), false},
+        Case{folder.writeFile("other file"), true}, Case{folder.makeFolder("other folder"), true}}) {
+    SCOPED_TRACE(path);
     PollRunLoop loop;
     LinuxFileEventQueues queues(loop);
     auto opened = queues.openForEvents(path);
     auto created = queues.createQueue();
     ASSERT_TRUE(opened.path && created.queue);
-    fs::remove(path);
+    if (renamed) {
+      fs::rename(path, path + " away");
+    } else {
+      fs::remove(path);
+    }
     ASSERT_EQ(created.queue->registerEvent(*opened.path, FileEventKind::Disappearance), std::nullopt);
     int calls = 0;
     ASSERT_TRUE(created.queue->wrap([&] { ++calls; }));
@@ -224,6 +236,36 @@ TEST(LinuxFileEventQueues, DeletionBetweenOpeningAndRegisteringIsReported) {
     loop.runReady();
     EXPECT_EQ(calls, 1);
   }
+}
+
+TEST(LinuxFileEventQueues, LosingANameThatCameLaterIsADisappearanceToo) {
+  const TemporaryFolder folder;
+  const std::string path = folder.writeFile("file");
+  Watch watch(path);
+  fs::create_hard_link(path, path + ".later");
+  ASSERT_EQ(watch.told(), 0);
+  fs::remove(path + ".later");
+  EXPECT_EQ(watch.told(), 1);
+}
+
+TEST(LinuxFileEventQueues, FileThatIsClosedToTheUserHasNotDisappeared) {
+  if (!test::OtherUser::isPossible())
+    GTEST_SKIP() << "NOT TESTED: this needs root to close a folder to this user";
+  const TemporaryFolder folder;
+  const std::string path = folder.writeFile("closed/file");
+  for (const std::string& open : {folder.path(), folder / "closed"})
+    ASSERT_EQ(::chmod(open.c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(path.c_str(), 0644), 0);
+  std::optional<Watch> watch;
+  {
+    const test::OtherUser nobody;
+    watch.emplace(path);
+    ASSERT_TRUE(watch->isArmed());
+  }
+  ASSERT_EQ(::chmod((folder / "closed").c_str(), 0700), 0);
+  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+  const test::OtherUser nobody;
+  EXPECT_EQ(watch->told(), 0);
 }
 
 TEST(LinuxFileEventQueues, EventsWaitUntilTheCallbackIsEnabledAndComeOncePerEnabling) {

@@ -4,10 +4,13 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "linux/OtherUser.h"
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/InotifyEvents.h"
 #include "platform/linux/LinuxFiles.h"
 #include "support/TemporaryFolder.h"
 
@@ -102,6 +105,18 @@ TEST(LinuxFiles, OnlyRegularFilesHaveContents) {
   EXPECT_EQ(files.contents(folder.path(), 100), std::nullopt);
   EXPECT_EQ(files.contents("/dev/zero", 100), std::nullopt);
   EXPECT_EQ(files.contents(folder / "missing", 100), std::nullopt);
+}
+
+TEST(LinuxFiles, ContentsOfWhatIsNoFileAreNotEvenOpened) {
+  const TemporaryFolder folder;
+  const std::string fifo = folder / "fifo";
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  const FileDescriptor opens(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  ASSERT_GE(::inotify_add_watch(opens.get(), fifo.c_str(), IN_OPEN), 0);
+  EXPECT_EQ(LinuxFiles().contents(fifo, 100), std::nullopt);
+  int told = 0;
+  readInotifyEvents(opens.get(), [&told](const InotifyEvent&) { ++told; });
+  EXPECT_EQ(told, 0);
 }
 
 TEST(LinuxFiles, WalkListsEverythingBelowInAFixedOrder) {

@@ -109,8 +109,16 @@ TEST(LinuxProcessOutput, ProgramInheritsNoDescriptorAndReadsNothing) {
 
 TEST(LinuxProcessOutput, ProgramStartsWithFreshSignals) {
   const auto handler = std::signal(SIGPIPE, SIG_IGN);
+  sigset_t blocked;
+  sigset_t before;
+  ::sigemptyset(&blocked);
+  ::sigaddset(&blocked, SIGUSR1);
+  ::sigprocmask(SIG_BLOCK, &blocked, &before);
   const auto output = shell("grep SigIgn /proc/$$/status");
+  const auto mask = shell("grep SigBlk /proc/$$/status");
+  ::sigprocmask(SIG_SETMASK, &before, nullptr);
   std::signal(SIGPIPE, handler);
+  EXPECT_EQ(mask, "SigBlk:\t0000000000000000\n");
   // The C library keeps two signals above the numbered ones for itself and ignores them in every child.
   EXPECT_THAT(output, Optional(::testing::EndsWith("0000000\n")));
 }
