@@ -10,9 +10,6 @@
 
 namespace corvane::helper {
 
-// The former name.
-using Descriptor = FileDescriptor;
-
 struct Program {
   std::string path;                    // absolute
   std::vector<std::string> arguments;  // without the path

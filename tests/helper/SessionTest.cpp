@@ -33,8 +33,8 @@ class Helper {
       const std::string& root, const std::function<void()>& arrange = [] {}) {
     int ends[2];
     EXPECT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
-    socket = Descriptor(ends[0]);
-    const Descriptor theirs(ends[1]);
+    socket = FileDescriptor(ends[0]);
+    const FileDescriptor theirs(ends[1]);
     child_ = ::fork();
     if (child_ == 0) {
       ::dup2(theirs.get(), 0);
@@ -70,7 +70,7 @@ class Helper {
   }
   void kill() const { ::kill(child_, SIGKILL); }
 
-  Descriptor socket;
+  FileDescriptor socket;
   Packet last;
 
  private:
@@ -183,18 +183,18 @@ TEST_F(Session, LimitsOfTheUsersSessionDoNotReachTheHelper) {
 }
 
 /// Makes a terminal the controlling one of this process, which leads a session of its own; its other side.
-Descriptor enterTerminal() {
-  Descriptor keyboard(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+FileDescriptor enterTerminal() {
+  FileDescriptor keyboard(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
   EXPECT_EQ(::grantpt(keyboard.get()) | ::unlockpt(keyboard.get()), 0);
   EXPECT_GT(::setsid(), 0);
   char name[100] = {};
   EXPECT_EQ(::ptsname_r(keyboard.get(), name, sizeof name), 0);
-  const Descriptor terminal(::open(name, O_RDWR | O_CLOEXEC));  // the first one that a session opens
+  const FileDescriptor terminal(::open(name, O_RDWR | O_CLOEXEC));  // the first one that a session opens
   EXPECT_EQ(::tcgetpgrp(terminal.get()), ::getpgrp());
   return keyboard;
 }
 /// Presses the key; true when its signal has reached this process, and with it all of its group.
-bool press(const Descriptor& keyboard, char key, int signal) {
+bool press(const FileDescriptor& keyboard, char key, int signal) {
   sigset_t awaited;
   ::sigemptyset(&awaited);
   ::sigaddset(&awaited, signal);
@@ -229,7 +229,7 @@ class HangingValidation : public Session {
  protected:
   HangingValidation() {
     EXPECT_EQ(::mkfifo((folder / "alive").c_str(), 0600), 0);
-    alive = Descriptor(::open((folder / "alive").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    alive = FileDescriptor(::open((folder / "alive").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     plugin =
         script("Library/Corvane/Plugins/check_x",
                "#!/bin/bash\nexec 9> '" + folder.path() + "/alive'\n" +
@@ -248,7 +248,7 @@ class HangingValidation : public Session {
     char buffer[1];
     return readableSoon(alive.get()) && ::read(alive.get(), buffer, 1) == 0;
   }
-  Descriptor alive;
+  FileDescriptor alive;
   std::string plugin;
 };
 
@@ -298,7 +298,7 @@ TEST_F(Session, ClientRunOutlivesTheSessionAndTheHelpersDeath) {
     ASSERT_EQ(::mkfifo(done.c_str(), 0600), 0);
     const auto path =
         script("Library/Corvane/RunClient", "read line < '" + go + "'\necho \"$*\" > '" + done + "'\n");
-    const Descriptor reader(::open(done.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor reader(::open(done.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     {
       Helper helper(folder.path());
       ASSERT_TRUE(helper.saysHello());
@@ -306,7 +306,7 @@ TEST_F(Session, ClientRunOutlivesTheSessionAndTheHelpersDeath) {
           {.program = self, .arguments = {"/bin/bash", path, "--log-parent", "prefpane-client", "--force"}}));
       if (killed) helper.kill();
     }
-    const Descriptor writer(::open(go.c_str(), O_WRONLY | O_CLOEXEC));
+    const FileDescriptor writer(::open(go.c_str(), O_WRONLY | O_CLOEXEC));
     ASSERT_EQ(::write(writer.get(), "x\n", 2), 2);
     EXPECT_EQ(readToEnd(reader.get()), "--log-parent prefpane-client --force\n");
   }
