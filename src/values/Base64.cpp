@@ -14,7 +14,7 @@ constexpr std::uint8_t notInAlphabet = 0xFF;
   std::array<std::uint8_t, 128> table{};
   table.fill(notInAlphabet);
   for (std::size_t i = 0; i < alphabet.size(); ++i) {
-    table[static_cast<std::size_t>(alphabet[i])] = static_cast<std::uint8_t>(i);
+    table[static_cast<unsigned char>(alphabet[i])] = static_cast<std::uint8_t>(i);
   }
   table['='] = 0;
   return table;
@@ -48,7 +48,7 @@ std::optional<PropertyList::Bytes> dataFromBase64(std::string_view text) {
     } else if (!isBlank(c)) {
       padding = 0;
     }
-    const std::uint8_t bits = table[static_cast<std::size_t>(c)];
+    const std::uint8_t bits = table[static_cast<unsigned char>(c)];
     if (bits == notInAlphabet) continue;
     group = group << 6 | bits;
     if (++inGroup < 4) continue;

@@ -49,6 +49,7 @@ void addBlock(std::size_t index) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(misc-new-delete-overloads): the operator delete follows
 void* PropertyList::Node::operator new(std::size_t size) {
   static_assert(sizeof(Nodes::Scalar) <= largestCell && sizeof(Nodes::String) <= largestCell &&
                 sizeof(Nodes::Data) <= largestCell && sizeof(Nodes::Array) <= largestCell &&

@@ -21,9 +21,6 @@ using test::DemoClient;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 /// The paths below the folder, relative to it, of every property list.
 std::vector<std::string> propertyListsBelow(const std::string& folder) {
