@@ -21,7 +21,8 @@ using ::testing::IsEmpty;
 constexpr const char* kHelper = "/nonexistent/qlhelper";
 constexpr uid_t kStranger = 4712;
 const std::string kOpenToOthers = ": others than root can change the folder or one above it";
-const std::string kRunAsOwner = "; run the pane as the user whom the tree belongs to";
+const std::string kWhatHelps =
+    "; run the pane as the owner of the tree, or keep the tree where only root can change it";
 
 struct AsRoot : testing::Test {
   void SetUp() override {
@@ -83,7 +84,7 @@ TEST_P(StagingPath, DecidesWhetherTheLockOpens) {
   } else {
     EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
     EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
-                                       kOpenToOthers + kRunAsOwner));
+                                       kOpenToOthers + kWhatHelps));
   }
 }
 INSTANTIATE_TEST_SUITE_P(
@@ -108,7 +109,7 @@ TEST_F(AsRoot, StagingFolderThatIsMissingMayNotBeMadeByOthersMeanwhile) {
   own("/private", 0, 01777);
   EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
   EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private" +
-                                     kOpenToOthers + kRunAsOwner));
+                                     kOpenToOthers + kWhatHelps));
 }
 
 TEST_F(AsRoot, LinkToTheStagingFolderKeepsTheLockClosed) {
@@ -119,7 +120,7 @@ TEST_F(AsRoot, LinkToTheStagingFolderKeepsTheLockClosed) {
     log.lines.clear();
     EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
     EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
-                                       ": what stands there is not a folder" + kRunAsOwner));
+                                       ": what stands there is not a folder" + kWhatHelps));
     std::filesystem::remove(root + "/private/tmp");
   }
 }
@@ -131,9 +132,9 @@ TEST_F(AsRoot, PrefixThatIsALinkOrMissingKeepsTheLockClosed) {
   LinuxAuthorization missing{loop, log, {.root = base / "missing", .helper = kHelper}};
   EXPECT_EQ(openLock(missing), AuthorizationOutcome::Denied);
   EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + (base / "link") +
-                                         ": the path leads through a symbolic link" + kRunAsOwner,
+                                         ": the path leads through a symbolic link" + kWhatHelps,
                                      "Could not get administrator rights: " + (base / "missing") +
-                                         ": No such file or directory" + kRunAsOwner));
+                                         ": No such file or directory" + kWhatHelps));
 }
 
 TEST_F(AsRoot, TheSystemsOwnClientIsTrusted) {

@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view kAdministratorRight = "system.privilege.admin";
 
 /// What somebody who opens a tree of theirs as root can do.
-constexpr std::string_view kRunAsOwner = "; run the pane as the user whom the tree belongs to";
+constexpr std::string_view kWhatHelps =
+    "; run the pane as the owner of the tree, or keep the tree where only root can change it";
 
 LaunchStatus statusOf(helper::Outcome outcome) {
   switch (outcome) {
@@ -76,7 +77,7 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   } else if (isDirect()) {
     auto rights = std::make_unique<DirectRights>(helper::Place{*root, options_.helper});
     if (const auto objection = rights->objection(); !objection.empty()) {
-      log_.write(std::string(kNoRights) + objection + std::string(kRunAsOwner));
+      log_.write(std::string(kNoRights) + objection + std::string(kWhatHelps));
       done(AuthorizationOutcome::Denied, nullptr);
       return;
     }
