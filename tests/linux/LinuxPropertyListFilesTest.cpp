@@ -42,15 +42,17 @@ TEST(LinuxPropertyListFiles, WhatIsWrittenReadsBackEqualAndAsFreshObjects) {
   EXPECT_FALSE(first.isSameObject(second));
 }
 
-TEST(LinuxPropertyListFiles, WrittenFileIsXmlAloneInItsFolderWithMode644WhateverTheUmask) {
-  const TemporaryFolder folder;
-  const mode_t before = ::umask(0077);
-  const bool written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
-  ::umask(before);
-  ASSERT_TRUE(written);
-  EXPECT_EQ(folder.readFile("a.plist").substr(0, 6), "<?xml ");
-  EXPECT_EQ(modeOf(folder / "a.plist"), 0644U);
-  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+TEST(LinuxPropertyListFiles, WrittenFileIsXmlAloneInItsFolderAndTheUsersAloneWhateverTheUmask) {
+  for (const mode_t mask : {0U, 0777U}) {
+    const TemporaryFolder folder;
+    const mode_t before = ::umask(mask);
+    const bool written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
+    ::umask(before);
+    ASSERT_TRUE(written);
+    EXPECT_EQ(folder.readFile("a.plist").substr(0, 6), "<?xml ");
+    EXPECT_EQ(modeOf(folder / "a.plist"), 0600U);
+    EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+  }
 }
 
 TEST(LinuxPropertyListFiles, WhatIsNotAReadablePropertyListIsNothing) {

@@ -12,7 +12,7 @@ PropertyList LinuxPropertyListFiles::read(const std::string& path) {
 
 bool LinuxPropertyListFiles::write(const std::string& path, const PropertyList& value) {
   const auto bytes = writeXmlPropertyList(value);
-  return bytes && replaceRegularFile(path, *bytes, 0644);
+  return bytes && replaceRegularFile(path, *bytes);
 }
 
 }  // namespace corvane

@@ -13,9 +13,9 @@ class LinuxPropertyListFiles : public PropertyListFiles {
   static constexpr std::size_t kSizeLimit = std::size_t{64} * 1024 * 1024;
 
   [[nodiscard]] PropertyList read(const std::string& path) override;
-  /// The new file has mode 0644 whatever the umask, the mode in which the client keeps its settings. A copy
-  /// as root that makes a new settings file takes that mode over; with a narrower one the pane could not read
-  /// the file that it has just written, and the next edit would start from an empty one.
+  /// The new file has mode 0600 whatever the umask: what is written here is staged in a folder of all users,
+  /// also settings that nobody but root can read, passwords among them. Its mode is not the target's: whoever
+  /// copies it as root keeps that, and gives a new settings file the mode 0644.
   [[nodiscard]] bool write(const std::string& path, const PropertyList& value) override;
 };
 

@@ -74,7 +74,7 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
   return readToEnd(file.get(), size, limit);
 }
 
-bool replaceRegularFile(const std::string& path, std::string_view bytes, mode_t mode) {
+bool replaceRegularFile(const std::string& path, std::string_view bytes) {
   if (!isUsable(path)) return false;
   const std::size_t slash = path.rfind('/');
   const std::string folderPath = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
@@ -87,9 +87,8 @@ bool replaceRegularFile(const std::string& path, std::string_view bytes, mode_t 
   FileDescriptor file(
       ::openat(folder.get(), temporary->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
   if (!file) return false;
-  // The wider mode comes last, so that nobody reads half a file.
   const bool complete =
-      writeAll(file.get(), bytes) && ::fchmod(file.get(), mode) == 0 && ::fsync(file.get()) == 0;
+      writeAll(file.get(), bytes) && ::fchmod(file.get(), 0600) == 0 && ::fsync(file.get()) == 0;
   file.reset();
   if (!complete || ::renameat(folder.get(), temporary->c_str(), folder.get(), name.c_str()) != 0) {
     ::unlinkat(folder.get(), temporary->c_str(), 0);

@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include <sys/types.h>
-
 namespace corvane {
 
 /// The contents of the regular file that the path leads to. Nothing when it is missing, unreadable, of
@@ -15,11 +13,11 @@ namespace corvane {
 /// process.
 [[nodiscard]] std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
 
-/// Puts a file with these bytes and this mode (whatever the umask) at the path: a new file with an
-/// unpredictable name in the same folder, flushed and renamed. What stood at the path is replaced, a link is
-/// never followed. False when that is not possible (a folder stands there, the folder is missing or may not
-/// be written, the disk is full, the file of somebody else in a sticky folder); then the path is as it was
-/// and no temporary file stays.
-[[nodiscard]] bool replaceRegularFile(const std::string& path, std::string_view bytes, mode_t mode);
+/// Puts a file with these bytes, which only the user can read (whatever the umask), at the path: a new file
+/// with an unpredictable name in the same folder, flushed and renamed. What stood at the path is replaced, a
+/// link is never followed. False when that is not possible (a folder stands there, the folder is missing or
+/// may not be written, the disk is full, the file of somebody else in a sticky folder); then the path is as
+/// it was and no temporary file stays.
+[[nodiscard]] bool replaceRegularFile(const std::string& path, std::string_view bytes);
 
 }  // namespace corvane
