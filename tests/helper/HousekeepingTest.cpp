@@ -18,9 +18,9 @@ class Housekeeping : public TreeFixture {
       ::chmod(folder.writeFile(file, "<plist/>").c_str(), 0600);
     }
   }
-  Reply run(helper::Housekeeping::Kind kind) {
+  Reply run(helper::Housekeeping::Kind kind, bool distrust = false) {
     CommandRunner runner({.root = folder.path(), .helper = "/usr/libexec/qlhelper"},
-                         {.user = ::geteuid(), .distrust = false});
+                         {.user = ::geteuid(), .distrust = distrust});
     return runner.carryOut({"/bin/sh", {"-c", housekeepingText(kind, folder.path())}}).reply;
   }
 };
@@ -38,6 +38,18 @@ TEST_F(Housekeeping, AFileThatIsMissingIsToldInOneLine) {
   EXPECT_EQ(reply.outcome, Outcome::Started);
   EXPECT_EQ(reply.exitStatus, 1);
   EXPECT_NE(reply.message.find("ended with exit status 1"), std::string::npos) << reply.message;
+}
+
+TEST_F(Housekeeping, FolderThatOthersCanChangeIsLeftAloneByRoot) {
+  CORVANE_NEEDS_ROOT();
+  for (const char* open :
+       {"Library/Corvane", "Library/Corvane/PluginSupport", "Library/Corvane/Utilities/UpdaterSupport"}) {
+    ::chmod((folder / open).c_str(), 0777);
+    expectDenied(run(helper::Housekeeping::Kind::ResetModes, true), "others than root");
+    ::chmod((folder / open).c_str(), 0755);
+  }
+  EXPECT_EQ(attributesOf("Library/Corvane/ClientSettings.plist").st_mode & 07777U, 0600U);
+  expectDone(run(helper::Housekeeping::Kind::ResetModes, true));
 }
 
 TEST_F(Housekeeping, ASystemWithoutTheSyntaxCheckerHasNothingToReport) {

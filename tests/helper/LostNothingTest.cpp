@@ -156,6 +156,32 @@ TEST_F(LosesNothing, FileThatTheClientReplacesMeanwhileIsWrittenToo) {
   EXPECT_EQ(folder.readFile(kTarget), "new");
 }
 
+TEST_F(LosesNothing, FileThatTheClientMakesMeanwhileIsWrittenToo) {
+  stage("a.plist", "new");
+  ino_t made = 0;
+  RootTree::beforeStep = [&](std::string_view step) {
+    if (step != "name") return;
+    folder.writeFile(kTarget, "of the client");
+    made = attributesOf(kTarget).st_ino;
+  };
+  const auto reply = tree().writeTarget("a.plist", kSupport);
+  RootTree::beforeStep = nullptr;
+  expectDone(reply);
+  EXPECT_EQ(folder.readFile(kTarget), "new");
+  EXPECT_EQ(attributesOf(kTarget).st_ino, made);
+}
+
+TEST_F(LosesNothing, FileThatIsPlantedDuringAReadIsNotWrittenThrough) {
+  folder.writeFile(kTarget, "settings");
+  RootTree::beforeStep = [&](std::string_view step) {
+    if (step == "name") folder.writeFile("private/tmp/read-a.plist", "planted");
+  };
+  const auto reply = tree().readSource(kSupport, "a.plist");
+  RootTree::beforeStep = nullptr;
+  expectDenied(reply, "something was planted there");
+  EXPECT_EQ(folder.readFile("private/tmp/read-a.plist"), "planted");
+}
+
 TEST_F(LosesNothing, FileAboveTheLimitIsNotCopied) {
   folder.writeFile(kTarget, "old");
   stage("a.plist", "x");

@@ -55,6 +55,27 @@ TEST(Request, TooManyOrTooLargeTextsAreNotEncoded) {
   EXPECT_FALSE(encodeRequest({.program = "/p", .arguments = {std::string(std::size_t{1} << 20, 'x')}}));
 }
 
+void putNumber(std::string& packet, std::uint32_t number) {
+  packet.append(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+/// A packet of empty texts, as an encoder without limits would make it.
+std::string packetOf(std::uint32_t wantsOutput, std::uint32_t texts) {
+  std::string packet = "QLq1";
+  putNumber(packet, wantsOutput);
+  putNumber(packet, texts);
+  for (std::uint32_t i = 0; i < texts; ++i) putNumber(packet, 0);
+  return packet;
+}
+
+TEST(Request, PacketThatNoEncoderMakesIsNothing) {
+  EXPECT_TRUE(decodeRequest(packetOf(1, 1)));
+  EXPECT_FALSE(decodeRequest(packetOf(2, 1)));
+  EXPECT_FALSE(decodeRequest(packetOf(0, 0)));
+  EXPECT_TRUE(decodeRequest(packetOf(0, kMostTexts)));
+  EXPECT_FALSE(decodeRequest(packetOf(0, kMostTexts + 1)));
+}
+
 TEST(Reply, ComesBackAsItWas) {
   const auto decoded =
       decodeReply(encodeReply({.outcome = Outcome::Denied, .exitStatus = -7, .message = "no\0pe"}));

@@ -366,6 +366,17 @@ TEST_F(Programs, LinkInsideTheFolderMayRunUnlessItLeadsWhereOthersCanWrite) {
   expectDenied(tree().checkProgram("/Library/Corvane/Plugins", "link", true), "others than root");
 }
 
+TEST_F(Programs, LinkThatOthersCanTurnIsNotFollowedWhereverItLeads) {
+  CORVANE_NEEDS_ROOT();
+  program("Library/Corvane/Plugins/real/check_x");
+  folder.makeFolder("Library/Corvane/Plugins/open");
+  std::filesystem::create_directory_symlink("../real", folder / "Library/Corvane/Plugins/open/link");
+  expectDone(tree().checkProgram("/Library/Corvane/Plugins", "open/link/check_x", true));
+  ::chmod((folder / "Library/Corvane/Plugins/open").c_str(), 0777);
+  expectDenied(tree().checkProgram("/Library/Corvane/Plugins", "open/link/check_x", true),
+               "others than root");
+}
+
 TEST_F(Programs, FolderLinkThatMeansAnotherPlaceToTheSystemIsDenied) {
   program("etc/check_x");
   std::filesystem::create_directory_symlink("/etc", folder / "Library/Corvane/Plugins");

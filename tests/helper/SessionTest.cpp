@@ -170,6 +170,14 @@ TEST_F(Session, WhatRootStartsHasACleanStateAndNoDescriptors) {
             "0022|/|/usr/bin:/bin:/usr/sbin:/sbin||unlimited\n/dev/null\n/dev/null\n");
 }
 
+TEST_F(Session, FoldersThatItMakesAreOpenToReadersWhateverTheMaskOfTheUsersSession) {
+  folder.makeFolder("var");
+  Helper helper(folder.path(), [] { ::umask(0077); });
+  ASSERT_TRUE(helper.saysHello());
+  expectDone(helper.ask({.program = "/bin/mkdir", .arguments = {"-p", folder / "var/root/Library"}}));
+  EXPECT_EQ(attributesOf("var/root/Library").st_mode & 07777, 0755U);
+}
+
 TEST_F(Session, LimitsOfTheUsersSessionDoNotReachTheHelper) {
   Helper helper(folder.path(), [] {
     const rlimit tiny{10, RLIM_INFINITY};
