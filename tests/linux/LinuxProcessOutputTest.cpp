@@ -114,8 +114,9 @@ TEST(LinuxProcessOutput, ProgramStartsWithFreshSignals) {
   ::sigemptyset(&blocked);
   ::sigaddset(&blocked, SIGUSR1);
   ::sigprocmask(SIG_BLOCK, &blocked, &before);
-  const auto output = shell("grep SigIgn /proc/$$/status");
-  const auto mask = shell("grep SigBlk /proc/$$/status");
+  // A shell that waits for its child blocks signals of its own accord.
+  const auto output = shell("exec grep SigIgn /proc/self/status");
+  const auto mask = shell("exec grep SigBlk /proc/self/status");
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
   std::signal(SIGPIPE, handler);
   EXPECT_EQ(mask, "SigBlk:\t0000000000000000\n");
