@@ -10,13 +10,10 @@
 #include "WindowFixture.h"
 #include "options/OptionsTabViewController.h"
 #include "support/FakePane.h"
+#include "support/Values.h"
 #include "tabs/OptionsTabPage.h"
 
 namespace corvane::test {
-
-inline PropertyList text(std::string value) { return PropertyList::string(std::move(value)); }
-inline PropertyList number(std::int64_t value) { return PropertyList::integer(value); }
-inline PropertyList flag(bool value) { return PropertyList::boolean(value); }
 
 class OptionsPageTest : public WindowTest {
  protected:

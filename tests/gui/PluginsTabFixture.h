@@ -12,16 +12,13 @@
 #include <vector>
 
 #include "GuiFixture.h"
+#include "support/Values.h"
 #include "widgets/OutlineTree.h"
 
 namespace corvane::test {
 
 class PluginsTab : public GuiTest {
  protected:
-  static PropertyList text(const std::string& value) { return PropertyList::string(value); }
-  static PropertyList number(std::int64_t value) { return PropertyList::integer(value); }
-  static PropertyList flag(bool value) { return PropertyList::boolean(value); }
-
   void SetUp() override {
     GuiTest::SetUp();
     addOption("Title", "DisplayOnly", {}, "https://www.example.com/more");

@@ -14,12 +14,10 @@
 #include "options/OptionsTabViewController.h"
 #include "support/FakePane.h"
 #include "support/TestPlatform.h"
+#include "support/Values.h"
 
 namespace corvane::test {
 
-inline PropertyList text(std::string value) { return PropertyList::string(std::move(value)); }
-inline PropertyList number(std::int64_t value) { return PropertyList::integer(value); }
-inline PropertyList flag(bool value) { return PropertyList::boolean(value); }
 inline PropertyList list(std::initializer_list<PropertyList> elements) { return Array::make(elements); }
 
 /// A description of a volume as the daemon writes it.

@@ -36,7 +36,7 @@ std::vector<PropertyList> everyValue() {
           PropertyList::unsignedInteger(std::numeric_limits<std::uint64_t>::max()),
           PropertyList::real(std::numeric_limits<double>::quiet_NaN()),
           PropertyList::real(-1e300),
-          boolean(true),
+          flag(true),
           PropertyList::date({0}),
           PropertyList::data({0, 255}),
           Array::make(),
@@ -50,8 +50,7 @@ std::vector<PropertyList> everyValue() {
 
 /// What a storage file should hold for the type.
 PropertyList goodStoredValue(std::string_view type) {
-  if (type == setting_type::kCheckboxes)
-    return Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}});
+  if (type == setting_type::kCheckboxes) return Dictionary::make({{"a", flag(true)}, {"b", flag(false)}});
   if (type == setting_type::kFileArray || type == setting_type::kFolderArray) {
     return texts({"Add a new entry", "/tmp/a"});
   }
@@ -107,7 +106,7 @@ class MalformedDefinitionsTest : public PluginsTabFixture,
            stored(kGoodStorage) == Dictionary::make({{kKey, text("edited")}});
   }
   void doEverything() {
-    static const std::vector<PropertyList> typed = {text("x"), text(""), number(1), boolean(true)};
+    static const std::vector<PropertyList> typed = {text("x"), text(""), number(1), flag(true)};
     for (int row = 0; row < outline().numberOfRows(); ++row) {
       const OutlineItem item = outline().itemAtRow(row);
       EXPECT_GE(outline().heightOfRow(item), outline().rowHeight());

@@ -63,8 +63,8 @@ TEST_F(PluginCatalogueTest, DefinitionsInSubfoldersAreFoundAndKeepTheirSettingsI
   addPlugin("extra/check_y", options({option("Checkbox")}));
   EXPECT_EQ(loaded(), Names{"extra/check_y"});
   EXPECT_TRUE(platform.files.exists(platform.paths.pluginSupport + "/extra/check_y_settings.plist"));
-  writeSettings("extra/check_y", Dictionary::make({{"PrefPaneVisibility", boolean(true)},
-                                                   {"Plugin_Enabled", boolean(false)}}));
+  writeSettings("extra/check_y",
+                Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(false)}}));
   catalogue.refresh();
   EXPECT_EQ(catalogue.blacklistPlugins(), Names{"extra/check_y.plugin"});
 }
@@ -112,13 +112,13 @@ struct VisibilityCase {
 
 TEST_F(PluginCatalogueTest, APluginIsShownOnlyWhenItsSettingsAskForIt) {
   const std::vector<VisibilityCase> cases = {
-      {"true", Dictionary::make({{"PrefPaneVisibility", boolean(true)}}), true},
-      {"false", Dictionary::make({{"PrefPaneVisibility", boolean(false)}}), false},
+      {"true", Dictionary::make({{"PrefPaneVisibility", flag(true)}}), true},
+      {"false", Dictionary::make({{"PrefPaneVisibility", flag(false)}}), false},
       {"one", Dictionary::make({{"PrefPaneVisibility", number(1)}}), true},
       {"zero", Dictionary::make({{"PrefPaneVisibility", number(0)}}), false},
       {"text YES", Dictionary::make({{"PrefPaneVisibility", text("YES")}}), true},
       {"text NO", Dictionary::make({{"PrefPaneVisibility", text("NO")}}), false},
-      {"key missing", Dictionary::make({{"Other", boolean(true)}}), false},
+      {"key missing", Dictionary::make({{"Other", flag(true)}}), false},
       {"of another type", Dictionary::make({{"PrefPaneVisibility", texts({"YES"})}}), false},
       {"no dictionary", texts({"PrefPaneVisibility"}), false},
   };
@@ -172,8 +172,8 @@ TEST_F(PluginCatalogueTest, FoldersAHundredLevelsDeepAndLinksBackUpAreWalkedOnce
 
 TEST_F(PluginCatalogueTest, EveryRefreshStartsAnew) {
   addPlugin("check_x", options({option("Checkbox")}));
-  writeSettings("check_x", Dictionary::make(
-                               {{"PrefPaneVisibility", boolean(true)}, {"Plugin_Enabled", boolean(false)}}));
+  writeSettings("check_x",
+                Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(false)}}));
   catalogue.refresh();
   const Dictionary before = catalogue.plugins().at(0);
   catalogue.refresh();
@@ -210,10 +210,10 @@ TEST_F(PluginCatalogueTest, WhatIsNoRegularFileIsNeverReadAndDisturbsNothing) {
 // What is attached to list options.
 
 TEST_F(PluginCatalogueTest, TheStoredSetIsAttachedToACheckboxesOption) {
-  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}})}}));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", flag(true)}})}}));
   addPlugin("check_x", options({option("Checkboxes")}));
   catalogue.refresh();
-  EXPECT_EQ(onlyOption().value("CheckboxesDictionary"), Dictionary::make({{"a", boolean(true)}}));
+  EXPECT_EQ(onlyOption().value("CheckboxesDictionary"), Dictionary::make({{"a", flag(true)}}));
   EXPECT_FALSE(onlyOption().contains("FileFolderArray"));
 }
 
@@ -270,13 +270,13 @@ struct EnabledCase {
 
 TEST_F(PluginCatalogueTest, APluginIsDisabledOnlyWhenItsSettingsSayFalse) {
   const std::vector<EnabledCase> cases = {
-      {"false", boolean(false), true},  {"true", boolean(true), false},        {"zero", number(0), true},
+      {"false", flag(false), true},     {"true", flag(true), false},           {"zero", number(0), true},
       {"one", number(1), false},        {"missing", PropertyList(), false},    {"text NO", text("NO"), true},
       {"text YES", text("YES"), false}, {"of another type", texts({}), false},
   };
   addPlugin("check_x", options({option("Checkbox")}));
   for (const EnabledCase& one : cases) {
-    Dictionary settings = Dictionary::make({{"PrefPaneVisibility", boolean(true)}});
+    Dictionary settings = Dictionary::make({{"PrefPaneVisibility", flag(true)}});
     settings.set("Plugin_Enabled", one.enabled);
     writeSettings("check_x", settings);
     catalogue.refresh();
@@ -286,8 +286,8 @@ TEST_F(PluginCatalogueTest, APluginIsDisabledOnlyWhenItsSettingsSayFalse) {
 
 TEST_F(PluginCatalogueTest, AHiddenPluginIsNotInTheListOfDisabledOnes) {
   addPlugin("check_x", options({option("Checkbox")}));
-  writeSettings("check_x", Dictionary::make(
-                               {{"PrefPaneVisibility", boolean(false)}, {"Plugin_Enabled", boolean(false)}}));
+  writeSettings("check_x",
+                Dictionary::make({{"PrefPaneVisibility", flag(false)}, {"Plugin_Enabled", flag(false)}}));
   EXPECT_TRUE(loaded().empty());
   EXPECT_TRUE(catalogue.blacklistPlugins().empty());
 }
@@ -317,14 +317,14 @@ TEST_F(PluginCatalogueTest, EnablingAPluginThatIsNotDisabledLeavesTheListAlone) 
 
 TEST_F(PluginCatalogueTest, TheNewStateIsSavedAndEveryOtherKeySurvives) {
   storage.setPane(pane);
-  writeSettings("check_x", Dictionary::make({{"PrefPaneVisibility", boolean(true)}, {"Own", texts({"a"})}}));
+  writeSettings("check_x", Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Own", texts({"a"})}}));
   for (const bool enabled : {false, true}) {
     catalogue.saveBlacklistPluginWithEnabled("check_x.plugin", enabled);
     ASSERT_FALSE(pane.writes.empty());
     EXPECT_EQ(pane.writes.back().path, settingsFile("check_x"));
-    EXPECT_EQ(pane.writes.back().values, Dictionary::make({{"PrefPaneVisibility", boolean(true)},
+    EXPECT_EQ(pane.writes.back().values, Dictionary::make({{"PrefPaneVisibility", flag(true)},
                                                            {"Own", texts({"a"})},
-                                                           {"Plugin_Enabled", boolean(enabled)}}));
+                                                           {"Plugin_Enabled", flag(enabled)}}));
   }
 }
 

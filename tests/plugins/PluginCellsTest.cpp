@@ -111,7 +111,7 @@ TEST_F(PluginCellsTest, APickerInRootsHomeIsDressedByWhatTheUserCanRead) {
 }
 
 TEST_F(PluginCellsTest, ABoxOfASetIsTitledWithItsName) {
-  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}})}}));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", flag(true)}, {"b", flag(false)}})}}));
   awakeWith(option("Checkboxes"));
   const auto first = cell<ButtonCell>(valueRow(0));
   EXPECT_EQ(first.kind, ButtonCell::Kind::Switch);
@@ -163,7 +163,7 @@ TEST_F(PluginCellsTest, TheValidationRowIsAPushButton) {
 }
 
 TEST_F(PluginCellsTest, ACheckboxStandsOnTheOptionsOwnRowAndCarriesItsTitle) {
-  store(Dictionary::make({{kKey, boolean(true)}}));
+  store(Dictionary::make({{kKey, flag(true)}}));
   awakeWith(option("Checkbox", text("Positive")));
   EXPECT_EQ(chosenAs<ButtonCell>(optionRow()).title.text, "");
   const auto button = cell<ButtonCell>(optionRow());
@@ -193,7 +193,7 @@ TEST_F(PluginCellsTest, ALinkIsAnUnborderedButtonWithTheAddressInBlue) {
 }
 
 TEST_F(PluginCellsTest, ACheckBoxNameThatBeginsLikeAnAddressIsALink) {
-  store(Dictionary::make({{kKey, Dictionary::make({{"httpd", boolean(true)}})}}));
+  store(Dictionary::make({{kKey, Dictionary::make({{"httpd", flag(true)}})}}));
   awakeWith(option("Checkboxes"));
   const auto button = cell<ButtonCell>(valueRow());
   EXPECT_EQ(button.kind, ButtonCell::Kind::MomentaryPushIn);

@@ -24,7 +24,7 @@ TEST(PluginDefinition, AnOptionWithoutAnyOneOfItsRequiredKeysIsDropped) {
 
 TEST(PluginDefinition, ARequiredKeyOfAnotherTypeCountsAsAbsent) {
   for (const char* key : {"SettingStorageKey", "SettingStoragePath", "SettingTitle", "SettingType"}) {
-    for (const PropertyList& wrong : {number(1), boolean(true), PropertyList(texts({"a"}))}) {
+    for (const PropertyList& wrong : {number(1), flag(true), PropertyList(texts({"a"}))}) {
       EXPECT_FALSE(pluginHasRequiredKeys(with(option("TextField"), key, wrong))) << key;
     }
   }
@@ -75,7 +75,7 @@ TEST(PluginDefinition, ADefinitionWithoutAUsableListOfOptionsHasNone) {
 
 TEST(PluginDefinition, WhatTheCatalogueAddsIsNeverTakenFromTheDefinition) {
   Dictionary smuggled = with(option("FileArray"), "FileFolderArray", texts({"/etc"}));
-  smuggled.set("CheckboxesDictionary", Dictionary::make({{"a", boolean(true)}}));
+  smuggled.set("CheckboxesDictionary", Dictionary::make({{"a", flag(true)}}));
   const Array accepted = acceptedOptions(Dictionary::make({{"PluginOptions", options({smuggled})}}));
   ASSERT_EQ(accepted.size(), 1U);
   EXPECT_FALSE(accepted.at(0).asDictionary().contains("FileFolderArray"));

@@ -93,11 +93,11 @@ TEST_F(PluginEditsTest, AMissingFileIsCreatedWhereThatIsAllowed) {
     pane.writesReachTheFile = false;
     pane.writes.clear();
     set(valueRow(), text("a"));
-    set(optionRow(1), boolean(true));
+    set(optionRow(1), flag(true));
     ASSERT_EQ(pane.writes.size(), 2U) << path;
     EXPECT_EQ(pane.writes[0].path, platform.paths.onDisk(path));
     EXPECT_EQ(pane.writes[0].values, Dictionary::make({{kKey, text("a")}}));
-    EXPECT_EQ(pane.writes[1].values, Dictionary::make({{kKey, boolean(true)}}));
+    EXPECT_EQ(pane.writes[1].values, Dictionary::make({{kKey, flag(true)}}));
   }
   EXPECT_TRUE(platform.log.lines.empty());
 }
@@ -110,7 +110,7 @@ TEST_F(PluginEditsTest, AMissingFileElsewhereDropsTheEditAndLogs) {
     countReloads();
     platform.log.lines.clear();
     set(valueRow(), text("a"));
-    set(optionRow(1), boolean(true));
+    set(optionRow(1), flag(true));
     EXPECT_EQ(platform.log.lines, (Texts{kRefusal, kRefusal})) << path;
     EXPECT_TRUE(reloadedItems.empty()) << path;
   }
@@ -160,31 +160,31 @@ TEST_F(PluginEditsTest, AFileThatIsNoDictionaryIsReplacedWithALineInTheLog) {
 
 TEST_F(PluginEditsTest, ABoxOfASetWritesTheWholeSetAndShowsTheNewStateAtOnce) {
   store(Dictionary::make(
-      {{kKey, Dictionary::make({{"a", boolean(false)}, {"b", text("odd")}})}, {"Other", number(1)}}));
+      {{kKey, Dictionary::make({{"a", flag(false)}, {"b", text("odd")}})}, {"Other", number(1)}}));
   awakeWith(option("Checkboxes"));
   countReloads();
   const Dictionary loaded = optionRow().object().asDictionary().dictionary("CheckboxesDictionary");
-  set(valueRow(0), boolean(true));
-  const Dictionary expected = Dictionary::make({{"a", boolean(true)}, {"b", text("odd")}});
+  set(valueRow(0), flag(true));
+  const Dictionary expected = Dictionary::make({{"a", flag(true)}, {"b", text("odd")}});
   EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, expected}, {"Other", number(1)}}));
   EXPECT_EQ(loaded, expected);
   EXPECT_TRUE(optionRow().object().asDictionary().value("CheckboxesDictionary").isSameObject(loaded));
-  EXPECT_EQ(shownValue(valueRow(0)), boolean(true));
+  EXPECT_EQ(shownValue(valueRow(0)), flag(true));
   EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{valueRow(0)});
 }
 
 TEST_F(PluginEditsTest, ABoxOfASetWhoseFileLostTheKeyWritesTheLoadedSet) {
-  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}})}}));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", flag(true)}, {"b", flag(false)}})}}));
   awakeWith(option("Checkboxes"));
   store(Dictionary::make({{"Other", number(1)}}));
-  set(valueRow(1), boolean(true));
+  set(valueRow(1), flag(true));
   EXPECT_EQ(lastWrite(),
-            Dictionary::make({{"Other", number(1)},
-                              {kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(true)}})}}));
+            Dictionary::make(
+                {{"Other", number(1)}, {kKey, Dictionary::make({{"a", flag(true)}, {"b", flag(true)}})}}));
 }
 
 TEST_F(PluginEditsTest, AnAddressBelowASetThatDoesNotBeginLikeOneIsNoNameInTheSet) {
-  for (const PropertyList& inFile : {PropertyList(Dictionary::make({{"a", boolean(true)}})),
+  for (const PropertyList& inFile : {PropertyList(Dictionary::make({{"a", flag(true)}})),
                                      PropertyList(texts({"no set"})), PropertyList()}) {
     Dictionary contents = Dictionary::make({{"Other", number(1)}});
     contents.set(kKey, inFile);
@@ -211,13 +211,13 @@ TEST_F(PluginEditsTest, ARowOfATypeWithoutARuleRewritesItsFileAsItIs) {
 }
 
 TEST_F(PluginEditsTest, APositiveCheckboxStoresTheClickedStateAndShowsIt) {
-  store(Dictionary::make({{kKey, boolean(false)}, {"Other", number(1)}}));
+  store(Dictionary::make({{kKey, flag(false)}, {"Other", number(1)}}));
   awakeWith(option("Checkbox", text("Positive")));
   click(optionRow());
-  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(true)}, {"Other", number(1)}}));
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, flag(true)}, {"Other", number(1)}}));
   EXPECT_TRUE(cell<ButtonCell>(optionRow()).on);
   click(optionRow());
-  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(false)}, {"Other", number(1)}}));
+  EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, flag(false)}, {"Other", number(1)}}));
   EXPECT_FALSE(cell<ButtonCell>(optionRow()).on);
 }
 
@@ -225,18 +225,18 @@ TEST_F(PluginEditsTest, ANegativeCheckboxStoresTheInverse) {
   store(Dictionary::make());
   awakeWith(option("Checkbox", text("Negative")));
   for (const bool state : {true, false}) {
-    set(optionRow(), boolean(state));
-    EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, boolean(!state)}}));
+    set(optionRow(), flag(state));
+    EXPECT_EQ(lastWrite(), Dictionary::make({{kKey, flag(!state)}}));
   }
 }
 
 TEST_F(PluginEditsTest, ANegativeCheckboxNeverChangesItsFileByClicks) {
   awakeWith(option("Checkbox", text("Negative")));
   for (const bool state : {true, false}) {
-    store(Dictionary::make({{kKey, boolean(state)}}));
+    store(Dictionary::make({{kKey, flag(state)}}));
     for (int clicks = 1; clicks <= 3; ++clicks) {
       click(optionRow());
-      EXPECT_EQ(stored(), Dictionary::make({{kKey, boolean(state)}}));
+      EXPECT_EQ(stored(), Dictionary::make({{kKey, flag(state)}}));
       EXPECT_EQ(cell<ButtonCell>(optionRow()).on, state);
     }
   }
@@ -244,7 +244,7 @@ TEST_F(PluginEditsTest, ANegativeCheckboxNeverChangesItsFileByClicks) {
 }
 
 TEST_F(PluginEditsTest, ACheckboxWithoutASenseIsNeverWrittenAndLogsEachClick) {
-  store(Dictionary::make({{kKey, boolean(false)}}));
+  store(Dictionary::make({{kKey, flag(false)}}));
   for (const PropertyList& sense :
        {text("positive"), text("Sideways"), text(""), PropertyList(), number(1)}) {
     addPlugin("check_x", options({option("Checkbox", sense)}));
@@ -286,7 +286,7 @@ TEST_F(PluginEditsTest, NothingIsWrittenWhileTheLockIsClosed) {
   awakeWith(option("TextField"));
   pane.setUnlocked(false);
   set(valueRow(), text("x"));
-  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(),
+  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), flag(false), enabledColumn(),
                                                             plugin());
   EXPECT_TRUE(pane.writes.empty());
   EXPECT_TRUE(controller->catalogue().blacklistPlugins().empty());
@@ -301,44 +301,43 @@ TEST_F(PluginEditsTest, TheEnabledBoxWritesThePluginsSettingsAndShowsTheNewState
   ASSERT_EQ(pane.writes.size(), 1U);
   EXPECT_EQ(pane.writes[0].path, settingsFile("check_x"));
   EXPECT_EQ(pane.writes[0].values,
-            Dictionary::make({{"PrefPaneVisibility", boolean(true)}, {"Plugin_Enabled", boolean(false)}}));
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+            Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(false)}}));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(false));
   EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{plugin()});
   outline().clickCell(0, enabledColumn());
   EXPECT_EQ(pane.writes[1].values,
-            Dictionary::make({{"PrefPaneVisibility", boolean(true)}, {"Plugin_Enabled", boolean(true)}}));
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+            Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(true)}}));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(true));
 }
 
 TEST_F(PluginEditsTest, ADisabledPluginShowsAnUntickedBox) {
   addPlugin("check_x", options({option("Checkbox")}));
-  platform.writePlist(settingsFile("check_x"), Dictionary::make({{"PrefPaneVisibility", boolean(true)},
-                                                                 {"Plugin_Enabled", boolean(false)}}));
+  platform.writePlist(settingsFile("check_x"), Dictionary::make({{"PrefPaneVisibility", flag(true)},
+                                                                 {"Plugin_Enabled", flag(false)}}));
   awake();
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(false));
 }
 
 TEST_F(PluginEditsTest, EnablingAPluginThatWasDisabledTwiceIsRecordedAlthoughTheBoxStaysOff) {
   awakeWith(option("Checkbox"));
   const auto setEnabled = [&](bool state) {
-    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(state), enabledColumn(),
+    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), flag(state), enabledColumn(),
                                                               plugin());
   };
   setEnabled(false);
   setEnabled(false);
   setEnabled(true);
-  EXPECT_EQ(pane.writes.back().values.asDictionary().value("Plugin_Enabled"), boolean(true));
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(false));
+  EXPECT_EQ(pane.writes.back().values.asDictionary().value("Plugin_Enabled"), flag(true));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(false));
   controller->refresh();
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(true));
 }
 
 TEST_F(PluginEditsTest, TheEnabledColumnOfRowsBelowAPluginTakesNothing) {
   awakeWith(option("TextField"));
   countReloads();
   for (const OutlineItem& item : {optionRow(), valueRow()}) {
-    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(),
-                                                              item);
+    controller->outlineViewSetObjectValueForTableColumnByItem(outline(), flag(false), enabledColumn(), item);
   }
   EXPECT_TRUE(pane.writes.empty());
   EXPECT_TRUE(reloadedItems.empty());
@@ -351,7 +350,7 @@ TEST_F(PluginEditsTest, ARowThatIsNoLongerInTheCatalogueCanNotBeEnabledOrDisable
   controller->refresh();
   countReloads();
   EXPECT_TRUE(isNothing(enabledShown(gone)));
-  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), enabledColumn(), gone);
+  controller->outlineViewSetObjectValueForTableColumnByItem(outline(), flag(false), enabledColumn(), gone);
   EXPECT_TRUE(pane.writes.empty());
   EXPECT_TRUE(reloadedItems.empty());
 }

@@ -51,7 +51,7 @@ TEST_F(PluginInputCellsTest, AMenuSelectsByTheStoredIndex) {
       {"missing", PropertyList(), 0}, {"one", number(1), 1},
       {"a text", text("1"), 1},       {"too large", number(2), -1},
       {"negative", number(-1), -1},   {"huge", number(1LL << 40), 0},
-      {"true", boolean(true), 1},     {"of another type", texts({}), 0},
+      {"true", flag(true), 1},        {"of another type", texts({}), 0},
   };
   for (const SelectionCase& one : cases) {
     Dictionary contents = Dictionary::make();

@@ -110,7 +110,7 @@ TEST_P(PluginTreeOptionRowsTest, TheTypeDecidesWhatStandsBelowAnOption) {
   EXPECT_EQ(expandable(optionRow(1)), one.expandableWithUrl);
 }
 
-const Dictionary kTwoBoxes = Dictionary::make({{"b", boolean(true)}, {"a", boolean(false)}});
+const Dictionary kTwoBoxes = Dictionary::make({{"b", flag(true)}, {"a", flag(false)}});
 
 INSTANTIATE_TEST_SUITE_P(
     AllTypes, PluginTreeOptionRowsTest,
@@ -119,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
         OptionRowsCase{"FileArray", texts({"/b", "/a"}), {"/b", "/a"}, {"/b", "/a", kUrl}, true, true},
         OptionRowsCase{"FolderArray", texts({"/b", "/a"}), {"/b", "/a"}, {"/b", "/a", kUrl}, true, true},
         OptionRowsCase{"DisplayOnly", {}, {}, {kUrl}, false, true},
-        OptionRowsCase{"Checkbox", boolean(true), {}, {kUrl}, false, true},
+        OptionRowsCase{"Checkbox", flag(true), {}, {kUrl}, false, true},
         // The row that the link of a single value should have repeats the value.
         OptionRowsCase{"FolderPicker", {}, {kKey}, {kKey, kKey}, true, true},
         OptionRowsCase{"FilePicker", {}, {kKey}, {kKey, kKey}, true, true},
@@ -169,7 +169,7 @@ TEST_F(PluginTreeTest, EqualTextsBelowAnOptionAreRowsOfTheirOwn) {
 
 TEST_F(PluginTreeTest, CheckboxNamesComeInTheSameOrderOnEveryRequest) {
   Dictionary boxes = Dictionary::make();
-  for (int i = 0; i < 100; ++i) boxes.set("name " + std::to_string(i * 37 % 100), boolean(true));
+  for (int i = 0; i < 100; ++i) boxes.set("name " + std::to_string(i * 37 % 100), flag(true));
   store(Dictionary::make({{kKey, boxes}}));
   awakeWith(option("Checkboxes"));
   const Texts first = textsBelow(optionRow());

@@ -96,7 +96,7 @@ TEST_F(PluginValuesTest, ALinkHasNoValue) {
 
 TEST_F(PluginValuesTest, OnlyPluginRowsHaveAValueInTheEnabledColumn) {
   awakeWith(option("TextField"));
-  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), boolean(true));
+  EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(true));
   EXPECT_TRUE(isNothing(enabledShown(optionRow())));
   EXPECT_TRUE(isNothing(enabledShown(valueRow())));
 }
@@ -110,7 +110,7 @@ TEST_F(PluginValuesTest, AColumnWithAnotherHeaderHasNoValueAndIsNeverWritten) {
       EXPECT_TRUE(isNothing(controller->outlineViewObjectValueForTableColumnByItem(outline(), column, item)));
       EXPECT_FALSE(controller->outlineViewShouldEditTableColumnItem(outline(), column, item));
       reloadedItems.clear();
-      controller->outlineViewSetObjectValueForTableColumnByItem(outline(), boolean(false), column, item);
+      controller->outlineViewSetObjectValueForTableColumnByItem(outline(), flag(false), column, item);
       EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{item});
     }
   }
@@ -189,11 +189,11 @@ TEST_F(PluginValuesTest, AStorageFileThatIsNoDictionaryShowsNothing) {
 }
 
 TEST_F(PluginValuesTest, ABoxOfASetShowsTheLoadedStateAndNotTheFile) {
-  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(true)}, {"b", boolean(false)}})}}));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", flag(true)}, {"b", flag(false)}})}}));
   awakeWith(option("Checkboxes"));
-  store(Dictionary::make({{kKey, Dictionary::make({{"a", boolean(false)}, {"b", boolean(true)}})}}));
-  EXPECT_EQ(shownValue(valueRow(0)), boolean(true));
-  EXPECT_EQ(shownValue(valueRow(1)), boolean(false));
+  store(Dictionary::make({{kKey, Dictionary::make({{"a", flag(false)}, {"b", flag(true)}})}}));
+  EXPECT_EQ(shownValue(valueRow(0)), flag(true));
+  EXPECT_EQ(shownValue(valueRow(1)), flag(false));
   platform.remove(platform.paths.onDisk(kStorage));
   EXPECT_TRUE(isNothing(shown(valueRow(0)))) << "without the file nothing is shown";
 }
@@ -201,7 +201,7 @@ TEST_F(PluginValuesTest, ABoxOfASetShowsTheLoadedStateAndNotTheFile) {
 TEST_F(PluginValuesTest, ABoxOfASetWithAValueOfAnotherTypeIsOff) {
   store(Dictionary::make({{kKey, Dictionary::make({{"a", texts({"x"})}})}}));
   awakeWith(option("Checkboxes"));
-  EXPECT_EQ(shownValue(valueRow(0)), boolean(false));
+  EXPECT_EQ(shownValue(valueRow(0)), flag(false));
 }
 
 TEST_F(PluginValuesTest, AListEntryShowsWhatTheFileHoldsUnderItsText) {
@@ -218,12 +218,12 @@ TEST_F(PluginValuesTest, ACheckboxShowsTheStoredStateWhateverItsSense) {
   for (const char* sense : {"Positive", "Negative", "Sideways"}) {
     addPlugin("check_x", options({option("Checkbox", text(sense))}));
     for (const bool state : {true, false}) {
-      store(Dictionary::make({{kKey, boolean(state)}}));
+      store(Dictionary::make({{kKey, flag(state)}}));
       awake();
-      EXPECT_EQ(shownValue(optionRow()), boolean(state)) << sense;
+      EXPECT_EQ(shownValue(optionRow()), flag(state)) << sense;
     }
     store(Dictionary::make());
-    EXPECT_EQ(shownValue(optionRow()), boolean(false)) << sense << ": missing counts as off";
+    EXPECT_EQ(shownValue(optionRow()), flag(false)) << sense << ": missing counts as off";
     platform.remove(platform.paths.onDisk(kStorage));
     EXPECT_TRUE(isNothing(shown(optionRow()))) << sense << ": no file, no value";
   }
@@ -259,9 +259,9 @@ TEST_F(PluginValuesTest, RootIsNotAskedWhileTheLockIsClosed) {
 }
 
 TEST_F(PluginValuesTest, ACheckboxInRootsHomeIsReadAsTheUser) {
-  store(Dictionary::make({{kKey, boolean(true)}}), kRootStorage);
+  store(Dictionary::make({{kKey, flag(true)}}), kRootStorage);
   awakeWith(in(kRootStorage, option("Checkbox", text("Positive"))));
-  EXPECT_EQ(shownValue(optionRow()), boolean(true));
+  EXPECT_EQ(shownValue(optionRow()), flag(true));
   EXPECT_TRUE(pane.rootReads.empty());
 }
 

@@ -16,12 +16,10 @@
 #include "plugins/PluginsTabViewController.h"
 #include "support/FakePane.h"
 #include "support/TestPlatform.h"
+#include "support/Values.h"
 
 namespace corvane::test {
 
-inline PropertyList text(std::string value) { return PropertyList::string(std::move(value)); }
-inline PropertyList number(std::int64_t value) { return PropertyList::integer(value); }
-inline PropertyList boolean(bool value) { return PropertyList::boolean(value); }
 inline Array texts(std::initializer_list<const char*> values) {
   Array list = Array::make();
   for (const char* value : values) list.append(text(value));
@@ -72,7 +70,7 @@ class PluginsTabFixture : public testing::Test {
   }
   void addDefinition(const std::string& fileName, const PropertyList& definition) {
     platform.writePlist(definitionFile(fileName), definition);
-    platform.writePlist(settingsFile(fileName), Dictionary::make({{"PrefPaneVisibility", boolean(true)}}));
+    platform.writePlist(settingsFile(fileName), Dictionary::make({{"PrefPaneVisibility", flag(true)}}));
   }
   /// A plug-in that is shown under its file name.
   void addPlugin(const std::string& fileName, const Array& all) {
@@ -83,7 +81,7 @@ class PluginsTabFixture : public testing::Test {
   }
   /// Stores what gives an option of the type a row of its value, where the type has such rows.
   void storeARowFor(std::string_view type) {
-    const PropertyList set = Dictionary::make({{"a", boolean(true)}});
+    const PropertyList set = Dictionary::make({{"a", flag(true)}});
     store(Dictionary::make({{kKey, type == setting_type::kCheckboxes ? set : texts({"/a"})}}));
   }
   Dictionary stored(const std::string& clientPath = kStorage) {
