@@ -149,8 +149,9 @@ TEST_F(SettingsBindingTest, AControlWhoseBindingHasGoneIsNoLongerTiedToTheStore)
     ofField.bindTo(*store_);
     ofCheckBox.bindTo(*store_);
   }
+  EXPECT_FALSE(field.onUserEdit);
+  EXPECT_FALSE(checkBox.onUserEdit);
   type(field, "office");
-  checkBox.click();
   EXPECT_TRUE(pane_.writes.empty());
   store_->values()->set("ClientGroup", PropertyList::string("new"));
   EXPECT_EQ(field.stringValue(), "office");
