@@ -14,6 +14,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxPropertyListFiles.h"
+#include "support/UnusedServices.h"
 
 namespace corvane::bench {
 
@@ -35,31 +36,6 @@ struct EvenWidths final : Workspace {
 };
 
 // Never called.
-struct NoRunLoop final : RunLoop {
-  std::unique_ptr<Source> scheduleTimer(double, bool, std::function<void()>) override { std::abort(); }
-  std::unique_ptr<Source> watchDescriptor(int, std::function<void()>) override { std::abort(); }
-};
-struct NoDirectoryEvents final : DirectoryEvents {
-  std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string>, double, Callback) override {
-    std::abort();
-  }
-};
-struct NoFileEventQueues final : FileEventQueues {
-  OpenedPath openForEvents(const std::string&) override { std::abort(); }
-  CreatedQueue createQueue() override { std::abort(); }
-};
-struct NoAuthorization final : AuthorizationServices {
-  bool isDirect() const override { return true; }
-  void requestRights(std::string_view, Done) override { std::abort(); }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&,
-                                     const std::vector<std::string>&) override {
-    std::abort();
-  }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const std::vector<std::string>&,
-                                     std::unique_ptr<OutputPipe>&) override {
-    std::abort();
-  }
-};
 struct NoDialogs final : Dialogs {
   void beginSheet(const AlertDescription&, SheetWindow, std::function<void(const AlertResult&)>) override {
     std::abort();
@@ -117,10 +93,10 @@ struct BenchPlatform {
   SilentLog log;
   LinuxFiles files;
   LinuxPropertyListFiles propertyLists;
-  NoRunLoop runLoop;
-  NoDirectoryEvents directoryEvents;
-  NoFileEventQueues fileEventQueues;
-  NoAuthorization authorization;
+  test::NoRunLoop runLoop;
+  test::NoDirectoryEvents directoryEvents;
+  test::NoFileEventQueues fileEventQueues;
+  test::NoAuthorization authorization;
   FixedOutput processOutput;
   NoDialogs dialogs;
   EvenWidths workspace;

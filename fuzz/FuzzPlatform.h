@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "support/UnusedServices.h"
 
 namespace corvane::fuzz {
 
@@ -47,31 +48,10 @@ struct PlainBundle final : Bundle {
 };
 
 // Never called by a tab.
-struct NoRunLoop final : RunLoop {
-  std::unique_ptr<Source> scheduleTimer(double, bool, std::function<void()>) override { std::abort(); }
-  std::unique_ptr<Source> watchDescriptor(int, std::function<void()>) override { std::abort(); }
-};
-struct NoDirectoryEvents final : DirectoryEvents {
-  std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string>, double, Callback) override {
-    std::abort();
-  }
-};
-struct NoFileEventQueues final : FileEventQueues {
-  OpenedPath openForEvents(const std::string&) override { std::abort(); }
-  CreatedQueue createQueue() override { std::abort(); }
-};
-struct NoAuthorization final : AuthorizationServices {
-  using Arguments = std::vector<std::string>;
-  bool isDirect() const override { return true; }
-  void requestRights(std::string_view, Done) override { std::abort(); }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&) override {
-    std::abort();
-  }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&,
-                                     std::unique_ptr<OutputPipe>&) override {
-    std::abort();
-  }
-};
+using test::NoAuthorization;
+using test::NoDirectoryEvents;
+using test::NoFileEventQueues;
+using test::NoRunLoop;
 struct NoProcessOutput final : ProcessOutput {
   std::optional<std::string> outputOf(const std::string&, const std::vector<std::string>&) override {
     std::abort();
