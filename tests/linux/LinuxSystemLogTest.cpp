@@ -1,14 +1,25 @@
 #include <array>
+#include <cerrno>
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <syslog.h>
 #include <unistd.h>
 
+#include "linux/Isolated.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxSystemLog.h"
 
 namespace corvane {
 namespace {
+
+using ::testing::EndsWith;
+using ::testing::StartsWith;
 
 struct Case {
   std::string line;
@@ -52,10 +63,23 @@ TEST(LinuxSystemLog, EachCallIsOneLineOnStandardError) {
             "corvane-pane: Failed to write tmp file\ncorvane-pane: two\\u{0A}lines\n");
 }
 
-TEST(LinuxSystemLog, ClosedStandardErrorIsNoHarm) {
-  LinuxSystemLog log(-1);
-  log.write("nobody reads this");
-  EXPECT_EQ(::fcntl(-1, F_GETFD), -1);
+TEST(LinuxSystemLog, EachCallIsOneLineOfTheSystemLogAlsoWithoutAStandardError) {
+  const auto outcome = test::runIsolated(CLONE_NEWNS | (::geteuid() == 0 ? 0 : CLONE_NEWUSER), [] {
+    ASSERT_EQ(::mount("none", "/dev", "tmpfs", 0, nullptr), 0);
+    const FileDescriptor journal(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const sockaddr_un address{AF_UNIX, "/dev/log"};
+    ASSERT_EQ(::bind(journal.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ::closelog();  // a connection that this process has inherited
+    LinuxSystemLog(-1).write("two\nlines");
+    std::array<char, 500> line{};
+    ASSERT_GT(::recv(journal.get(), line.data(), line.size() - 1, 0), 0);
+    EXPECT_THAT(line.data(), StartsWith("<11>")) << "of a user's program, an error";
+    EXPECT_THAT(line.data(), EndsWith(std::string(program_invocation_short_name) + ": two\\u{0A}lines"));
+    EXPECT_EQ(::recv(journal.get(), line.data(), line.size(), 0), -1) << "one line";
+  });
+  if (outcome == test::IsolatedOutcome::Impossible)
+    GTEST_SKIP() << "NOT TESTED: mounting is not possible here";
+  EXPECT_EQ(outcome, test::IsolatedOutcome::Passed);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 
 constexpr std::size_t kLongestLine = 4096;
+/// What a line on standard error begins with; the system log puts the program's name there itself.
 constexpr std::string_view kPrefix = "corvane-pane: ";
 
 /// The number of bytes of the character that the text begins with; 0 when it does not begin with a
@@ -68,7 +69,7 @@ std::string escapedLogLine(std::string_view line) {
 
 void LinuxSystemLog::write(std::string_view line) {
   const std::string escaped = escapedLogLine(line);
-  ::syslog(LOG_USER | LOG_ERR, "%s%s", kPrefix.data(), escaped.c_str());
+  ::syslog(LOG_USER | LOG_ERR, "%s", escaped.c_str());
   const std::string text = std::string(kPrefix) + escaped + "\n";
   // One call, so that lines of two programs on one terminal do not mix. There is nobody to tell when it
   // fails.
