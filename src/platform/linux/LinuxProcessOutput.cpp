@@ -7,50 +7,20 @@
 #include <cmath>
 #include <csignal>
 
-#include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "helper/Launch.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/SpawnSettings.h"
 
 namespace corvane {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-/// What the child is to find: empty input, the pipe as output, nothing else open, signals as in a fresh
-/// program.
-class SpawnSettings {
- public:
-  explicit SpawnSettings(int output) {
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-    ::posix_spawnattr_init(&attributes);
-    sigset_t none;
-    sigset_t all;
-    ::sigemptyset(&none);
-    ::sigfillset(&all);
-    ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setsigdefault(&attributes, &all);
-    ::posix_spawnattr_setpgroup(&attributes, 0);  // a group of its own, so that all of it can be killed
-    ::posix_spawnattr_setflags(&attributes,
-                               POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-  }
-  SpawnSettings(const SpawnSettings&) = delete;
-  SpawnSettings& operator=(const SpawnSettings&) = delete;
-  ~SpawnSettings() {
-    ::posix_spawn_file_actions_destroy(&actions);
-    ::posix_spawnattr_destroy(&attributes);
-  }
-
-  posix_spawn_file_actions_t actions{};
-  posix_spawnattr_t attributes{};
-};
 
 /// Waits until the descriptor can be read; false when the deadline passes first.
 bool waitForInput(int descriptor, Clock::time_point deadline) {
@@ -90,10 +60,8 @@ std::optional<std::string> LinuxProcessOutput::outputOf(const std::string& progr
                                                         const std::vector<std::string>& arguments) {
   const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                            std::chrono::duration<double>(limits_.seconds));
-  std::array<int, 2> ends{};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
-  const FileDescriptor readEnd(ends[0]);
-  FileDescriptor writeEnd(ends[1]);
+  auto pipe = helper::makePipe();
+  if (!pipe.readEnd) return std::nullopt;
 
   std::vector<char*> vector;
   vector.push_back(const_cast<char*>(program.c_str()));  // NOLINT(*-const-cast): the call does not write
@@ -101,14 +69,14 @@ std::optional<std::string> LinuxProcessOutput::outputOf(const std::string& progr
     vector.push_back(const_cast<char*>(argument.c_str()));  // NOLINT(*-const-cast)
   vector.push_back(nullptr);
   pid_t child = 0;
-  const SpawnSettings settings(writeEnd.get());
-  if (::posix_spawn(&child, program.c_str(), &settings.actions, &settings.attributes, vector.data(),
+  const SpawnSettings settings({.output = pipe.writeEnd.get()}, SpawnSettings::Group::ItsOwn);
+  if (::posix_spawn(&child, program.c_str(), settings.actions(), settings.attributes(), vector.data(),
                     environ) != 0) {
     return std::nullopt;
   }
-  writeEnd.reset();
+  pipe.writeEnd.reset();
 
-  std::optional<std::string> output = readAll(readEnd.get(), limits_.bytes, deadline);
+  std::optional<std::string> output = readAll(pipe.readEnd.get(), limits_.bytes, deadline);
   // A program may close its output and go on; its end is awaited under the same deadline.
   const FileDescriptor process(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
   if (!output || !process || !waitForInput(process.get(), deadline)) {

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <system_error>
 
 #include <fcntl.h>
@@ -15,6 +14,7 @@
 #include "helper/Launch.h"
 #include "helper/Session.h"
 #include "platform/linux/HelperRights.h"
+#include "platform/linux/SpawnSettings.h"
 
 namespace corvane {
 namespace {
@@ -29,32 +29,6 @@ constexpr std::size_t kLongestComplaint = 2000;
 
 /// How long a withdrawn question may take to go away, in milliseconds.
 constexpr int kWithdrawal = 1000;
-
-/// The file actions and attributes of one spawn.
-struct SpawnSetup {
-  posix_spawn_file_actions_t actions;
-  posix_spawnattr_t attributes;
-  SpawnSetup(int input, int errors) {
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, input, 0);
-    ::posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    ::posix_spawn_file_actions_adddup2(&actions, errors, 2);
-    ::posix_spawnattr_init(&attributes);
-    sigset_t all;
-    ::sigfillset(&all);
-    ::posix_spawnattr_setsigdefault(&attributes, &all);
-    sigset_t none;
-    ::sigemptyset(&none);
-    ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-  }
-  SpawnSetup(const SpawnSetup&) = delete;
-  SpawnSetup& operator=(const SpawnSetup&) = delete;
-  ~SpawnSetup() {
-    ::posix_spawn_file_actions_destroy(&actions);
-    ::posix_spawnattr_destroy(&attributes);
-  }
-};
 
 /// The first line of what the launcher has printed.
 std::string firstLine(int descriptor) {
@@ -105,10 +79,12 @@ bool PolkitAsking::launch(std::string& problem) {
     return false;
   }
   socket_ = FileDescriptor(ends[0]);
-  const FileDescriptor theirs(ends[1]);
+  const FileDescriptor low(ends[1]);
+  const FileDescriptor theirs(::fcntl(low.get(), F_DUPFD_CLOEXEC, 3));  // above the standard streams
   complaints_ = std::move(complaints.readEnd);
 
-  const SpawnSetup setup(theirs.get(), complaints.writeEnd.get());
+  const SpawnSettings settings({.input = theirs.get(), .errors = complaints.writeEnd.get()},
+                               SpawnSettings::Group::Ours);
   const std::string root = options_.root.empty() ? "/" : options_.root;
   const std::array<const char*, 7> vector{options_.pkexec.c_str(),
                                           "--disable-internal-agent",
@@ -119,7 +95,7 @@ bool PolkitAsking::launch(std::string& problem) {
                                           nullptr};
   pid_t pid = -1;
   const int error =
-      ::posix_spawn(&pid, options_.pkexec.c_str(), &setup.actions, &setup.attributes,
+      ::posix_spawn(&pid, options_.pkexec.c_str(), settings.actions(), settings.attributes(),
                     const_cast<char* const*>(vector.data()), const_cast<char* const*>(kEnvironment));
   if (error != 0) {
     problem = options_.pkexec + ": " + std::generic_category().message(error);
