@@ -13,8 +13,8 @@ class TableView;
 
 struct TableColumn {
   std::string identifier;
-  std::string title;  // text of the header cell
-  double width = 100;
+  std::string title;   // text of the header cell
+  double width = 100;  // points
 };
 
 class TableViewDataSource {
@@ -37,7 +37,7 @@ class TableView final : public Control {
   void setDataSource(TableViewDataSource* dataSource) { dataSource_ = dataSource; }
   [[nodiscard]] const std::vector<TableColumn>& columns() const { return columns_; }
   [[nodiscard]] std::vector<TableColumn>& columns() { return columns_; }
-  [[nodiscard]] double headerHeight() const { return headerHeight_; }
+  [[nodiscard]] double headerHeight() const { return headerHeight_; }  // points
   void setHeaderHeight(double height) { headerHeight_ = height; }
 
   /// As of the last reload.

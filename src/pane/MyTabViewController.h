@@ -18,8 +18,11 @@ class MyTabViewController final : public TabViewDelegate {
   MyTabViewController& operator=(const MyTabViewController&) = delete;
   ~MyTabViewController() override;
 
+  /// The client was removed: no tab may be switched any more.
   void setUninstalled(bool uninstalled) { uninstalled_ = uninstalled; }
+  /// The client settings can't be read: no tab may be switched while the install folder exists.
   void setClientSettingsReadError(bool readError) { clientSettingsReadError_ = readError; }
+  /// Whether the Plugins tab opens without a question.
   [[nodiscard]] bool showPluginTab() const { return showPluginTab_; }
 
   [[nodiscard]] bool tabViewShouldSelectTabViewItem(TabView& tabView, const TabViewItem& item) override;

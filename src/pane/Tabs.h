@@ -1,4 +1,5 @@
-// What the pane controller asks of its three tabs.
+// What the pane controller asks of its three tabs. Each operation that refreshes or updates reads the files
+// that it is about again and shows what they hold now.
 #pragma once
 
 namespace corvane {
@@ -17,6 +18,7 @@ class OptionsTab {
  public:
   virtual ~OptionsTab() = default;
   virtual void refresh() = 0;
+  /// Whether a settings store of the tab could not be read.
   [[nodiscard]] virtual bool errorLoadingPlists() = 0;
   virtual void refreshAutomountDisk() = 0;
   virtual void refreshTimeMachine() = 0;

@@ -24,6 +24,7 @@ class Workspace {
   virtual ~Workspace() = default;
   /// Opens the address with the desktop's handler for it. An address that does not parse opens nothing.
   virtual void openUrl(const std::string& address) = 0;
+  /// The modifier keys that are held now, as bits like those above; others may be among them.
   [[nodiscard]] virtual std::uint32_t modifierFlags() = 0;
   /// The width in points of the text, drawn in one line in the font.
   [[nodiscard]] virtual double textWidth(std::string_view text, const Font& font) = 0;
