@@ -227,5 +227,17 @@ TEST_F(AlertSheet, AModalAlertIsTitledByItsMessageAndAnswersWithTheButton) {
   EXPECT_EQ(title, QStringLiteral("Proceed?"));
 }
 
+TEST_F(AlertSheet, TheKeyboardSwitchesAnAccessoryThatTakesNoFocusWithItsFirstLetter) {
+  AlertDescription description = alert({{"Uninstall", ""}, {"Cancel", kReturnKey}});
+  description.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
+  begin(description);
+  auto& box = find<QCheckBox>(*sheet(), "accessory");
+  press(window, Qt::Key_A, Qt::AltModifier);
+  EXPECT_TRUE(eventually([&] { return !box.isChecked(); }));
+  EXPECT_TRUE(button("Cancel").hasFocus());
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(accessories, (std::vector<bool>{false}));
+}
+
 }  // namespace
 }  // namespace corvane::test

@@ -53,6 +53,24 @@ TEST_F(PaneWindow, AGreetingThatIsTooLongStaysInsideTheWindow) {
   EXPECT_EQ(place.width(), 668);
 }
 
+TEST_F(PaneWindow, TheMouseShowsAHandOverALinkAndNothingElse) {
+  auto& url = find<LabelButton>(window, "urlButton");
+  auto& greeting = find<LabelButton>(window, "greetingButton");
+  view.urlButton.action = [](Button&) {};
+  view.greetingButton.action = [](Button&) {};
+  AttributedText link("help.example.com");
+  TextAttributes underlined;
+  underlined.underlined = true;
+  link.runs.push_back({0, link.text.size(), underlined});
+  view.urlButton.setAttributedTitle(link);
+  view.greetingButton.setTitle("Hello");
+  EXPECT_EQ(url.cursor().shape(), Qt::PointingHandCursor);
+  EXPECT_EQ(greeting.cursor().shape(), Qt::ArrowCursor);
+  view.urlButton.action = nullptr;
+  view.urlButton.setTitle("none");
+  EXPECT_EQ(url.cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST_F(PaneWindow, HidesAndShowsTheHeaderWithTheCore) {
   auto& url = find(window, "urlButton");
   view.urlButton.setHidden(true);

@@ -8,6 +8,25 @@
 namespace corvane::test {
 namespace {
 
+/// Counts what the toolkit has to say about editors.
+class Complaints {
+ public:
+  Complaints() {
+    count_ = 0;
+    before_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+      if (text.contains(QStringLiteral("editor"))) ++count_;
+    });
+  }
+  Complaints(const Complaints&) = delete;
+  Complaints& operator=(const Complaints&) = delete;
+  ~Complaints() { qInstallMessageHandler(before_); }
+  [[nodiscard]] static int aboutEditors() { return count_; }
+
+ private:
+  static inline int count_ = 0;
+  QtMessageHandler before_ = nullptr;
+};
+
 TEST_F(PluginsTab, ShowsThePluginWithItsTickAndOpensAllItsOptionsWithOneClick) {
   openTab();
   EXPECT_EQ(tree().model()->rowCount(), 1);
@@ -249,6 +268,44 @@ TEST_F(PluginsTab, ALinkOpensItsAddress) {
   EXPECT_EQ(openedUrls.list, (std::vector<std::string>{"https://www.example.com/more"}));
 }
 
+TEST_F(PluginsTab, TheMouseShowsAHandOverALinkAndNothingElse) {
+  openTab();
+  const auto shapeOver = [this](const QModelIndex& cell) {
+    tree().scrollTo(cell);
+    const QRect place = tree().visualRect(cell);
+    QTest::mouseMove(tree().viewport(), QPoint(place.left() + kLeft, place.center().y()));
+    QApplication::processEvents();
+    return tree().viewport()->cursor().shape();
+  };
+  EXPECT_EQ(shapeOver(value(QStringLiteral("Title"))), Qt::PointingHandCursor);
+  EXPECT_EQ(shapeOver(option(QStringLiteral("Tick"))), Qt::ArrowCursor);
+  EXPECT_EQ(shapeOver(value(QStringLiteral("Title"))), Qt::PointingHandCursor);
+  EXPECT_EQ(shapeOver(value(QStringLiteral("Text"))), Qt::ArrowCursor);
+  click(widget("authView"));
+  EXPECT_EQ(shapeOver(value(QStringLiteral("Title"))), Qt::ArrowCursor) << "a locked link opens nothing";
+}
+
+TEST_F(PluginsTab, LettersGoToTheNextRowThatBeginsWithThem) {
+  openTab();
+  expand();
+  tree().setFocus();
+  const auto words = [this] { return shown(tree().currentIndex().siblingAtColumn(1)); };
+  press(window(), Qt::Key_Home);
+  for (const Qt::Key key : {Qt::Key_F, Qt::Key_O}) press(window(), key);
+  EXPECT_EQ(words(), QStringLiteral("Folder"));
+  press(window(), Qt::Key_Home);  // begins anew
+  press(window(), Qt::Key_T);
+  EXPECT_EQ(words(), QStringLiteral("Title"));
+  press(window(), Qt::Key_T);
+  EXPECT_EQ(words(), QStringLiteral("Tick"));
+  press(window(), Qt::Key_Down);
+  press(window(), Qt::Key_Z);
+  EXPECT_EQ(words(), QStringLiteral("Reverse")) << "nothing begins so";
+  press(window(), Qt::Key_End);
+  press(window(), Qt::Key_A);
+  EXPECT_EQ(words(), QStringLiteral("All Types")) << "from the last row on to the first one";
+}
+
 TEST_F(PluginsTab, LockedRowsAreReadAndOpenedButNotChanged) {
   openTab(false);
   EXPECT_TRUE(tree().isEnabled());
@@ -309,6 +366,7 @@ TEST_F(PluginsTab, ARefreshWaitsForAnOpenMenu) {
 
 TEST_F(PluginsTab, AClickThatEndsTypingMeetsTheRowThatItWasMeantFor) {
   openTab();
+  const Complaints complaints;
   clickCell(value(QStringLiteral("Set"), 0));  // at the same height in every run
   clickCell(value(QStringLiteral("Number")));
   type(*editor<QComboBox>()->lineEdit(), "10");
@@ -316,6 +374,7 @@ TEST_F(PluginsTab, AClickThatEndsTypingMeetsTheRowThatItWasMeantFor) {
   clickCell(value(QStringLiteral("Set"), 1));
   EXPECT_TRUE(becomes("Number", number(10)));
   EXPECT_EQ(stored("Set"), Dictionary::make({{"cupsd", flag(false)}, {"sshd", flag(true)}}));
+  EXPECT_EQ(complaints.aboutEditors(), 0);
 }
 
 TEST_F(PluginsTab, ARefreshKeepsThePlaceInALongList) {

@@ -55,6 +55,15 @@ TEST_F(SheetBinder, TheFirstFieldHasTheFocusAndReturnAndEscapePressTheSheetsButt
   view.mainWindow.endSheet(advanced);
 }
 
+TEST_F(SheetBinder, TheTextOfTheFirstFieldIsTypedOver) {
+  field->setText(QStringLiteral("3"));
+  ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
+  ASSERT_TRUE(eventually([this] { return field->hasFocus(); }));
+  press(window, Qt::Key_4);
+  EXPECT_EQ(field->text(), QStringLiteral("4"));
+  view.mainWindow.endSheet(advanced);
+}
+
 TEST_F(SheetBinder, AnAlertThatComesMeanwhileWaitsForTheSheet) {
   ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
   AlertDescription alert;

@@ -74,6 +74,26 @@ TEST_F(TabGuard, TheKeyboardAloneReachesThePluginsTab) {
   EXPECT_TRUE(bar.hasFocus()) << "the keyboard is where it was before the alert";
 }
 
+TEST_F(TabGuard, ControlTabAndPageKeysGoToTheNextTabFromAnywhereButNotBehindAnAlert) {
+  open();
+  while (window().focusWidget() != &widget("authView")) press(window(), Qt::Key_Backtab, Qt::ShiftModifier);
+  press(window(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(shownTab(), 1);
+  press(window(), Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(shownTab(), 0);
+  press(window(), Qt::Key_PageDown, Qt::ControlModifier);
+  press(window(), Qt::Key_Tab, Qt::ControlModifier);
+  ASSERT_NE(sheet(), nullptr);
+  press(window(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(shownTab(), 1);
+  answerSheet("Continue");
+  EXPECT_EQ(shownTab(), 2);
+  press(window(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(shownTab(), 0);
+  press(window(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(shownTab(), 2);
+}
+
 TEST_F(TabGuard, WhileTheSettingsAreUnreadableEverySwitchIsRefusedAndTheAlertComesAgain) {
   open();
   std::filesystem::remove(paths.clientSettings);

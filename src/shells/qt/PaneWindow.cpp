@@ -1,6 +1,7 @@
 #include "PaneWindow.h"
 
 #include <QEventLoop>
+#include <QShortcut>
 #include <QTimer>
 #include <chrono>
 
@@ -24,6 +25,8 @@ PaneWindow::PaneWindow(QWidget* parent)
   ui_->clientVersionButton->setFont(small);
   ui_->clientVersionButton->setAlignment(Qt::AlignRight);
   setFocus();  // no control is marked before the keyboard is used
+  addTabKeys(QKeySequence::keyBindings(QKeySequence::NextChild) << (Qt::CTRL | Qt::Key_PageDown), 1);
+  addTabKeys(QKeySequence::keyBindings(QKeySequence::PreviousChild) << (Qt::CTRL | Qt::Key_PageUp), -1);
 }
 
 PaneWindow::~PaneWindow() = default;
@@ -40,6 +43,14 @@ void PaneWindow::bindHeaderTo(PaneView& view) {
   (new ButtonBinder(view.urlButton, *ui_->urlButton))->setPlacement(Placement::Horizontal);
   new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);
   new ButtonBinder(view.quorlenIconButton, *ui_->quorlenIconButton);
+}
+
+void PaneWindow::addTabKeys(const QList<QKeySequence>& keys, int step) {
+  auto* shortcut = new QShortcut(this);
+  shortcut->setKeys(keys);
+  connect(shortcut, &QShortcut::activated, this, [this, step] {
+    if (sheets_->current() == nullptr) ui_->tabView->chooseNext(step);
+  });
 }
 
 void PaneWindow::setTabPage(int index, QWidget* page) { ui_->tabView->setPage(index, page); }

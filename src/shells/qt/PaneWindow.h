@@ -4,6 +4,7 @@
 // the tabs are put in by whoever builds them.
 #pragma once
 
+#include <QKeySequence>
 #include <QWidget>
 #include <memory>
 
@@ -46,6 +47,9 @@ class PaneWindow final : public QWidget {
   void painted();
 
  private:
+  /// These keys go to the next tab, wherever the keyboard is.
+  void addTabKeys(const QList<QKeySequence>& keys, int step);
+
   std::unique_ptr<Ui::PaneWindow> ui_;
   SheetHost* sheets_;
 };

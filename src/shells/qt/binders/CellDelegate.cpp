@@ -96,7 +96,10 @@ CellAct CellDelegate::actAt(const QModelIndex& index, const QRect& row, const QP
   if (!outline_.enabled()) return CellAct::None;
   const PreparedCell cell = prepared(index);
   if (!hitRect(*cell.cell, row).contains(point)) return CellAct::None;
-  if (std::holds_alternative<ButtonCell>(*cell.cell)) return CellAct::Press;
+  if (const auto* button = std::get_if<ButtonCell>(cell.cell.get())) {
+    const bool isLink = button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered;
+    return isLink ? CellAct::Link : CellAct::Press;
+  }
   return mayEdit(index) ? CellAct::Edit : CellAct::None;
 }
 
@@ -127,6 +130,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   auto* editor = dynamic_cast<CellEditor*>(widget);
   auto* self = const_cast<CellDelegate*>(this);  // the toolkit's signals are not const, its factory is
   editor->onChosen = [self, widget, editor] {
+    if (self->openEditor_ != widget) return;  // a box notices its text once more on its way out
     editor->onDismissed = nullptr;
     emit self->commitData(widget);
     emit self->closeEditor(widget);

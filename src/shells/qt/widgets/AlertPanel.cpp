@@ -50,7 +50,9 @@ AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
 AlertPanel::~AlertPanel() = default;
 
 void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
-  accessory_ = new QCheckBox(withoutShortcuts(toQString(checkBox.title)), this);
+  const QString title = withoutShortcuts(toQString(checkBox.title));
+  // What never has the keyboard is switched by its first letter with Alt.
+  accessory_ = new QCheckBox(checkBox.refusesFirstResponder ? QLatin1Char('&') + title : title, this);
   accessory_->setObjectName(QStringLiteral("accessory"));
   accessory_->setAccessibleName(toQString(checkBox.title));
   accessory_->setChecked(checkBox.on);

@@ -1,6 +1,7 @@
 #include "widgets/LabelButton.h"
 
 #include <QPainter>
+#include <algorithm>
 
 #include "AttributedTextLayout.h"
 #include "Text.h"
@@ -22,13 +23,20 @@ void LabelButton::setAttributedText(const AttributedText& text) {
   if (text == text_ && !this->text().isEmpty()) return;
   text_ = text;
   setText(toQString(text.text));  // for assistive technology; painting uses the styled text
+  showShape();
   updateGeometry();
   update();
 }
 
 void LabelButton::setActive(bool active) {
   setFocusPolicy(active ? Qt::StrongFocus : Qt::NoFocus);
-  if (active) {
+  showShape();
+}
+
+void LabelButton::showShape() {
+  const bool isLink = std::any_of(text_.runs.begin(), text_.runs.end(),
+                                  [](const auto& run) { return run.attributes.underlined; });
+  if (isLink && focusPolicy() != Qt::NoFocus) {
     setCursor(Qt::PointingHandCursor);
   } else {
     unsetCursor();

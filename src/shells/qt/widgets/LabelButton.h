@@ -14,7 +14,7 @@ class LabelButton final : public PaintedButton {
   explicit LabelButton(QWidget* parent = nullptr);
 
   void setAttributedText(const AttributedText& text);
-  /// Whether a click does something; a mere label takes no focus and shows no hand.
+  /// Whether a click does something; a mere label takes no focus.
   void setActive(bool active);
   void setAlignment(Qt::Alignment alignment);
 
@@ -25,6 +25,9 @@ class LabelButton final : public PaintedButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  /// The hand over a link.
+  void showShape();
+
   AttributedText text_;
   Qt::Alignment alignment_ = Qt::AlignLeft;
 };

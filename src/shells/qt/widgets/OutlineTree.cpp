@@ -1,5 +1,6 @@
 #include "widgets/OutlineTree.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -16,6 +17,7 @@ OutlineTree::OutlineTree(QWidget* parent) : QTreeView(parent) {
   setAllColumnsShowFocus(false);
   setUniformRowHeights(false);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  viewport()->setMouseTracking(true);
 }
 
 bool OutlineTree::hasTriangle(const QModelIndex& index) const {
@@ -88,13 +90,20 @@ void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!takePress(*event)) QTreeView::mouseDoubleClickEvent(event);
 }
 
+void OutlineTree::showShapeAt(const QPoint& point) {
+  const QModelIndex cell = indexAt(point);
+  const bool isLink = cell.isValid() && actAt && actAt(cell, point) == CellAct::Link;
+  viewport()->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
 void OutlineTree::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  showShapeAt(point);
   if (!pressed_.isValid()) {
     QTreeView::mouseMoveEvent(event);
     return;
   }
-  const QPoint point = event->position().toPoint();
-  const bool isOver = indexAt(point) == pressed_ && actAt(pressed_, point) == CellAct::Press;
+  const bool isOver = indexAt(point) == pressed_ && actAt(pressed_, point) != CellAct::None;
   if (isOver == std::exchange(isOverPressed_, isOver)) return;
   update(pressed_);
 }
@@ -129,8 +138,36 @@ void OutlineTree::stepSideways(bool opens) {
   }
 }
 
+QString OutlineTree::wordsOf(const QModelIndex& row) const {
+  return row.siblingAtColumn(qMax(0, treePosition())).data().toString().trimmed();
+}
+
+// The toolkit's own search takes the blank before a plug-in's name for its first letter.
+void OutlineTree::keyboardSearch(const QString& letters) {
+  const bool goesOn =
+      sinceLetter_.isValid() && sinceLetter_.elapsed() < QApplication::keyboardInputInterval();
+  sought_ = goesOn ? sought_ + letters : letters;
+  sinceLetter_.start();
+  if (letters.isEmpty() || model()->rowCount() == 0) return;
+  const bool repeats = sought_.count(sought_.front(), Qt::CaseInsensitive) == sought_.size();
+  const QString wanted = repeats ? sought_.left(1) : sought_;
+  const QModelIndex first = model()->index(0, 0);
+  const QModelIndex start = currentIndex().isValid() ? currentIndex().siblingAtColumn(0) : first;
+  QModelIndex row = start;
+  do {
+    const bool counts = row != start || (goesOn && !repeats) || !currentIndex().isValid();
+    if (counts && wordsOf(row).startsWith(wanted, Qt::CaseInsensitive)) {
+      setCurrentIndex(row.siblingAtColumn(qMax(0, currentIndex().column())));
+      return;
+    }
+    row = indexBelow(row).siblingAtColumn(0);
+    if (!row.isValid()) row = first;
+  } while (row != start);
+}
+
 void OutlineTree::keyPressEvent(QKeyEvent* event) {
   setMarksCurrentRow(true);
+  if (event->text().trimmed().isEmpty()) sinceLetter_.invalidate();
   switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:

@@ -3,6 +3,7 @@
 // acting by itself.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPersistentModelIndex>
 #include <QTreeView>
 #include <functional>
@@ -13,6 +14,7 @@ namespace corvane::qt {
 enum class CellAct {
   None,
   Press,  // a button: acts when the mouse is released over it
+  Link,   // a button that says so by the mouse's shape
   Edit,   // a field or a menu: opens at once
 };
 
@@ -24,7 +26,7 @@ class OutlineTree final : public QTreeView {
 
   /// Which rows show the triangle.
   std::function<bool(const QModelIndex&)> showsTriangle;
-  /// What the mouse would do at this point of the viewport.
+  /// What a press of the mouse would do at this point of the viewport.
   std::function<CellAct(const QModelIndex&, const QPoint&)> actAt;
 
   /// Whether the button in the cell is held down now.
@@ -33,6 +35,9 @@ class OutlineTree final : public QTreeView {
   [[nodiscard]] bool isBusy() const { return isMouseDown_ || state() == EditingState; }
   /// Makes the cell the current one without moving the rows.
   void setCurrentCell(const QModelIndex& index);
+  /// Goes to the next row that begins with what is being typed; the same letter again goes on to the next
+  /// one.
+  void keyboardSearch(const QString& letters) override;
   /// Gives the keyboard to the control before or after the tree.
   void leave(bool forward) { focusNextPrevChild(forward); }
 
@@ -74,11 +79,16 @@ class OutlineTree final : public QTreeView {
   void stepSideways(bool opens);
   void setMouseDown(bool isDown);
   void setMarksCurrentRow(bool marks);
+  void showShapeAt(const QPoint& point);
+  /// What the row says, without the blanks around it.
+  [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
 
   QPersistentModelIndex pressed_;
   bool isOverPressed_ = false;
   bool isMouseDown_ = false;
   bool marksCurrentRow_ = false;  // the keyboard is being used
+  QString sought_;                // the letters typed so far
+  QElapsedTimer sinceLetter_;     // invalid: none is typed
 };
 
 }  // namespace corvane::qt

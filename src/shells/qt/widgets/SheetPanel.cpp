@@ -92,7 +92,8 @@ void SheetPanel::takeFocus() {
   QWidget* first = contents->focusProxy();
   if (first == nullptr && contents->focusPolicy() != Qt::NoFocus) first = contents;
   if (first == nullptr) first = nextFocus(contents, true);
-  if (first != nullptr) first->setFocus(Qt::OtherFocusReason);
+  // As if the Tab key had gone there: the text of a field is selected, ready to be typed over.
+  if (first != nullptr) first->setFocus(Qt::TabFocusReason);
 }
 
 }  // namespace corvane::qt

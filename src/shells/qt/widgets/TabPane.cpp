@@ -54,6 +54,10 @@ void TabPane::showTab(int index) {
   pages_->setCurrentIndex(index);
 }
 
+void TabPane::chooseNext(int step) {
+  if (count() > 0) bar_->setCurrentIndex((bar_->currentIndex() + step + count()) % count());
+}
+
 int TabPane::shownTab() const { return pages_->currentIndex(); }
 
 void TabPane::paintEvent(QPaintEvent*) {

@@ -22,6 +22,8 @@ class TabPane final : public QWidget {
   void setPage(int index, QWidget* page);
   [[nodiscard]] QWidget* page(int index) const;
   void showTab(int index);
+  /// The user goes on by so many tabs; after the last one comes the first.
+  void chooseNext(int step);
   [[nodiscard]] int shownTab() const;
 
  signals:
