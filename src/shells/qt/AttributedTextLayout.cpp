@@ -103,7 +103,8 @@ void AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Align
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setPen(plainColor_);
-  const qreal top = std::round(rect.top() + (rect.height() - height) / 2);
+  // Where the toolkit's own labels and fields put their lines, so that a row of both stands on one line.
+  const qreal top = std::round(rect.top() + (rect.height() - height + 1) / 2);
   for (int i = 0; i < shown; ++i) {
     const QTextLine line = layout.lineAt(i);
     const QRectF lineRect(rect.left(), top + line.y(), rect.width(), line.height());

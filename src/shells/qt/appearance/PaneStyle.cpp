@@ -87,11 +87,15 @@ void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {
   painter.drawText(option.rect, Qt::AlignCenter | Qt::TextShowMnemonic, option.text);
 }
 
+/// A line below, and one to the right where another section follows.
 void drawHeaderSection(const QStyleOption& option, QPainter& painter) {
-  painter.fillRect(option.rect, option.palette.color(QPalette::Base));
-  painter.setPen(separatorColor(option.palette));
-  painter.drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-  painter.drawLine(option.rect.topRight() + QPoint(0, 3), option.rect.bottomRight() - QPoint(0, 3));
+  const QRect& rect = option.rect;
+  const QColor line = separatorColor(option.palette);
+  painter.fillRect(rect, option.palette.color(QPalette::Base));
+  painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
+  const auto* section = qstyleoption_cast<const QStyleOptionHeader*>(&option);
+  if (section != nullptr && section->position != QStyleOptionHeader::End)
+    painter.fillRect(QRect(rect.right(), rect.top() + 3, 1, rect.height() - 6), line);
 }
 
 void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) {
@@ -212,9 +216,14 @@ void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, 
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabLabel(*tab, *painter);
       return;
     case CE_HeaderSection:
-    case CE_HeaderEmptyArea:
       drawHeaderSection(*option, *painter);
       return;
+    case CE_HeaderEmptyArea: {
+      QStyleOption empty(*option);  // no section, whatever else it says
+      empty.type = QStyleOption::SO_Default;
+      drawHeaderSection(empty, *painter);
+      return;
+    }
     default:
       QProxyStyle::drawControl(element, option, painter, widget);
   }
@@ -240,9 +249,16 @@ void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 }
 
 QRect PaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
-  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
-  // Room between the frame's rounded corner and the text.
-  return element == SE_LineEditContents ? rect.adjusted(4, 0, -4, 0) : rect;
+  switch (element) {
+    case SE_LineEditContents:
+      // Room between the frame's rounded corner and the text.
+      return QProxyStyle::subElementRect(element, option, widget).adjusted(4, 0, -4, 0);
+    case SE_HeaderLabel:
+      // Above the texts of a table's rows; the letters need the whole height.
+      return option->rect.adjusted(6, 0, -2, -1);
+    default:
+      return QProxyStyle::subElementRect(element, option, widget);
+  }
 }
 
 int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
@@ -279,7 +295,6 @@ int PaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_ItemView_ShowDecorationSelected:
       return 1;
     case SH_EtchDisabledText:
-    case SH_UnderlineShortcut:
     case SH_DialogButtonBox_ButtonsHaveIcons:
       return 0;
     default:
@@ -293,6 +308,11 @@ QSize PaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     case CT_PushButton: {
       const QFontMetrics metrics = option != nullptr ? option->fontMetrics : QFontMetrics(QFont());
       return {size.width() + 30, qMax(kControlHeight + 4, metrics.height() + 12)};
+    }
+    case CT_CheckBox: {
+      // An even height, as the labels and fields beside it have: their texts stand on one line.
+      const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
+      return {base.width(), base.height() / 2 * 2};
     }
     case CT_LineEdit: {
       const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);

@@ -13,6 +13,9 @@ ConfigurationTabPage::ConfigurationTabPage(ConfigurationTabView& view, QWidget* 
   ui_->setupUi(this);
   makeHint(*ui_->removeClientField);
   for (QWidget* line : {ui_->settingsLine, ui_->uninstallLine}) line->setForegroundRole(QPalette::Mid);
+  // A text that can be selected is laid out half a point higher than a label.
+  for (QWidget* field : {ui_->lastRunClientField, ui_->lastRunUpdaterField})
+    field->setContentsMargins(0, 1, 0, 0);
   new LabelBinder(view.lastRunClientLabel, *ui_->lastRunClientLabel);
   new LabelBinder(view.lastRunClientField, *ui_->lastRunClientField);
   new ButtonBinder(view.runClientButton, *ui_->runClientButton);
