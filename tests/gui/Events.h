@@ -2,8 +2,12 @@
 // as its condition holds.
 #pragma once
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -37,6 +41,30 @@ inline void press(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modi
 }
 
 inline void type(QWidget& widget, const char* text) { QTest::keyClicks(&widget, QString::fromUtf8(text)); }
+
+/// Does an act that opens a panel with an event loop of its own and answers the panel from inside of that;
+/// says whether there was one.
+template <typename Panel, typename Answer>
+[[nodiscard]] bool answerPanel(const std::function<void()>& act, Answer answer) {
+  bool seen = false;
+  QElapsedTimer sinceAnswer;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+    auto* panel = qobject_cast<Panel*>(QApplication::activeModalWidget());
+    if (panel == nullptr || !panel->isVisible()) return;
+    if (!seen) {
+      seen = true;
+      answer(*panel);
+      sinceAnswer.start();
+    } else if (sinceAnswer.isValid() && sinceAnswer.hasExpired(kPatienceMilliseconds)) {
+      ADD_FAILURE() << "the panel does not close after the answer";
+      panel->reject();
+    }
+  });
+  watch.start(0);
+  act();
+  return seen;
+}
 
 /// Shows the window and waits until it is on the screen and has the keyboard.
 inline void showActive(QWidget& window) {

@@ -2,47 +2,27 @@
 #include <QDialog>
 #include <QFileDialog>
 #include <QProgressBar>
-#include <QTimer>
 
 #include "PluginsTabFixture.h"
 
 namespace corvane::test {
 namespace {
 
-/// Answers a panel that runs its own event loop, from inside of it; says whether there was one.
-class WithPanel {
- public:
-  template <typename Panel, typename Answer>
-  static bool answer(const std::function<void()>& act, Answer answer) {
-    bool seen = false;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-      auto* panel = qobject_cast<Panel*>(QApplication::activeModalWidget());
-      if (panel == nullptr || seen || !panel->isVisible()) return;
-      seen = true;
-      answer(*panel);
-    });
-    watch.start(0);
-    act();
-    return seen;
-  }
-};
-
 class PluginsTabActions : public PluginsTab {
  protected:
   /// Clicks the cell and chooses the file or folder in the panel that opens; an empty path cancels.
   void choose(const QModelIndex& cell, const std::string& path, QString* startFolder = nullptr) {
-    const bool seen = WithPanel::answer<QFileDialog>([&] { clickCell(cell); },
-                                                     [&](QFileDialog& panel) {
-                                                       if (startFolder != nullptr)
-                                                         *startFolder = panel.directory().absolutePath();
-                                                       if (path.empty()) {
-                                                         panel.reject();
-                                                         return;
-                                                       }
-                                                       panel.selectFile(QString::fromStdString(path));
-                                                       QMetaObject::invokeMethod(&panel, "accept");
-                                                     });
+    const bool seen = answerPanel<QFileDialog>([&] { clickCell(cell); },
+                                               [&](QFileDialog& panel) {
+                                                 if (startFolder != nullptr)
+                                                   *startFolder = panel.directory().absolutePath();
+                                                 if (path.empty()) {
+                                                   panel.reject();
+                                                   return;
+                                                 }
+                                                 panel.selectFile(QString::fromStdString(path));
+                                                 QMetaObject::invokeMethod(&panel, "accept");
+                                               });
     EXPECT_TRUE(seen) << "no panel has opened";
   }
   [[nodiscard]] QString folder(const char* clientPath) const {
@@ -82,12 +62,12 @@ TEST_F(PluginsTabActions, ACancelledPanelChangesNothing) {
 
 TEST_F(PluginsTabActions, AChoiceIsKeptWhenTheTabIsRefreshedBehindThePanel) {
   openTab();
-  const bool seen = WithPanel::answer<QFileDialog>([&] { clickCell(value(QStringLiteral("File"))); },
-                                                   [&](QFileDialog& panel) {
-                                                     pane->assembly().plugins().refresh();
-                                                     panel.selectFile(folder("/Users/new.conf"));
-                                                     QMetaObject::invokeMethod(&panel, "accept");
-                                                   });
+  const bool seen = answerPanel<QFileDialog>([&] { clickCell(value(QStringLiteral("File"))); },
+                                             [&](QFileDialog& panel) {
+                                               pane->assembly().plugins().refresh();
+                                               panel.selectFile(folder("/Users/new.conf"));
+                                               QMetaObject::invokeMethod(&panel, "accept");
+                                             });
   EXPECT_TRUE(seen);
   EXPECT_EQ(stored("File"), text("/Users/new.conf"));
 }
@@ -207,7 +187,7 @@ TEST_F(PluginsTabActions, CancelEndsAHangingPluginAndAllThatItHasStarted) {
   openTab();
   bool windowTakesNothing = false;
   QString title;
-  const bool seen = WithPanel::answer<QDialog>(
+  const bool seen = answerPanel<QDialog>(
       [&] { clickCell(value(QStringLiteral("Test"))); },
       [&](QDialog& panel) {
         title = find<QLabel>(panel, "message").text();
