@@ -19,7 +19,6 @@ using test::Started;
 using test::waitUntil;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::StartsWith;
 
 const std::vector<std::string> kRunNow = {"--log-parent", "prefpane-client", "--force"};
@@ -208,7 +207,7 @@ TEST_P(DemoTestMode, AnswersAsItsSettingSays) {
   EXPECT_EQ(plugin.output(), GetParam().output);
 }
 
-using std::string_literals::operator""s;
+using std::string_literals::operator""s;  // NOLINT(misc-unused-using-decls): used in the next lines
 INSTANTIATE_TEST_SUITE_P(
     Choices, DemoTestMode,
     ::testing::Values(Outcome{0, "0,All settings valid\n"}, Outcome{1, "3,Server unreachable\n"},

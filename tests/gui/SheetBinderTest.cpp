@@ -19,8 +19,8 @@ class SheetBinder : public WindowTest {
     ok->setAutoDefault(false);
     ok->setDefault(true);
     cancel->setProperty("escapeButton", true);
-    QObject::connect(ok, &QPushButton::clicked, contents, [this] { pressed.push_back("OK"); });
-    QObject::connect(cancel, &QPushButton::clicked, contents, [this] { pressed.push_back("Cancel"); });
+    QObject::connect(ok, &QPushButton::clicked, contents, [this] { pressed.emplace_back("OK"); });
+    QObject::connect(cancel, &QPushButton::clicked, contents, [this] { pressed.emplace_back("Cancel"); });
     new qt::SheetBinder(advanced, *contents, window.sheets());
   }
 
@@ -70,7 +70,7 @@ TEST_F(SheetBinder, AnAlertThatComesMeanwhileWaitsForTheSheet) {
   alert.messageText = "Meanwhile";
   alert.buttons = {{"OK", std::nullopt}};
   dialogs.beginSheet(alert, SheetWindow::PaneWindow,
-                     [this](const AlertResult&) { pressed.push_back("alert"); });
+                     [this](const AlertResult&) { pressed.emplace_back("alert"); });
   EXPECT_EQ(sheet(), contents);
   view.mainWindow.endSheet(advanced);
   ASSERT_NE(sheet(), nullptr);

@@ -77,12 +77,13 @@ TEST(Request, PacketThatNoEncoderMakesIsNothing) {
 }
 
 TEST(Reply, ComesBackAsItWas) {
+  const std::string message("no\0pe", 5);
   const auto decoded =
-      decodeReply(encodeReply({.outcome = Outcome::Denied, .exitStatus = -7, .message = "no\0pe"}));
+      decodeReply(encodeReply({.outcome = Outcome::Denied, .exitStatus = -7, .message = message}));
   ASSERT_TRUE(decoded);
   EXPECT_EQ(decoded->outcome, Outcome::Denied);
   EXPECT_EQ(decoded->exitStatus, -7);
-  EXPECT_EQ(decoded->message, "no");
+  EXPECT_EQ(decoded->message, message);
 }
 
 TEST(Reply, LongMessageIsCut) {

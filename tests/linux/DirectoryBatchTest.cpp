@@ -11,7 +11,6 @@
 namespace corvane {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Batches = std::vector<std::vector<std::string>>;
 

@@ -19,7 +19,6 @@ namespace {
 
 using test::OtherUser;
 using test::TemporaryFolder;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Optional;
 using Paths = std::vector<std::string>;

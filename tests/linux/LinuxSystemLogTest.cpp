@@ -34,6 +34,7 @@ TEST(LinuxSystemLog, NothingInALineCanForgeAnother) {
       Case{std::string("nul\0esc\x1B[2Jdel\x7F", 15), "nul\\u{00}esc\\u{1B}[2Jdel\\u{7F}"},
       Case{"next line \xC2\x85 control sequence \xC2\x9B", "next line \\u{85} control sequence \\u{9B}"},
       Case{"\xE2\x80\xA8 \xE2\x80\xA9", "\\u{2028} \\u{2029}"},
+      // NOLINTNEXTLINE(misc-misleading-bidirectional)
       Case{"right to left \xE2\x80\xAE isolate \xE2\x81\xA6", "right to left \\u{202E} isolate \\u{2066}"},
       Case{"bad \xFF cut \xE2\x80", "bad \\xFF cut \\xE2\\x80"},
       Case{"over-long \xC0\x8A", "over-long \\xC0\\x8A"},

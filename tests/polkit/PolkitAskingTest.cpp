@@ -17,7 +17,6 @@ namespace corvane {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 constexpr double kDeadline = 20;
