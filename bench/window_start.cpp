@@ -25,8 +25,6 @@
 #include "shells/qt/LinuxPane.h"
 #include "shells/qt/appearance/Appearance.h"
 
-extern char** environ;
-
 namespace {
 
 /// Tells the parent and ends the process, without any clean-up, once the window has painted itself.
