@@ -31,8 +31,8 @@ inline void PrintTo(Means means, std::ostream* stream) {
 class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
  protected:
   void SetUp() override {  // the demo lays the client out
-    if (qEnvironmentVariable("CORVANE_STORY_APPEARANCE") == QLatin1String("dark"))
-      qt::applyAppearance(qt::Appearance::Dark);
+    const bool isDark = qEnvironmentVariable("CORVANE_STORY_APPEARANCE") == QLatin1String("dark");
+    qt::applyAppearance(isDark ? qt::Appearance::Dark : qt::Appearance::Light);
   }
 
   void openPane() {

@@ -1,0 +1,81 @@
+// A person before a client that is not as it should be: what the window says, and that it can be put away
+// with the mouse as with the keyboard.
+#include <QAbstractItemView>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+
+#include "StoryFixture.h"
+#include "widgets/LockButton.h"
+#include "widgets/TabPane.h"
+
+namespace corvane::test {
+namespace {
+
+using TroubleStory = StoryTest;
+
+TEST_P(TroubleStory, WithoutTheDiskJournalsDaemonTheVolumesAreOutOfUseAndTheReasonIsGiven) {
+  openPane();
+  person->press("authView");
+  person->chooseTab(1);
+  EXPECT_TRUE(widget<QAbstractItemView>("volumesTable").isEnabled());
+  std::ofstream(demo.paths.diskJournalPid).close();  // as a daemon leaves it that has ended
+  person->press("showAllVolumeTypesButton");
+  picture("no daemon");
+  EXPECT_EQ(
+      widget<QLabel>("defaultTextField").text(),
+      QStringLiteral("An error has been detected. Please contact support, mentioning \"ReasonCode 412\""));
+  EXPECT_TRUE(widget("defaultTextField").isVisible());
+  EXPECT_FALSE(pane->assembly().optionsView().volumesTable.enabled());
+}
+
+TEST_P(TroubleStory, SettingsThatCannotBeReadAreReportedWhenTheLockOpens) {
+  std::ofstream(demo.paths.timeMachineSettings) << "no property list";
+  openPane();
+  person->press("authView");
+  ASSERT_NE(sheet(), nullptr);
+  picture("unreadable settings");
+  EXPECT_EQ(message(), QStringLiteral("Error Reading Preferences"));
+  person->press("button OK");
+  EXPECT_EQ(sheet(), nullptr);
+  EXPECT_TRUE(widget<qt::LockButton>("authView").isOpen());
+  person->chooseTab(1);
+  picture("options without time machine");
+}
+
+TEST_P(TroubleStory, WhileTheClientsSettingsAreGoneNoTabIsLeft) {
+  openPane();
+  std::filesystem::remove(demo.paths.clientSettings);
+  ASSERT_TRUE(eventually([this] {
+    if (sheet() == nullptr) person->chooseTab(1 - window().tabs().shownTab());
+    return sheet() != nullptr;
+  }));
+  picture("settings are gone");
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(message(), QStringLiteral("Error Reading Settings"));
+}
+
+TEST_P(TroubleStory, WhereNoClientIsInstalledThatIsSaidBeforeTheWindowOpens) {
+  std::filesystem::remove_all(demo.paths.installFolder);
+  QString title;
+  const bool seen = answerPanel<QDialog>([this] { openPane(); },
+                                         [&](QDialog& panel) {
+                                           title = panel.windowTitle();
+                                           picture("no client");
+                                           press(panel, Qt::Key_Return);
+                                         });
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(title, QStringLiteral("Monitoring Client Error"));
+  picture("window without a client");
+  person->press("authView");
+  ASSERT_NE(sheet(), nullptr);
+  EXPECT_EQ(message(), QStringLiteral("Monitoring Client Removed"));
+  person->press("button OK");
+  EXPECT_FALSE(widget<qt::LockButton>("authView").isOpen());
+}
+
+INSTANTIATE_TEST_SUITE_P(By, TroubleStory, ::testing::Values(Means::Mouse, Means::Keyboard),
+                         [](const auto& story) { return ::testing::PrintToString(story.param); });
+
+}  // namespace
+}  // namespace corvane::test
