@@ -2,11 +2,14 @@
 // whatever kinds of widgets show them.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyleOption>
+#include <QTableView>
+#include <QTreeView>
 #include <optional>
 #include <ostream>
 
@@ -94,6 +97,51 @@ TEST_P(Baselines, TheTextsOfARowStandOnOneLine) {
     ASSERT_TRUE(first) << "no letters: " << row.front();
     for (const char* name : row) EXPECT_EQ(feetOf(name), first) << name << " beside " << row.front();
   }
+}
+
+/// What the letters of an image cover.
+QRect inkOf(const QImage& image) {
+  QRect ink;
+  const int paper = qGray(image.pixel(0, 0));
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (qAbs(qGray(image.pixel(x, y)) - paper) > 60) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+class ColumnTitles : public GuiTest {
+ protected:
+  void SetUp() override {
+    pane = std::make_unique<qt::LinuxPane>(demo.root);
+    pane->open();
+    showActive(pane->window());
+  }
+  void expectWhole(const QHeaderView& header, int column) {
+    const QString title = header.model()->headerData(column, Qt::Horizontal).toString();
+    SCOPED_TRACE(title.toStdString());
+    // Without the lines below and beside.
+    const QRect section(header.sectionViewportPosition(column), 0, header.sectionSize(column) - 1,
+                        header.height() - 1);
+    const QRect ink = inkOf(header.viewport()->grab(section).toImage());
+    const QRect letters = QFontMetrics(header.font()).tightBoundingRect(title);
+    EXPECT_GE(ink.width(), letters.width() - 2);
+    EXPECT_GE(ink.height(), letters.height() - 1);
+    EXPECT_GE(ink.left(), 6) << "it stands left of the texts of the rows";
+  }
+
+  DemoClient demo{"0"};
+};
+
+TEST_F(ColumnTitles, AreWholeAndStandAboveTheTextsOfTheRows) {
+  clickTab(1);
+  expectWhole(*widget<QTableView>("volumesTable").horizontalHeader(), 0);
+  clickTab(2);
+  answerSheet("Continue");
+  const QHeaderView& header = *widget<QTreeView>("pluginsTable").header();
+  expectWhole(header, 0);
+  expectWhole(header, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "StoryFixture.h"
+#include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 #include "widgets/TabPane.h"
 
@@ -67,6 +68,8 @@ TEST_P(TroubleStory, WhereNoClientIsInstalledThatIsSaidBeforeTheWindowOpens) {
   EXPECT_TRUE(seen);
   EXPECT_EQ(title, QStringLiteral("Monitoring Client Error"));
   picture("window without a client");
+  const auto& greeting = widget<qt::LabelButton>("greetingButton");
+  EXPECT_GE(greeting.width(), greeting.sizeHint().width()) << "the greeting is cut short";
   person->press("authView");
   ASSERT_NE(sheet(), nullptr);
   EXPECT_EQ(message(), QStringLiteral("Monitoring Client Removed"));

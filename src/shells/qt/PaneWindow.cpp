@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <chrono>
 
+#include "Fonts.h"
 #include "Text.h"
 #include "appearance/Appearance.h"
 #include "binders/AuthorizationViewBinder.h"
@@ -19,6 +20,9 @@ PaneWindow::PaneWindow(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PaneWindow>()), sheets_(new SheetHost(this)) {
   ui_->setupUi(this);
   ui_->quorlenIconButton->setIcon(productIcon());
+  // The header's room is measured for this font; a text that comes without one is shown in it too.
+  const QFont header = toQFont(Font{Font::Family::Arial, 14});
+  for (QWidget* text : {ui_->greetingButton, ui_->urlButton}) text->setFont(header);
   QFont small = font();
   small.setPixelSize(12);
   ui_->authLabel->setFont(small);

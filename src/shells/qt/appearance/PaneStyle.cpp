@@ -215,8 +215,14 @@ void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_TabBarTabLabel:
       if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) drawTabLabel(*tab, *painter);
       return;
-    case CE_HeaderSection:
-      drawHeaderSection(*option, *painter);
+    case CE_Header:
+      if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+        drawHeaderSection(*header, *painter);
+        QStyleOptionHeader label(*header);
+        // Above the texts of a table's rows; the letters need the whole height.
+        label.rect.adjust(6, 0, -2, -1);
+        QProxyStyle::drawControl(CE_HeaderLabel, &label, painter, widget);
+      }
       return;
     case CE_HeaderEmptyArea: {
       QStyleOption empty(*option);  // no section, whatever else it says
@@ -249,16 +255,9 @@ void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 }
 
 QRect PaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
-  switch (element) {
-    case SE_LineEditContents:
-      // Room between the frame's rounded corner and the text.
-      return QProxyStyle::subElementRect(element, option, widget).adjusted(4, 0, -4, 0);
-    case SE_HeaderLabel:
-      // Above the texts of a table's rows; the letters need the whole height.
-      return option->rect.adjusted(6, 0, -2, -1);
-    default:
-      return QProxyStyle::subElementRect(element, option, widget);
-  }
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  // Room between the frame's rounded corner and the text.
+  return element == SE_LineEditContents ? rect.adjusted(4, 0, -4, 0) : rect;
 }
 
 int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
