@@ -266,7 +266,7 @@ TEST_F(OptionsPage, TheBoxLiesBesideTheNamesAndBelowTheHeaderAtEverySizeOfTheWin
     const QRect box = find(window, "volumeOptionsBox").geometry();
     EXPECT_EQ(box.left(), around.left() + 230 + 1 + 3);
     EXPECT_EQ(box.right(), around.right() - 1);
-    EXPECT_EQ(box.top(), around.top() + 17);
+    EXPECT_EQ(box.top(), around.top() + 1 + 17) << "the table's frame, then its header";
     EXPECT_EQ(box.bottom(), around.bottom() - 1);
   }
 }

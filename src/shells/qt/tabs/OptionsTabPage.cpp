@@ -111,7 +111,8 @@ void OptionsTabPage::placeBox() {
   const Rect& around = view_.volumesScrollView.frame();
   const Rect& box = view_.volumeOptionsBox.frame();
   const double right = around.x + around.width - (box.x + box.width);
-  const double top = around.y + around.height - (box.y + box.height);
+  // The header stands inside the frame here; the line below it stays in sight.
+  const double top = around.y + around.height - (box.y + box.height) + ui_->volumesTable->frameWidth();
   const QScrollBar* scrollBar = ui_->volumesTable->verticalScrollBar();
   const int reserved = scrollBar->isVisibleTo(ui_->volumesTable) ? scrollBar->sizeHint().width() : 0;
   ui_->volumeOptionsBox->setGeometry(ui_->volumesTable->geometry().adjusted(
