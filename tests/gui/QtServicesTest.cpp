@@ -1,3 +1,6 @@
+#include <QAbstractItemView>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QPushButton>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -10,6 +13,7 @@
 #include "Events.h"
 #include "GuiFixture.h"
 #include "services/QtBundle.h"
+#include "services/QtDialogs.h"
 #include "services/QtRunLoop.h"
 #include "services/QtWorkspace.h"
 #include "services/TestingPanel.h"
@@ -121,6 +125,89 @@ TEST(TestingPanel, EndsWhenTheAnswerComesOrTheUserCancels) {
   ::close(ends[0]);
   ::close(ends[1]);
 }
+
+class OpenPanel : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::filesystem::create_directory(folder / "inner");
+    for (const char* name : {"a.txt", "b.txt"}) std::ofstream(folder / name) << name;
+  }
+  /// Runs the panel; `look` sees it before the entries of its folder are chosen, or, without any, it is
+  /// cancelled.
+  std::vector<std::string> run(const OpenPanelDescription& description, const QStringList& entries,
+                               const std::function<void(QFileDialog&)>& look = {}) {
+    std::vector<std::string> chosen;
+    const bool seen = answerPanel<QFileDialog>([&] { chosen = dialogs.runOpenPanel(description); },
+                                               [&](QFileDialog& panel) {
+                                                 if (look) look(panel);
+                                                 choose(panel, entries);
+                                               });
+    EXPECT_TRUE(seen);
+    return chosen;
+  }
+  [[nodiscard]] OpenPanelDescription description() const {
+    OpenPanelDescription panel;
+    panel.directory = folder.path();
+    return panel;
+  }
+
+  TemporaryFolder folder;
+  QWidget window;
+  qt::SheetHost host{&window};
+  qt::QtDialogs dialogs{host};
+
+ private:
+  static void choose(QFileDialog& panel, const QStringList& entries) {
+    if (entries.isEmpty()) {
+      QTest::keyClick(&panel, Qt::Key_Escape);
+      return;
+    }
+    // Clicks in the list, once it is filled; all but the first with Control.
+    auto& list = find<QAbstractItemView>(panel, "treeView");
+    Qt::KeyboardModifiers modifiers;
+    for (const QString& entry : entries) {
+      QModelIndexList found;
+      ASSERT_TRUE(eventually([&] {
+        const QModelIndex first = list.model()->index(0, 0, list.rootIndex());
+        found = first.isValid() ? list.model()->match(first, Qt::DisplayRole, entry, 1, Qt::MatchExactly)
+                                : QModelIndexList();
+        return !found.isEmpty();
+      }));
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers, list.visualRect(found.first()).center());
+      modifiers = Qt::ControlModifier;
+    }
+    click(*panel.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open));
+  }
+};
+
+TEST_F(OpenPanel, StartsInTheGivenFolderAndAnswersWithTheChosenFile) {
+  QString start;
+  EXPECT_EQ(run(description(), {QStringLiteral("b.txt")},
+                [&](const QFileDialog& panel) { start = panel.directory().absolutePath(); }),
+            (std::vector<std::string>{folder / "b.txt"}));
+  EXPECT_EQ(start.toStdString(), folder.path());
+}
+
+TEST_F(OpenPanel, OffersFoldersAloneWhenFilesMayNotBeChosen) {
+  OpenPanelDescription folders = description();
+  folders.canChooseFiles = false;
+  folders.canChooseDirectories = true;
+  QFileDialog::FileMode mode = QFileDialog::AnyFile;
+  EXPECT_EQ(
+      run(folders, {QStringLiteral("inner")}, [&](const QFileDialog& panel) { mode = panel.fileMode(); }),
+      (std::vector<std::string>{folder / "inner"}));
+  EXPECT_EQ(mode, QFileDialog::Directory);
+}
+
+TEST_F(OpenPanel, AnswersWithSeveralFilesWhereThatIsAllowedAndElseWithOne) {
+  const QStringList both{QStringLiteral("a.txt"), QStringLiteral("b.txt")};
+  EXPECT_EQ(run(description(), both).size(), 1U);
+  OpenPanelDescription several = description();
+  several.allowsMultipleSelection = true;
+  EXPECT_EQ(run(several, both), (std::vector<std::string>{folder / "a.txt", folder / "b.txt"}));
+}
+
+TEST_F(OpenPanel, AnswersWithNothingWhenItIsCancelled) { EXPECT_TRUE(run(description(), {}).empty()); }
 
 TEST(CommandLine, AnswersHelpVersionAndMistakesWithoutOpeningThePane) {
   EXPECT_TRUE(parseCommandLine({QStringLiteral("corvane-pane")}).opensPane());
