@@ -1,6 +1,9 @@
 #include "helper/RootTree.h"
 
+#include <array>
 #include <cerrno>
+#include <climits>
+#include <deque>
 #include <filesystem>
 #include <system_error>
 
@@ -21,6 +24,7 @@ namespace {
 
 /// How often a step is taken again when something moved under it.
 constexpr int kAttempts = 8;
+constexpr int kMostLinks = 40;  // the kernel's own limit for one path
 constexpr std::string_view kOpenToOthers = "others than root can change the folder or one above it";
 
 Reply denied(std::string_view path, std::string_view why) {
@@ -78,6 +82,22 @@ Entry entryOf(int folder, const std::string& name) {
   return entry;
 }
 
+/// Where the link leads; empty when that cannot be told.
+std::string targetOf(const Entry& link) {
+  std::array<char, PATH_MAX> target{};
+  const ssize_t length = ::readlinkat(link.descriptor.get(), "", target.data(), target.size());
+  return {target.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
+}
+
+/// The parts of a path, without empty ones and ".".
+std::deque<std::string> partsOf(const std::string& path) {
+  std::deque<std::string> parts;
+  for (const auto& part : std::filesystem::path(path).relative_path()) {
+    if (!part.empty() && part != ".") parts.push_back(part.string());
+  }
+  return parts;
+}
+
 /// Why an entry is not a file that may be written, read or removed under a predictable name; empty when it is
 /// one.
 std::string_view whyNotPlain(const struct stat& attributes) {
@@ -102,13 +122,50 @@ FileDescriptor RootTree::open(const std::string& path, int flags) const {
   return FileDescriptor(openInside(top_.get(), path, flags));
 }
 
-/// Every folder on the way, as the path names it and as it really lies, up to the system's own root.
-bool RootTree::isTrusted(const std::string& path, int folder, Sticky sticky) const {
+/// Whether nobody else can change a folder in which the path is looked up, or a link that it leads through:
+/// the kernel's walk below the prefix, made step by step. True as well where there is nothing: opening will
+/// tell.
+bool RootTree::isWayTrusted(const std::string& path) const {
   if (!caution_.distrust) return true;
-  for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-    const auto above = open(path.substr(0, slash), O_PATH | O_DIRECTORY);
-    if (!above || !isTrusted("/", above.get(), Sticky::Accepted)) return false;
+  std::deque<std::string> names = partsOf(path);
+  FileDescriptor here = open("/", O_PATH | O_DIRECTORY);
+  for (int links = 0; !names.empty();) {
+    if (!here || !isPlaceTrusted(here.get(), Sticky::Accepted)) return false;
+    const std::string name = std::move(names.front());
+    names.pop_front();
+    if (name == "..") {
+      here = openAbove(here.get());
+      continue;
+    }
+    auto entry = entryOf(here.get(), name);
+    if (!entry.descriptor) return true;
+    if (S_ISLNK(entry.attributes.st_mode)) {
+      // The sticky bit lets others make what is missing: a link of their own.
+      const auto target = targetOf(entry);
+      if (entry.attributes.st_uid != 0 || target.empty() || ++links > kMostLinks) return false;
+      if (target.front() == '/') here = open("/", O_PATH | O_DIRECTORY);
+      auto further = partsOf(target);
+      names.insert(names.begin(), further.begin(), further.end());
+    } else if (S_ISDIR(entry.attributes.st_mode)) {
+      here = std::move(entry.descriptor);
+    } else {
+      return true;
+    }
   }
+  return true;
+}
+
+/// The folder above, which for the prefix is the prefix itself.
+FileDescriptor RootTree::openAbove(int folder) const {
+  struct stat here {};
+  struct stat top {};
+  if (::fstat(folder, &here) != 0 || ::fstat(top_.get(), &top) != 0) return {};
+  return FileDescriptor(::openat(folder, sameFile(here, top) ? "." : "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+/// Whether nobody else can change what stands in the folder or in one above it, up to the system's own root.
+bool RootTree::isPlaceTrusted(int folder, Sticky sticky) const {
+  if (!caution_.distrust) return true;
   FileDescriptor here(::openat(folder, ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
   bool stickySuffices = sticky == Sticky::Accepted;
   for (;;) {
@@ -128,7 +185,7 @@ RootTree::Folder RootTree::openFolder(const std::string& path, Sticky sticky) co
   folder.descriptor = open(path, O_PATH | O_DIRECTORY);
   if (!folder.descriptor) {
     folder.problem = failed(root_ + path, errno);
-  } else if (!isTrusted(path, folder.descriptor.get(), sticky)) {
+  } else if (!isWayTrusted(path) || !isPlaceTrusted(folder.descriptor.get(), sticky)) {
     folder.descriptor.reset();
     folder.problem = denied(root_ + path, kOpenToOthers);
   }
@@ -186,8 +243,11 @@ Reply writeFile(int folder, const std::string& name, const std::string& path, co
     const auto entry = entryOf(folder, name);
     if (!entry.descriptor && errno == ENOENT) {
       const int error = createWhole(folder, name, contents, 0644, ::geteuid(), ::getegid());
-      if (error == 0) return {};
       if (error == EEXIST) continue;
+      // The new name is to survive a power failure like the contents; nothing can be done when it does not.
+      if (const auto flushed = reopen(folder, O_RDONLY | O_DIRECTORY); error == 0 && flushed)
+        ::fsync(flushed.get());
+      if (error == 0) return {};
       return failed(path, error);
     }
     if (!entry.descriptor) return failed(path, errno);
@@ -295,7 +355,7 @@ Reply RootTree::checkStagingPath() const {
     if (!S_ISDIR(below.attributes.st_mode)) return denied(path, "what stands there is not a folder");
     here = std::move(below.descriptor);
   }
-  return isTrusted("/", here.get(), sticky) ? Reply{} : denied(path, kOpenToOthers);
+  return isPlaceTrusted(here.get(), sticky) ? Reply{} : denied(path, kOpenToOthers);
 }
 
 Reply RootTree::checkProgram(const std::string& folder, const std::string& name, bool executable) const {
@@ -326,13 +386,15 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
   if (caution_.distrust && (attributes.st_uid != 0 || (attributes.st_mode & (S_IWGRP | S_IWOTH)) != 0)) {
     return denied(path, "others than root can change the program");
   }
-  // The folders between the base and the file, as the path names them and as the file really lies.
+  // The folders on the way to the file, and where it really lies.
   const auto named = openFolder(relative.substr(0, relative.rfind('/')), Sticky::Refused);
   if (!named.descriptor) return named.problem;
   if (caution_.distrust) {
     const auto real = placeOf(file.get()).parent_path();
     const FileDescriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!last || !isTrusted("/", last.get(), Sticky::Refused)) return denied(path, kOpenToOthers);
+    if (!isWayTrusted(relative) || !last || !isPlaceTrusted(last.get(), Sticky::Refused)) {
+      return denied(path, kOpenToOthers);
+    }
   }
   if (executable && (attributes.st_mode & 0111) == 0) {
     return {.outcome = Outcome::Failed, .message = failed(path, EACCES).message};

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 
-#include <poll.h>
 #include <unistd.h>
 
 namespace corvane {
