@@ -5,6 +5,7 @@
 #include "LinuxPane.h"
 #include "Pictures.h"
 #include "Text.h"
+#include "appearance/DesktopAppearance.h"
 #include "platform/linux/ProcessSignals.h"
 
 namespace {
@@ -67,6 +68,8 @@ int main(int argc, char** argv) {
                ? 0
                : complain(QStringLiteral("a picture could not be written"));
   }
+  if (line.appearance == Appearance::System)
+    new DesktopAppearance(DesktopAppearance::sessionBus(), &application);
   if (*tab >= 0) tabs.selectTabViewItemAtIndex(*tab);
   return QApplication::exec();
 }
