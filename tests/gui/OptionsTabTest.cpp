@@ -271,6 +271,23 @@ TEST_F(OptionsPage, TheBoxLiesBesideTheNamesAndBelowTheHeaderAtEverySizeOfTheWin
   }
 }
 
+TEST_F(OptionsPage, TheSelectedRowShowsThatTheKeyboardIsInTheTable) {
+  open();
+  const auto row = [this] {
+    return table().viewport()->grab(table().visualRect(table().model()->index(selectedRow(), 0))).toImage();
+  };
+  for (const bool unlocked : {true, false}) {
+    pane.setUnlocked(unlocked);
+    tab->refreshVolumes();
+    window.setFocus();
+    const QImage elsewhere = row();
+    while (!table().hasFocus()) press(window, Qt::Key_Tab);
+    EXPECT_NE(row(), elsewhere) << unlocked;
+    press(window, Qt::Key_Tab);
+    EXPECT_EQ(row(), elsewhere) << unlocked;
+  }
+}
+
 TEST_F(OptionsPage, TheScrollBarOfALongListStaysBesideTheBox) {
   open();
   Array saved = Array::make();

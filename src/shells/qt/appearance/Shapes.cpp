@@ -53,6 +53,15 @@ void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const Q
   painter.drawRoundedRect(frame.adjusted(-0.75, -0.75, 0.75, 0.75), radius + 0.75, radius + 0.75);
 }
 
+void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text) {
+  const Smooth smooth(painter);
+  QColor color = text;
+  color.setAlphaF(0.8F);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, 1));
+  painter.drawRoundedRect(row.adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
+}
+
 void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColor& color) {
   const Smooth smooth(painter);
   painter.setPen(QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

@@ -16,6 +16,9 @@ namespace corvane::qt {
 void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QColor& fill,
                  const QColor& outline);
 void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette);
+/// The mark of a coloured row that has the keyboard, in the colour of its text; the ring would not be seen
+/// there.
+void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text);
 void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColor& color);
 /// The mark of a menu: up and down for a pop-up menu, down alone for a combo box.
 void drawChevrons(QPainter& painter, const QRectF& rect, bool downOnly, const QColor& color);

@@ -4,6 +4,7 @@
 
 #include "AttributedTextLayout.h"
 #include "Text.h"
+#include "appearance/Shapes.h"
 #include "values/Conversions.h"
 
 namespace corvane::qt {
@@ -34,6 +35,8 @@ void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& vi
   AttributedTextLayout(index.data(kStyledTextRole).value<AttributedText>(), option.font, option.palette,
                        color, selected)
       .draw(*painter, QRectF(option.rect).adjusted(6, 0, -4, 0), Qt::AlignLeft);
+  const auto hasKeyboard = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+  if ((option.state & hasKeyboard) == hasKeyboard) drawFocusInside(*painter, option.rect, color);
 }
 
 }  // namespace corvane::qt
