@@ -43,6 +43,20 @@ TEST_F(AlertSheet, DoesNotBlockAndShowsItsTextsWithoutTheTrailingLineBreak) {
   EXPECT_FALSE(find<QLabel>(*sheet(), "icon").pixmap().isNull());
 }
 
+TEST_F(AlertSheet, BreaksAWordThatIsLongerThanALine) {
+  const std::string path = "/Users/Shared/" + std::string(300, 'x') + "/é.conf";
+  AlertDescription description = alert({{"OK", std::nullopt}});
+  description.informativeText = path + " already exists in the list.";
+  begin(description);
+  auto& label = find<QLabel>(*sheet(), "informative");
+  QString shown = label.text();
+  EXPECT_EQ(shown.remove(QChar(0x200b)).toStdString(), description.informativeText);
+  EXPECT_EQ(label.accessibleName().toStdString(), description.informativeText);
+  const int lines = label.fontMetrics().horizontalAdvance(shown) / label.width() + 1;
+  EXPECT_GE(lines, 5);
+  EXPECT_GE(label.height(), lines * label.fontMetrics().height());
+}
+
 TEST_F(AlertSheet, HangsFromTheTopInTheMiddleOfTheWindow) {
   begin(alert({{"OK", std::nullopt}}));
   auto& panel = find(window, "sheet");

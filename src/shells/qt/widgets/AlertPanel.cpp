@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QTextBoundaryFinder>
 #include <algorithm>
 
 #include "Text.h"
@@ -27,6 +28,23 @@ QPixmap alertIcon(const AlertDescription& alert, qreal scale) {
   return picture;
 }
 
+/// The text with places to break its longest words at, such as paths: a label breaks lines between words only
+/// and would cut them off.
+QString breakable(const QString& text) {
+  constexpr int kFittingWord = 30;
+  const QChar mayBreakHere(0x200b);
+  QString result;
+  QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, text);
+  int wordStart = 0;
+  for (qsizetype from = 0, to = letters.toNextBoundary(); to > from;
+       from = to, to = letters.toNextBoundary()) {
+    if (text.at(from).isSpace()) wordStart = static_cast<int>(to);
+    if (from - wordStart >= kFittingWord) result += mayBreakHere;
+    result += QStringView(text).mid(from, to - from);
+  }
+  return result;
+}
+
 }  // namespace
 
 AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
@@ -41,7 +59,8 @@ AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
   // A trailing line break is part of some texts; it would only show as an empty line.
   QString informative = toQString(alert.informativeText);
   while (informative.endsWith(QLatin1Char('\n'))) informative.chop(1);
-  ui_->informative->setText(informative);
+  ui_->informative->setText(breakable(informative));
+  ui_->informative->setAccessibleName(informative);
   ui_->informative->setVisible(!informative.isEmpty());
   if (alert.accessory) addAccessory(*alert.accessory);
   addButtons(alert.buttons);
