@@ -122,11 +122,17 @@ FileDescriptor RootTree::open(const std::string& path, int flags) const {
   return FileDescriptor(openInside(top_.get(), path, flags));
 }
 
-/// Whether nobody else can change a folder in which the path is looked up, or a link that it leads through:
-/// the kernel's walk below the prefix, made step by step. True as well where there is nothing: opening will
-/// tell.
-bool RootTree::isWayTrusted(const std::string& path) const {
+/// Whether the path leads to `found`, and nobody else can change a folder in which it is looked up, or a link
+/// that it leads through: the kernel's walk below the prefix, made step by step. It must end at what was
+/// opened before: a link that led there may be gone by now. With -1 nothing was found; then nobody else may
+/// be able to make what is missing.
+bool RootTree::isWayTrusted(const std::string& path, int found) const {
   if (!caution_.distrust) return true;
+  struct stat wanted {};
+  struct stat ended {};
+  if (found >= 0 && ::fstat(found, &wanted) != 0) return false;
+  // Programs are started by path: the prefix must still be what was opened at the start.
+  if (placeOf(top_.get()) != (root_.empty() ? "/" : root_)) return false;
   std::deque<std::string> names = partsOf(path);
   FileDescriptor here = open("/", O_PATH | O_DIRECTORY);
   for (int links = 0; !names.empty();) {
@@ -138,7 +144,8 @@ bool RootTree::isWayTrusted(const std::string& path) const {
       continue;
     }
     auto entry = entryOf(here.get(), name);
-    if (!entry.descriptor) return true;
+    // Whoever may make entries here could make this one.
+    if (!entry.descriptor) return found < 0 && isPlaceTrusted(here.get(), Sticky::Refused);
     if (S_ISLNK(entry.attributes.st_mode)) {
       // The sticky bit lets others make what is missing: a link of their own.
       const auto target = targetOf(entry);
@@ -149,10 +156,10 @@ bool RootTree::isWayTrusted(const std::string& path) const {
     } else if (S_ISDIR(entry.attributes.st_mode)) {
       here = std::move(entry.descriptor);
     } else {
-      return true;
+      return found >= 0 && names.empty() && sameFile(entry.attributes, wanted);
     }
   }
-  return true;
+  return found >= 0 && here && ::fstat(here.get(), &ended) == 0 && sameFile(ended, wanted);
 }
 
 /// The folder above, which for the prefix is the prefix itself.
@@ -183,9 +190,11 @@ bool RootTree::isPlaceTrusted(int folder, Sticky sticky) const {
 RootTree::Folder RootTree::openFolder(const std::string& path, Sticky sticky) const {
   Folder folder;
   folder.descriptor = open(path, O_PATH | O_DIRECTORY);
+  if (beforeStep) beforeStep("trust");
   if (!folder.descriptor) {
     folder.problem = failed(root_ + path, errno);
-  } else if (!isWayTrusted(path) || !isPlaceTrusted(folder.descriptor.get(), sticky)) {
+  } else if (!isWayTrusted(path, folder.descriptor.get()) ||
+             !isPlaceTrusted(folder.descriptor.get(), sticky)) {
     folder.descriptor.reset();
     folder.problem = denied(root_ + path, kOpenToOthers);
   }
@@ -333,8 +342,9 @@ Reply RootTree::makeFolders(const std::string& folder) const {
 
 Reply RootTree::checkFolder(const std::string& path) const {
   auto folder = openFolder(path, Sticky::Refused);
-  if (folder.descriptor || folder.problem.outcome != Outcome::Denied) return {};
-  return std::move(folder.problem);
+  if (folder.descriptor) return {};
+  if (folder.problem.outcome == Outcome::Denied) return std::move(folder.problem);
+  return isWayTrusted(path, -1) ? Reply{} : denied(root_ + path, kOpenToOthers);
 }
 
 Reply RootTree::checkStagingPath() const {
@@ -392,7 +402,7 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
   if (caution_.distrust) {
     const auto real = placeOf(file.get()).parent_path();
     const FileDescriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!isWayTrusted(relative) || !last || !isPlaceTrusted(last.get(), Sticky::Refused)) {
+    if (!isWayTrusted(relative, file.get()) || !last || !isPlaceTrusted(last.get(), Sticky::Refused)) {
       return denied(path, kOpenToOthers);
     }
   }

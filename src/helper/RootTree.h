@@ -61,7 +61,7 @@ class RootTree {
     Reply problem;  // set when there is no descriptor
   };
   [[nodiscard]] Folder openFolder(const std::string& path, Sticky sticky) const;
-  [[nodiscard]] bool isWayTrusted(const std::string& path) const;
+  [[nodiscard]] bool isWayTrusted(const std::string& path, int found) const;
   [[nodiscard]] bool isPlaceTrusted(int folder, Sticky sticky) const;
   [[nodiscard]] FileDescriptor openAbove(int folder) const;
   [[nodiscard]] FileDescriptor open(const std::string& path, int flags) const;
