@@ -19,6 +19,7 @@
 namespace corvane::helper {
 
 std::function<void(std::string_view)> RootTree::beforeStep;
+std::function<void()> RootTree::beforeLook;
 
 namespace {
 
@@ -26,6 +27,9 @@ namespace {
 constexpr int kAttempts = 8;
 constexpr int kMostLinks = 40;  // the kernel's own limit for one path
 constexpr std::string_view kOpenToOthers = "others than root can change the folder or one above it";
+/// What helps when that is said of the whole tree, to a pane that itself runs as root.
+constexpr std::string_view kWhatHelps =
+    "; run the pane as the owner of the tree, or keep the tree where only root can change it";
 
 Reply denied(std::string_view path, std::string_view why) {
   return {.outcome = Outcome::Denied, .message = std::string(path) + ": " + std::string(why)};
@@ -190,7 +194,7 @@ bool RootTree::isPlaceTrusted(int folder, Sticky sticky) const {
 RootTree::Folder RootTree::openFolder(const std::string& path, Sticky sticky) const {
   Folder folder;
   folder.descriptor = open(path, O_PATH | O_DIRECTORY);
-  if (beforeStep) beforeStep("trust");
+  if (beforeLook) beforeLook();
   if (!folder.descriptor) {
     folder.problem = failed(root_ + path, errno);
   } else if (!isWayTrusted(path, folder.descriptor.get()) ||
@@ -365,7 +369,8 @@ Reply RootTree::checkStagingPath() const {
     if (!S_ISDIR(below.attributes.st_mode)) return denied(path, "what stands there is not a folder");
     here = std::move(below.descriptor);
   }
-  return isPlaceTrusted(here.get(), sticky) ? Reply{} : denied(path, kOpenToOthers);
+  if (isPlaceTrusted(here.get(), sticky)) return {};
+  return denied(path, std::string(kOpenToOthers) + std::string(kWhatHelps));
 }
 
 Reply RootTree::checkProgram(const std::string& folder, const std::string& name, bool executable) const {

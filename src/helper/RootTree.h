@@ -53,6 +53,9 @@ class RootTree {
 
   /// Called with the name of each step of a copy before it is taken; for tests that end the process there.
   static std::function<void(std::string_view)> beforeStep;
+  /// Called when a folder has been opened and the way to it is not yet looked at; for tests that change it
+  /// there.
+  static std::function<void()> beforeLook;
 
  private:
   enum class Sticky { Refused, Accepted };

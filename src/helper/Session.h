@@ -19,7 +19,7 @@ namespace corvane::helper {
 [[nodiscard]] bool sendPacket(int socket, std::string_view packet, int firstDescriptor = -1,
                               int secondDescriptor = -1);
 
-struct Packet {  // NOLINT(bugprone-reserved-identifier): the compiler's name, for the loop over the array
+struct Packet {  // NOLINT(bugprone-reserved-identifier): of the array's own copying loop
   enum class State { Whole, TooLarge, Closed } state = State::Closed;
   std::string bytes;
   FileDescriptor descriptors[2];

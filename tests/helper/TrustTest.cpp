@@ -17,7 +17,7 @@ constexpr const char* kTarget = "/Users/Shared/Corp";
 
 class Trust : public TreeFixture {
  protected:
-  ~Trust() override { RootTree::beforeStep = nullptr; }
+  ~Trust() override { RootTree::beforeLook = nullptr; }
 
   /// A stranger's link, in a folder where everybody may make one, to the folder of root "etc".
   void laySharedLink() {
@@ -31,8 +31,8 @@ class Trust : public TreeFixture {
   /// Does this when the second folder has been opened and not yet been looked at; the first is the staging
   /// folder.
   void betweenOpeningAndLooking(std::function<void()> step) {
-    RootTree::beforeStep = [this, step = std::move(step)](std::string_view name) {
-      if (name == "trust" && ++opened == 2) step();
+    RootTree::beforeLook = [this, step = std::move(step)] {
+      if (++opened == 2) step();
     };
   }
 

@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::string_view kAdministratorRight = "system.privilege.admin";
 
-/// What somebody who opens a tree of theirs as root can do.
-constexpr std::string_view kWhatHelps =
-    "; run the pane as the owner of the tree, or keep the tree where only root can change it";
-
 LaunchStatus statusOf(helper::Outcome outcome) {
   switch (outcome) {
     case helper::Outcome::Started:
@@ -77,7 +73,7 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   } else if (isDirect()) {
     auto rights = std::make_unique<DirectRights>(helper::Place{*root, options_.helper});
     if (const auto objection = rights->objection(); !objection.empty()) {
-      log_.write(std::string(kNoRights) + objection + std::string(kWhatHelps));
+      log_.write(std::string(kNoRights) + objection);
       done(AuthorizationOutcome::Denied, nullptr);
       return;
     }

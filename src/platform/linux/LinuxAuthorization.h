@@ -39,7 +39,8 @@ class LinuxAuthorization : public AuthorizationServices {
   /// Whether the client's folder, or the root prefix where that is missing, belongs to the user; always true
   /// for root.
   [[nodiscard]] bool isDirect() const override;
-  /// In direct mode, a process of root is denied a tree whose staging folder others than root can change.
+  /// In direct mode, a process of root is denied a tree whose prefix or staging folder others than root can
+  /// change, or is reached through a link.
   /// Rights are asked for one at a time; a second asking before the first was answered is answered Cancelled.
   void requestRights(std::string_view right, Done done) override;
   [[nodiscard]] LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
