@@ -134,6 +134,8 @@ class OutlineView final : public Control {
 
   // Cells.
   [[nodiscard]] PreparedCell preparedCell(const Column& column, const OutlineItem& item);
+  /// The cell without its value, never null: its kind, and nothing that is stored is read for it.
+  [[nodiscard]] CellReference bareCell(const Column& column, const OutlineItem& item);
   [[nodiscard]] double heightOfRow(const OutlineItem& item);
   /// Whether the row shows a disclosure triangle: it can be expanded and the delegate has nothing against it.
   [[nodiscard]] bool showsOutlineCell(const OutlineItem& item);

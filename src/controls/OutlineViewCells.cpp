@@ -111,6 +111,13 @@ PreparedCell OutlineView::preparedCell(const Column& column, const OutlineItem& 
   return prepared;
 }
 
+CellReference OutlineView::bareCell(const Column& column, const OutlineItem& item) {
+  if (levelForItem(item) < 0) return std::make_shared<Cell>(EmptyCell{});
+  CellReference cell;
+  if (delegate_ != nullptr) cell = delegate_->outlineViewDataCellForTableColumnItem(*this, &column, item);
+  return cell != nullptr ? cell : std::make_shared<Cell>(defaultCell(column));
+}
+
 double OutlineView::heightOfRow(const OutlineItem& item) {
   if (delegate_ == nullptr || levelForItem(item) < 0) return rowHeight_;
   return delegate_->outlineViewHeightOfRowByItem(*this, item);

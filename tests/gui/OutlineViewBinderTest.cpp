@@ -23,6 +23,7 @@ class Groups final : public OutlineViewDataSource, public OutlineViewDelegate {
   }
   ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView& /*outline*/, const TableColumn& column,
                                                          const OutlineItem& item) override {
+    ++valueReads;
     if (column.title == "Enabled") return PropertyList::boolean(on.count(text(item)) > 0);
     return AttributedText(text(item));
   }
@@ -56,7 +57,9 @@ class Groups final : public OutlineViewDataSource, public OutlineViewDelegate {
   }
   void outlineViewWillDisplayCellForTableColumnItem(OutlineView& /*outline*/, Cell& /*cell*/,
                                                     const TableColumn& /*column*/,
-                                                    const OutlineItem& /*item*/) override {}
+                                                    const OutlineItem& /*item*/) override {
+    ++valueReads;  // a cell may be dressed with what is stored
+  }
 
   static std::string text(const OutlineItem& item) {
     const std::string* value = item ? item.object().asString() : nullptr;
@@ -70,6 +73,7 @@ class Groups final : public OutlineViewDataSource, public OutlineViewDelegate {
   std::map<std::string, bool> on{{"First", true}};
   std::vector<std::pair<std::string, PropertyList>> edits;
   int presses = 0;
+  int valueReads = 0;
 };
 
 class OutlineViewBinder : public ::testing::Test {
@@ -100,6 +104,14 @@ class OutlineViewBinder : public ::testing::Test {
   void clickTriangle(int row) {
     const QRect cell = cellRect(row, 1);
     clickAt(QPoint(cell.left() - 8, cell.center().y()));
+  }
+
+  void moveTo(const QPoint& point, Qt::MouseButtons held = Qt::NoButton) {
+    QMouseEvent move(QEvent::MouseMove, point, tree->viewport()->mapToGlobal(point), Qt::NoButton, held, {});
+    QApplication::sendEvent(tree->viewport(), &move);
+    QHoverEvent hover(QEvent::HoverMove, point, tree->viewport()->mapToGlobal(point), QPointF(-1, -1));
+    QApplication::sendEvent(tree->viewport(), &hover);
+    QApplication::processEvents();  // what the move has to be drawn anew
   }
 
   Groups groups;
@@ -177,6 +189,43 @@ TEST_F(OutlineViewBinder, APushButtonCellIsPressedByMouseAndByKeyboard) {
   EXPECT_EQ(groups.presses, 1);
   press(window, Qt::Key_Space);
   EXPECT_EQ(groups.presses, 2);
+}
+
+// Reading a value that belongs to root is more than looking into a file.
+TEST_F(OutlineViewBinder, MovingTheMouseReadsNoValues) {
+  outline.expandItem(outline.itemAtRow(0));
+  QApplication::processEvents();
+  groups.valueReads = 0;
+  for (int round = 0; round < 3; ++round) {
+    for (int row = 0; row < 4; ++row) {
+      for (const int column : {0, 1}) {
+        const QRect cell = cellRect(row, column);
+        moveTo(QPoint(cell.left() + 20, cell.center().y()));
+        moveTo(QPoint(cell.left() + 21, cell.center().y()));
+      }
+    }
+  }
+  EXPECT_EQ(groups.valueReads, 0);
+}
+
+TEST_F(OutlineViewBinder, MovingTheMouseOverTheButtonThatItHoldsReadsNoValues) {
+  outline.expandItem(outline.itemAtRow(0));
+  const QRect cell = cellRect(2, 1);
+  const QPoint place(cell.left() + 20, cell.center().y());
+  const QModelIndex button = tree->indexAt(place);
+  moveTo(place);
+  QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  groups.valueReads = 0;
+  for (int step = 1; step < 10; ++step) moveTo(place + QPoint(step, 0), Qt::LeftButton);
+  EXPECT_EQ(groups.valueReads, 0);
+  EXPECT_TRUE(tree->isPressed(button));
+  moveTo(QPoint(cell.right() - 20, cell.center().y()), Qt::LeftButton);
+  EXPECT_FALSE(tree->isPressed(button)) << "beside the button";
+  moveTo(place, Qt::LeftButton);
+  EXPECT_TRUE(tree->isPressed(button));
+  QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, place);
+  EXPECT_EQ(groups.presses, 1);
 }
 
 TEST_F(OutlineViewBinder, ADisabledOutlineOpensRowsButPressesNothing) {

@@ -92,15 +92,23 @@ QSize CellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
   return {option.rect.width(), qRound(outline_.heightOfRow(model_.itemAt(index)))};
 }
 
-CellAct CellDelegate::actAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
-  if (!outline_.enabled()) return CellAct::None;
+CellTarget CellDelegate::targetAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
+  if (!outline_.enabled()) return {};
   const PreparedCell cell = prepared(index);
-  if (!hitRect(*cell.cell, row).contains(point)) return CellAct::None;
-  if (const auto* button = std::get_if<ButtonCell>(cell.cell.get())) {
-    const bool isLink = button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered;
-    return isLink ? CellAct::Link : CellAct::Press;
-  }
-  return mayEdit(index) ? CellAct::Edit : CellAct::None;
+  const QRect place = hitRect(*cell.cell, row);
+  if (!place.contains(point)) return {};
+  if (std::holds_alternative<ButtonCell>(*cell.cell)) return {CellAct::Press, place};
+  return mayEdit(index) ? CellTarget{CellAct::Edit, place} : CellTarget{};
+}
+
+bool CellDelegate::isLinkAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
+  if (!outline_.enabled()) return false;
+  const CellReference bare = outline_.bareCell(model_.columnAt(index), model_.itemAt(index));
+  const auto* button = std::get_if<ButtonCell>(bare.get());
+  const bool isLink =
+      button != nullptr && button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered;
+  // Only a link is as wide as its words, which come with its value: that is its row's own.
+  return isLink && hitRect(*prepared(index).cell, row).contains(point);
 }
 
 bool CellDelegate::press(const QModelIndex& index) {

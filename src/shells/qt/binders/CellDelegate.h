@@ -30,8 +30,10 @@ class CellDelegate final : public QStyledItemDelegate {
   void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const override;
 
-  /// What a press of the mouse does at the point inside the cell's rectangle.
-  [[nodiscard]] CellAct actAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
+  /// What a press of the mouse does at the point inside the cell's rectangle, and where else it does that.
+  [[nodiscard]] CellTarget targetAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
+  /// Whether the point is on a link. Asked for every move of the mouse: no stored value is read for it.
+  [[nodiscard]] bool isLinkAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
   /// Presses the cell's button; false when the cell has none.
   bool press(const QModelIndex& index);
   /// Whether the user may edit the cell in a widget now; `typed`: in one that is typed in.

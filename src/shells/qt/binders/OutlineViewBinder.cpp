@@ -58,8 +58,11 @@ void OutlineViewBinder::prepareWidget() {
   widget_.setEditTriggers(QAbstractItemView::NoEditTriggers);
   widget_.setSelectionBehavior(QAbstractItemView::SelectRows);
   widget_.setIndentation(kIndentation);
-  widget_.actAt = [this](const QModelIndex& index, const QPoint& point) {
-    return delegate_->actAt(index, widget_.visualRect(index), point);
+  widget_.targetAt = [this](const QModelIndex& index, const QPoint& point) {
+    return delegate_->targetAt(index, widget_.visualRect(index), point);
+  };
+  widget_.isLinkAt = [this](const QModelIndex& index, const QPoint& point) {
+    return delegate_->isLinkAt(index, widget_.visualRect(index), point);
   };
   widget_.showsTriangle = [this](const QModelIndex& index) {
     return outline_.showsOutlineCell(model_->itemAt(index));

@@ -66,18 +66,32 @@ bool OutlineTree::takePress(const QMouseEvent& event) {
     return true;
   }
   const QModelIndex cell = indexAt(point);
-  const CellAct act = cell.isValid() && actAt ? actAt(cell, point) : CellAct::None;
-  if (act == CellAct::None) return false;
+  const CellTarget target = cell.isValid() && targetAt ? targetAt(cell, point) : CellTarget{};
+  if (target.act == CellAct::None) return false;
   setCurrentCell(cell);
-  if (act == CellAct::Edit) {
+  if (target.act == CellAct::Edit) {
     emit editorPressed(cell, point);
   } else {
     pressed_ = cell;
+    pressedPlace_ = target.place.translated(-visualRect(cell).topLeft());
     isOverPressed_ = true;
     update(cell);
     setMouseDown(true);
   }
   return true;
+}
+
+bool OutlineTree::viewportEvent(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+    case QEvent::HoverLeave:
+      // The toolkit would draw the rows anew that the mouse enters and leaves, which reads their values; no
+      // row looks different under the mouse.
+      return true;
+    default:
+      return QTreeView::viewportEvent(event);
+  }
 }
 
 void OutlineTree::mousePressEvent(QMouseEvent* event) {
@@ -92,7 +106,7 @@ void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void OutlineTree::showShapeAt(const QPoint& point) {
   const QModelIndex cell = indexAt(point);
-  const bool isLink = cell.isValid() && actAt && actAt(cell, point) == CellAct::Link;
+  const bool isLink = cell.isValid() && isLinkAt && isLinkAt(cell, point);
   viewport()->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
@@ -100,10 +114,11 @@ void OutlineTree::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   showShapeAt(point);
   if (!pressed_.isValid()) {
-    QTreeView::mouseMoveEvent(event);
+    // Without a button held the toolkit would only note the row, and draw it anew, as for a hovering mouse.
+    if (event->buttons() != Qt::NoButton) QTreeView::mouseMoveEvent(event);
     return;
   }
-  const bool isOver = indexAt(point) == pressed_ && actAt(pressed_, point) != CellAct::None;
+  const bool isOver = pressedPlace_.translated(visualRect(pressed_).topLeft()).contains(point);
   if (isOver == std::exchange(isOverPressed_, isOver)) return;
   update(pressed_);
 }

@@ -14,8 +14,12 @@ namespace corvane::qt {
 enum class CellAct {
   None,
   Press,  // a button: acts when the mouse is released over it
-  Link,   // a button that says so by the mouse's shape
   Edit,   // a field or a menu: opens at once
+};
+
+struct CellTarget {
+  CellAct act = CellAct::None;
+  QRect place;  // all points where a press does this, in the viewport
 };
 
 class OutlineTree final : public QTreeView {
@@ -26,8 +30,11 @@ class OutlineTree final : public QTreeView {
 
   /// Which rows show the triangle.
   std::function<bool(const QModelIndex&)> showsTriangle;
-  /// What a press of the mouse would do at this point of the viewport.
-  std::function<CellAct(const QModelIndex&, const QPoint&)> actAt;
+  /// What a press of the mouse would do at this point of the viewport. Asked for a press alone: finding out
+  /// may read what is stored.
+  std::function<CellTarget(const QModelIndex&, const QPoint&)> targetAt;
+  /// Whether there is a link at this point, over which the mouse shows a hand.
+  std::function<bool(const QModelIndex&, const QPoint&)> isLinkAt;
 
   /// Whether the button in the cell is held down now.
   [[nodiscard]] bool isPressed(const QModelIndex& index) const { return isOverPressed_ && index == pressed_; }
@@ -59,6 +66,7 @@ class OutlineTree final : public QTreeView {
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
   void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+  bool viewportEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -84,6 +92,7 @@ class OutlineTree final : public QTreeView {
   [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
 
   QPersistentModelIndex pressed_;
+  QRect pressedPlace_;  // of the button that is held down, from its cell's corner
   bool isOverPressed_ = false;
   bool isMouseDown_ = false;
   bool marksCurrentRow_ = false;  // the keyboard is being used
