@@ -1,3 +1,5 @@
+#include <QLineEdit>
+#include <QStandardItemModel>
 #include <map>
 
 #include "Events.h"
@@ -228,6 +230,35 @@ TEST_F(OutlineViewBinder, MovingTheMouseOverTheButtonThatItHoldsReadsNoValues) {
   EXPECT_EQ(groups.presses, 1);
 }
 
+// Whatever takes the keyboard while the button is held down, a sheet for one, ends the press.
+TEST_F(OutlineViewBinder, DraggingOnAfterTheKeyboardWasTakenAwaySelectsNothing) {
+  auto* other = new QLineEdit(&window);
+  other->setGeometry(400, 270, 90, 25);
+  other->show();
+  outline.expandItem(outline.itemAtRow(0));
+  outline.selectRow(1);
+  const QRect cell = cellRect(2, 1);
+  tree->setFocus();
+  QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, QPoint(cell.left() + 20, cell.center().y()));
+  other->setFocus();
+  for (const int row : {3, 0}) moveTo(cellRect(row, 1).center(), Qt::LeftButton);
+  EXPECT_EQ(outline.selectedRow(), 1);
+  QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, cellRect(0, 1).center());
+  EXPECT_EQ(groups.presses, 0);
+  EXPECT_EQ(outline.selectedRow(), 1);
+  clickAt(cellRect(3, 1).center());
+  EXPECT_EQ(outline.selectedRow(), 3) << "the next press is one like every other";
+}
+
+TEST_F(OutlineViewBinder, DraggingFromATriangleSelectsNothing) {
+  outline.selectRow(1);
+  const QRect cell = cellRect(0, 1);
+  QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, QPoint(cell.left() - 8, cell.center().y()));
+  for (const int row : {1, 0}) moveTo(cellRect(row, 1).center(), Qt::LeftButton);
+  QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, cellRect(0, 1).center());
+  EXPECT_EQ(outline.selectedRow(), 3) << "the row that was selected has moved down";
+}
+
 TEST_F(OutlineViewBinder, ADisabledOutlineOpensRowsButPressesNothing) {
   outline.setEnabled(false);
   EXPECT_TRUE(tree->isEnabled());
@@ -259,6 +290,23 @@ TEST_F(OutlineViewBinder, FollowsTheSelectionOfTheCoreAndReportsTheUsers) {
   EXPECT_EQ(outline.selectedRow(), 0);
   outline.deselectAll();
   EXPECT_FALSE(tree->selectionModel()->hasSelection());
+}
+
+TEST(OutlineTree, LettersFindARowAlsoWhereTheCurrentOneIsBelowAClosedRow) {
+  QStandardItemModel model;
+  for (const char* name : {"apple", "pear"}) model.appendRow(new QStandardItem(QString::fromLatin1(name)));
+  model.item(0)->appendRow(new QStandardItem(QStringLiteral("quince")));
+  qt::OutlineTree tree;
+  tree.setModel(&model);
+  tree.resize(300, 200);
+  showActive(tree);
+  tree.setCurrentCell(model.index(0, 0, model.index(0, 0)));
+  ASSERT_FALSE(tree.isExpanded(model.index(0, 0)));
+  tree.keyboardSearch(QStringLiteral("x"));
+  EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("quince")) << "nothing begins so";
+  QTest::keyClick(&tree, Qt::Key_Insert);  // does nothing here but begin the search anew
+  tree.keyboardSearch(QStringLiteral("a"));
+  EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("apple"));
 }
 
 }  // namespace

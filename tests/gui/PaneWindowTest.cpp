@@ -105,6 +105,20 @@ TEST_F(PaneWindow, ForwardsAClickOnTheIconByMouseAndByKeyboard) {
   EXPECT_EQ(clicks, 4);
 }
 
+TEST_F(PaneWindow, AHeldReturnKeyClicksOnce) {
+  int clicks = 0;
+  view.urlButton.action = [&](Button&) { ++clicks; };
+  auto& url = find(window, "urlButton");
+  url.setFocus();
+  press(window, Qt::Key_Return);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    QKeyEvent repeat(QEvent::KeyPress, key, {}, QStringLiteral("\r"), true);
+    QApplication::sendEvent(&url, &repeat);
+    EXPECT_TRUE(repeat.isAccepted()) << "nobody else is to act on it";
+  }
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(PaneWindow, TheLockOpensAndClosesAndSaysSoBesideIt) {
   auto& lock = find<LockButton>(window, "authView");
   auto& label = find<QLabel>(window, "authLabel");

@@ -294,6 +294,11 @@ TEST_F(PluginsTab, LettersGoToTheNextRowThatBeginsWithThem) {
   press(window(), Qt::Key_Home);
   for (const Qt::Key key : {Qt::Key_F, Qt::Key_O}) press(window(), key);
   EXPECT_EQ(words(), QStringLiteral("Folder"));
+  press(window(), Qt::Key_Home);
+  press(window(), Qt::Key_F);
+  press(window(), Qt::Key_Shift);  // on the way to a capital letter
+  press(window(), Qt::Key_O, Qt::ShiftModifier);
+  EXPECT_EQ(words(), QStringLiteral("Folder"));
   press(window(), Qt::Key_Home);  // begins anew
   press(window(), Qt::Key_T);
   EXPECT_EQ(words(), QStringLiteral("Title"));

@@ -10,6 +10,26 @@
 #include "appearance/Shapes.h"
 
 namespace corvane::qt {
+namespace {
+
+/// Keys that only say which letter the next key is.
+bool isModifier(int key) {
+  switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Meta:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_CapsLock:
+    case Qt::Key_Mode_switch:
+    case Qt::Key_Multi_key:
+      return true;
+    default:
+      return key >= Qt::Key_Dead_Grave && key <= Qt::Key_Dead_Longsolidusoverlay;
+  }
+}
+
+}  // namespace
 
 OutlineTree::OutlineTree(QWidget* parent) : QTreeView(parent) {
   setItemsExpandable(false);  // by the toolkit itself
@@ -59,15 +79,18 @@ QModelIndex OutlineTree::triangleAt(const QPoint& point) const {
 }
 
 bool OutlineTree::takePress(const QMouseEvent& event) {
+  tookPress_ = false;
   if (event.button() != Qt::LeftButton) return false;
   const QPoint point = event.position().toPoint();
   if (const QModelIndex row = triangleAt(point); row.isValid()) {
+    tookPress_ = true;
     emit triangleClicked(row);
     return true;
   }
   const QModelIndex cell = indexAt(point);
   const CellTarget target = cell.isValid() && targetAt ? targetAt(cell, point) : CellTarget{};
   if (target.act == CellAct::None) return false;
+  tookPress_ = true;
   setCurrentCell(cell);
   if (target.act == CellAct::Edit) {
     emit editorPressed(cell, point);
@@ -113,9 +136,12 @@ void OutlineTree::showShapeAt(const QPoint& point) {
 void OutlineTree::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   showShapeAt(point);
+  // The release goes elsewhere where the press has opened something.
+  if (!event->buttons().testFlag(Qt::LeftButton)) tookPress_ = false;
   if (!pressed_.isValid()) {
-    // Without a button held the toolkit would only note the row, and draw it anew, as for a hovering mouse.
-    if (event->buttons() != Qt::NoButton) QTreeView::mouseMoveEvent(event);
+    // To the toolkit a move after a press selects rows. Without a button held it would only note the row, and
+    // draw it anew, as for a hovering mouse.
+    if (!tookPress_ && event->buttons() != Qt::NoButton) QTreeView::mouseMoveEvent(event);
     return;
   }
   const bool isOver = pressedPlace_.translated(visualRect(pressed_).topLeft()).contains(point);
@@ -124,6 +150,7 @@ void OutlineTree::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void OutlineTree::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) tookPress_ = false;
   if (!isMouseDown_ || event->button() != Qt::LeftButton) {
     QTreeView::mouseReleaseEvent(event);
     return;
@@ -167,10 +194,12 @@ void OutlineTree::keyboardSearch(const QString& letters) {
   const bool repeats = sought_.count(sought_.front(), Qt::CaseInsensitive) == sought_.size();
   const QString wanted = repeats ? sought_.left(1) : sought_;
   const QModelIndex first = model()->index(0, 0);
-  const QModelIndex start = currentIndex().isValid() ? currentIndex().siblingAtColumn(0) : first;
+  const QModelIndex current = currentIndex().siblingAtColumn(0);
+  const bool isShown = current.isValid() && visualRect(current).isValid();  // not below a closed row
+  const QModelIndex start = isShown ? current : first;
   QModelIndex row = start;
   do {
-    const bool counts = row != start || (goesOn && !repeats) || !currentIndex().isValid();
+    const bool counts = row != start || (goesOn && !repeats) || !isShown;
     if (counts && wordsOf(row).startsWith(wanted, Qt::CaseInsensitive)) {
       setCurrentIndex(row.siblingAtColumn(qMax(0, currentIndex().column())));
       return;
@@ -182,7 +211,7 @@ void OutlineTree::keyboardSearch(const QString& letters) {
 
 void OutlineTree::keyPressEvent(QKeyEvent* event) {
   setMarksCurrentRow(true);
-  if (event->text().trimmed().isEmpty()) sinceLetter_.invalidate();
+  if (event->text().trimmed().isEmpty() && !isModifier(event->key())) sinceLetter_.invalidate();
   switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:

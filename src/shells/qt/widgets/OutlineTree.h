@@ -95,6 +95,7 @@ class OutlineTree final : public QTreeView {
   QRect pressedPlace_;  // of the button that is held down, from its cell's corner
   bool isOverPressed_ = false;
   bool isMouseDown_ = false;
+  bool tookPress_ = false;        // of the left button, which is still held: its moves select no rows
   bool marksCurrentRow_ = false;  // the keyboard is being used
   QString sought_;                // the letters typed so far
   QElapsedTimer sinceLetter_;     // invalid: none is typed

@@ -6,7 +6,8 @@ namespace corvane::qt {
 
 void PaintedButton::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    click();
+    // A key that is held down clicks once.
+    if (!event->isAutoRepeat()) click();
   } else {
     QAbstractButton::keyPressEvent(event);
   }
