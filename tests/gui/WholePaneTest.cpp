@@ -208,6 +208,24 @@ TEST_F(WholePane, PicturesShowATabWithItsAlertThenLockedThenUnlocked) {
   EXPECT_FALSE(qt::takePictures(*pane, QStringLiteral("/no/such/folder"), 0));
 }
 
+TEST_F(WholePane, PicturesOfAPaneWithoutAClientNeedNobodyToAnswerItsAlerts) {
+  const TemporaryFolder pictures;
+  const QString folder = QString::fromStdString(pictures.path());
+  std::filesystem::remove_all(paths.installFolder);
+  pane = std::make_unique<qt::LinuxPane>(root.path());
+  ASSERT_TRUE(qt::openForPictures(*pane, folder));
+  ASSERT_TRUE(qt::takePictures(*pane, folder, -1));
+  for (const char* name : {"Start-alert.png", "Configuration.png", "Options.png", "Plugins.png"})
+    EXPECT_FALSE(QImage(QString::fromStdString(pictures / name)).isNull()) << name;
+}
+
+TEST_F(WholePane, AnAlertAtTheStartThatCantBePicturedIsAnsweredAndTold) {
+  std::filesystem::remove_all(paths.installFolder);
+  pane = std::make_unique<qt::LinuxPane>(root.path());
+  EXPECT_FALSE(qt::openForPictures(*pane, QStringLiteral("/no/such/folder")));
+  EXPECT_TRUE(window().isVisible());
+}
+
 TEST_F(WholePane, TheLockStaysClosedForRootWhereOthersCanChangeTheTree) {
   if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: this needs root, to act as several users";
   constexpr uid_t kStranger = 4712;
@@ -217,7 +235,10 @@ TEST_F(WholePane, TheLockStaysClosedForRootWhereOthersCanChangeTheTree) {
   EXPECT_FALSE(pane->assembly().pane().unlocked());
   EXPECT_EQ(pane->assembly().view().authView.label(), "Click the lock to make changes.");
   const TemporaryFolder pictures;
-  ASSERT_TRUE(qt::takePictures(*pane, QString::fromStdString(pictures.path()), 0));
+  ::testing::internal::CaptureStderr();
+  const bool isTaken = qt::takePictures(*pane, QString::fromStdString(pictures.path()), 0);
+  EXPECT_NE(::testing::internal::GetCapturedStderr().find("the lock stays closed"), std::string::npos);
+  ASSERT_TRUE(isTaken);
   EXPECT_TRUE(std::filesystem::exists(pictures / "Configuration.png"));
   EXPECT_FALSE(std::filesystem::exists(pictures / "Configuration-unlocked.png"));
 }

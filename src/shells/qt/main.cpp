@@ -62,12 +62,12 @@ int main(int argc, char** argv) {
   TabView& tabs = pane.assembly().view().tabView;
   const std::optional<int> tab = tabNamed(line.tab, tabs);
   if (!tab) return complain(QStringLiteral("--tab: there is no tab \"%1\"").arg(line.tab));
-  pane.open();
   if (!line.screenshots.isEmpty()) {
-    return takePictures(pane, line.screenshots, *tab)
+    return openForPictures(pane, line.screenshots) && takePictures(pane, line.screenshots, *tab)
                ? 0
                : complain(QStringLiteral("a picture could not be written"));
   }
+  pane.open();
   if (line.appearance == Appearance::System)
     new DesktopAppearance(DesktopAppearance::sessionBus(), &application);
   if (*tab >= 0) tabs.selectTabViewItemAtIndex(*tab);
