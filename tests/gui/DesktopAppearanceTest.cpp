@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QProcess>
 #include <QStandardPaths>
@@ -78,6 +79,16 @@ TEST_F(DesktopAppearanceTest, FollowsTheDesktopToDarkAndBack) {
   EXPECT_TRUE(eventually([] { return isDark(); }));
   announce(0);
   EXPECT_TRUE(eventually([] { return !isDark(); }));
+}
+
+TEST_F(DesktopAppearanceTest, AnAnswerThatComesAfterAChangeDoesNotUndoIt) {
+  startPortal(2);
+  portal.beforeAnswer = [this] { announce(1); };
+  const DesktopAppearance follower(connect("pane"));
+  EXPECT_TRUE(eventually([] { return isDark(); }));
+  EXPECT_TRUE(eventually([&] { return follower.findChild<QDBusPendingCallWatcher*>() == nullptr; }))
+      << "answered";
+  EXPECT_TRUE(isDark());
 }
 
 TEST_F(DesktopAppearanceTest, ASystemWithoutABusOrAPortalIsLeftAsItIs) {

@@ -4,6 +4,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+#include <functional>
 
 namespace corvane::test {
 
@@ -20,10 +21,12 @@ class PlayedPortal : public QObject {
 
   uint scheme = 0;
   int asked = 0;
+  std::function<void()> beforeAnswer = [] {};
 
  public slots:
   Q_SCRIPTABLE QDBusVariant Read(const QString& group, const QString& key) {
     ++asked;
+    beforeAnswer();
     const bool isKnown = group == QLatin1String(kGroup) && key == QLatin1String(kKey);
     return QDBusVariant(QVariant::fromValue(QDBusVariant(isKnown ? QVariant(scheme) : QVariant())));
   }

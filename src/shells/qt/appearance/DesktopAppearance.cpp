@@ -44,9 +44,9 @@ DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, QObject* parent
   QDBusMessage read = QDBusMessage::createMethodCall(service(), path(), interface(), QStringLiteral("Read"));
   read << group() << key();
   auto* answer = new QDBusPendingCallWatcher(connection.asyncCall(read), this);
-  connect(answer, &QDBusPendingCallWatcher::finished, this, [answer] {
+  connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     const QDBusPendingReply<QDBusVariant> reply = *answer;
-    if (reply.isValid()) follow(reply.value().variant());
+    if (reply.isValid() && !hasChanged_) follow(reply.value().variant());
     answer->deleteLater();
   });
 }
@@ -59,7 +59,9 @@ QDBusConnection DesktopAppearance::sessionBus() {
 
 void DesktopAppearance::settingChanged(const QString& changedGroup, const QString& changedKey,
                                        const QDBusVariant& value) {
-  if (changedGroup == group() && changedKey == key()) follow(value.variant());
+  if (changedGroup != group() || changedKey != key()) return;
+  hasChanged_ = true;
+  follow(value.variant());
 }
 
 void DesktopAppearance::follow(QVariant value) {

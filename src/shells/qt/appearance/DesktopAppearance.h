@@ -24,6 +24,8 @@ class DesktopAppearance final : public QObject {
 
  private:
   static void follow(QVariant value);
+
+  bool hasChanged_ = false;  // since the question: then its answer is old
 };
 
 }  // namespace corvane::qt
