@@ -39,6 +39,7 @@ const QString& key() {
 DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, QObject* parent) : QObject(parent) {
   if (!bus.isConnected()) return;
   QDBusConnection connection(bus);
+  qRegisterMetaType<QDBusVariant>("QDBusVariant");  // a slot of an unknown type is not connected
   connection.connect(service(), path(), interface(), QStringLiteral("SettingChanged"), this,
                      SLOT(settingChanged(QString, QString, QDBusVariant)));
   QDBusMessage read = QDBusMessage::createMethodCall(service(), path(), interface(), QStringLiteral("Read"));
