@@ -193,6 +193,19 @@ TEST_F(OutlineViewBinder, APushButtonCellIsPressedByMouseAndByKeyboard) {
   EXPECT_EQ(groups.presses, 2);
 }
 
+TEST_F(OutlineViewBinder, AKeyThatIsHeldDownActsOnceOnItsRow) {
+  outline.expandItem(outline.itemAtRow(0));
+  tree->setFocus();
+  tree->setCurrentCell(tree->indexAt(cellRect(2, 1).center()));
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    groups.presses = 0;
+    press(window, key);
+    QKeyEvent repeat(QEvent::KeyPress, key, {}, QString(), true);
+    QApplication::sendEvent(tree, &repeat);
+    EXPECT_EQ(groups.presses, 1);
+  }
+}
+
 // Reading a value that belongs to root is more than looking into a file.
 TEST_F(OutlineViewBinder, MovingTheMouseReadsNoValues) {
   outline.expandItem(outline.itemAtRow(0));

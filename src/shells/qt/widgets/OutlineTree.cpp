@@ -221,7 +221,9 @@ void OutlineTree::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_F2:
-      if (currentIndex().isValid() && state() != EditingState) emit rowActivated(currentIndex());
+      // A key that is held down acts once.
+      if (!event->isAutoRepeat() && currentIndex().isValid() && state() != EditingState)
+        emit rowActivated(currentIndex());
       return;
     default:
       QTreeView::keyPressEvent(event);
