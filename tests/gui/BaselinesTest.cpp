@@ -32,9 +32,7 @@ void PrintTo(const Page& page, std::ostream* stream) { *stream << page.name; }
 class Baselines : public GuiTest, public ::testing::WithParamInterface<Page> {
  protected:
   void SetUp() override {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
     openLock();
     pane->assembly().view().tabView.selectTabViewItemAtIndex(GetParam().tab);
     if (GetParam().sheet) pane->assembly().options().advancedButtonAction();
@@ -114,9 +112,7 @@ QRect inkOf(const QImage& image) {
 class ColumnTitles : public GuiTest {
  protected:
   void SetUp() override {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
   }
   void expectWhole(const QHeaderView& header, int column) {
     const QString title = header.model()->headerData(column, Qt::Horizontal).toString();

@@ -19,9 +19,7 @@ class ConfigurationPage : public GuiTest {
   void SetUp() override {}  // the demo lays the client out
 
   void openDemo() {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
   }
   void openUnlockedDemo() {
     openDemo();

@@ -31,9 +31,7 @@ class FollowingFilesTest : public GuiTest {
   /// Opens pane and lock and waits until the pane has seen all that opening the lock did to the files. A
   /// plug-in is left open: its rows tell a reload of the Plugins tab, which closes it.
   void openAndSettle() {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
     openLock();
     clickTab(2);
     answerSheet("Continue");

@@ -52,9 +52,11 @@ class GuiTest : public ::testing::Test {
   }
   void TearDown() override { pane.reset(); }
 
-  /// Builds the pane and waits until its window is there.
-  void open() {
-    pane = std::make_unique<qt::LinuxPane>(root.path());
+  /// Builds the pane over the tree, which is the test's own when none is named, and waits until its window is
+  /// there.
+  void open() { open(root.path()); }
+  void open(const std::string& tree) {
+    pane = std::make_unique<qt::LinuxPane>(tree);
     pane->open();
     showActive(pane->window());
   }

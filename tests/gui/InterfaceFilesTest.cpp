@@ -48,9 +48,7 @@ const Names kNoWidgets = {"mainWindow", "timeMachineAdvancedWindow", "volumesScr
 class InterfaceFiles : public GuiTest {
  protected:
   void SetUp() override {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
     openLock();
     enterTab(2);
     enterTab(0);

@@ -36,9 +36,7 @@ class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
   }
 
   void openPane() {
-    pane = std::make_unique<qt::LinuxPane>(demo.root);
-    pane->open();
-    showActive(pane->window());
+    open(demo.root);
     person = GetParam() == Means::Mouse ? std::unique_ptr<Person>(std::make_unique<MousePerson>(window()))
                                         : std::make_unique<KeyboardPerson>(window());
   }
