@@ -1,3 +1,5 @@
+#include <QAbstractButton>
+#include <QApplication>
 #include <QLabel>
 #include <QTabBar>
 
@@ -90,6 +92,12 @@ TEST_F(PaneWindow, ForwardsAClickOnTheSupportLinkByMouseAndByKeyboard) {
   press(window, Qt::Key_Return);
   press(window, Qt::Key_Space);
   EXPECT_EQ(clicks, 3);
+}
+
+TEST_F(PaneWindow, ShowsTheProductsIconInTheHeaderAndAsTheIconOfEveryWindow) {
+  const QList<QSize> sizes = {{16, 16}, {32, 32}, {64, 64}, {128, 128}, {256, 256}};
+  EXPECT_EQ(QApplication::windowIcon().availableSizes(), sizes);
+  EXPECT_EQ(find<QAbstractButton>(window, "quorlenIconButton").icon().availableSizes(), sizes);
 }
 
 TEST_F(PaneWindow, ForwardsAClickOnTheIconByMouseAndByKeyboard) {

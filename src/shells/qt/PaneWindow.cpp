@@ -1,5 +1,6 @@
 #include "PaneWindow.h"
 
+#include <QApplication>
 #include <QEventLoop>
 #include <QShortcut>
 #include <QTimer>
@@ -19,7 +20,6 @@ namespace corvane::qt {
 PaneWindow::PaneWindow(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PaneWindow>()), sheets_(new SheetHost(this)) {
   ui_->setupUi(this);
-  ui_->quorlenIconButton->setIcon(productIcon());
   // The header's room is measured for this font; a text that comes without one is shown in it too.
   const QFont header = toQFont(Font{Font::Family::Arial, 14});
   for (QWidget* text : {ui_->greetingButton, ui_->urlButton}) text->setFont(header);
@@ -43,6 +43,9 @@ void PaneWindow::bindFrameTo(PaneView& view) {
 }
 
 void PaneWindow::bindHeaderTo(PaneView& view) {
+  const QIcon icon = productIcon();
+  QApplication::setWindowIcon(icon);
+  ui_->quorlenIconButton->setIcon(icon);
   (new ButtonBinder(view.greetingButton, *ui_->greetingButton))->setPlacement(Placement::Horizontal);
   (new ButtonBinder(view.urlButton, *ui_->urlButton))->setPlacement(Placement::Horizontal);
   new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);

@@ -115,7 +115,6 @@ void dressApplication(QApplication& application) {
   initialiseResources();
   application.setStyle(new PaneStyle);
   application.setFont(regularFont());
-  application.setWindowIcon(productIcon());
   application.setQuitOnLastWindowClosed(true);
 }
 

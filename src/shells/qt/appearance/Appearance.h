@@ -1,4 +1,4 @@
-// The application's looks: style, font, icon, and the light or dark palette.
+// The application's looks: style, font, the light or dark palette, and the icon.
 #pragma once
 
 #include <QIcon>
@@ -10,13 +10,14 @@ namespace corvane::qt {
 
 enum class Appearance { System, Light, Dark };
 
-/// Gives the application its style, font, icon and names. Called once, before the first window.
+/// Gives the application its style and font. Called once, before the first window.
 void dressApplication(QApplication& application);
 /// Fixes light or dark whatever the desktop says, or follows the desktop.
 void applyAppearance(Appearance appearance);
 [[nodiscard]] QPalette lightPalette();
 [[nodiscard]] QPalette darkPalette();
 [[nodiscard]] bool isDark(const QPalette& palette);
+/// Reads the icon in all its sizes, which takes as long as it takes to paint a window.
 [[nodiscard]] QIcon productIcon();
 
 }  // namespace corvane::qt
