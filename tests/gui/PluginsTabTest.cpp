@@ -422,6 +422,25 @@ TEST_F(PluginsTab, TheKeyboardAloneReachesTheTreeOpensItAndLeavesIt) {
   EXPECT_FALSE(tree().hasFocus());
 }
 
+TEST_F(PluginsTab, TheArrowKeysLeaveNoTraceOfTheMarkOnTheRowsTheyCameFrom) {
+  openTab();
+  expand();
+  goTo(plugin().siblingAtColumn(0));
+  press(window(), Qt::Key_Home);
+  QApplication::processEvents();
+  const auto onScreen = [this] {
+    const QPoint corner = tree().viewport()->mapTo(&window(), QPoint());
+    return window().screen()->grabWindow(window().winId(), corner.x(), corner.y(), tree().viewport()->width(),
+                                         tree().viewport()->height());
+  };
+  ASSERT_EQ(onScreen().toImage(), tree().viewport()->grab().toImage());
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Up}) {
+    press(window(), key);
+    QApplication::processEvents();
+    EXPECT_EQ(onScreen().toImage(), tree().viewport()->grab().toImage());
+  }
+}
+
 TEST_F(PluginsTab, EveryCellTellsAScreenReaderWhatItHolds) {
   openTab();
   const auto spoken = [](const QModelIndex& index) { return index.data(Qt::AccessibleTextRole).toString(); };

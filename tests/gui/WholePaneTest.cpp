@@ -250,5 +250,31 @@ TEST_F(WholePane, NoControlIsMarkedBeforeTheKeyboardIsUsed) {
   EXPECT_TRUE(widget("urlButton").hasFocus());
 }
 
+TEST_F(WholePane, TheTabKeyGoesFromTheTopOfTheWindowToItsBottomOnEveryTab) {
+  open();
+  openLock();
+  for (const char* page : {"ConfigurationTabPage", "OptionsTabPage", "PluginsTabPage"}) {
+    SCOPED_TRACE(page);
+    while (!widget(page).isVisible()) {
+      press(window(), Qt::Key_Tab, Qt::ControlModifier);
+      if (sheet() != nullptr) answerSheet("Continue");
+    }
+    window().setFocus();
+    std::vector<const QWidget*> stops;
+    for (press(window(), Qt::Key_Tab); stops.empty() || window().focusWidget() != stops.front();
+         press(window(), Qt::Key_Tab)) {
+      ASSERT_LT(stops.size(), 40U) << "the Tab key does not come back";
+      stops.push_back(window().focusWidget());
+    }
+    ASSERT_GE(stops.size(), 5U);
+    EXPECT_EQ(stops[0], &widget("urlButton"));
+    EXPECT_EQ(stops[1], &widget("tabBar"));
+    for (std::size_t i = 2; i + 2 < stops.size(); ++i)
+      EXPECT_TRUE(widget(page).isAncestorOf(stops[i])) << stops[i]->objectName().toStdString();
+    EXPECT_EQ(stops[stops.size() - 2], &widget("authView"));
+    EXPECT_EQ(stops[stops.size() - 1], &widget("quorlenIconButton"));
+  }
+}
+
 }  // namespace
 }  // namespace corvane::test

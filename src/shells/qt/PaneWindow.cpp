@@ -60,7 +60,14 @@ void PaneWindow::addTabKeys(const QList<QKeySequence>& keys, int step) {
   });
 }
 
-void PaneWindow::setTabPage(int index, QWidget* page) { ui_->tabView->setPage(index, page); }
+void PaneWindow::setTabPage(int index, QWidget* page) {
+  ui_->tabView->setPage(index, page);
+  // The Tab key would come to a page that is put in later only after the controls below it.
+  QWidget* last = previousInFocusChain();
+  while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
+  setTabOrder(last, ui_->authView);
+  setTabOrder(ui_->authView, ui_->quorlenIconButton);
+}
 
 TabPane& PaneWindow::tabs() const { return *ui_->tabView; }
 

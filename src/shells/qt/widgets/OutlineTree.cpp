@@ -250,6 +250,17 @@ void OutlineTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHin
   emit busyChanged();
 }
 
+void OutlineTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  if (!marksCurrentRow_) return;
+  // The mark goes around the whole row; the toolkit draws anew the one cell that is left and the one that is
+  // reached.
+  for (const QModelIndex& index : {previous, current}) {
+    const QRect cell = visualRect(index);
+    viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+  }
+}
+
 void OutlineTree::setMouseDown(bool isDown) {
   if (isDown == std::exchange(isMouseDown_, isDown)) return;
   emit busyChanged();

@@ -75,6 +75,7 @@ class OutlineTree final : public QTreeView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
   [[nodiscard]] bool hasTriangle(const QModelIndex& index) const;
