@@ -1,9 +1,11 @@
 #include <QAbstractItemView>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <QTreeView>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -197,6 +199,20 @@ TEST_F(OpenPanel, OffersFoldersAloneWhenFilesMayNotBeChosen) {
       run(folders, {QStringLiteral("inner")}, [&](const QFileDialog& panel) { mode = panel.fileMode(); }),
       (std::vector<std::string>{folder / "inner"}));
   EXPECT_EQ(mode, QFileDialog::Directory);
+}
+
+TEST_F(OpenPanel, ShowsEveryColumnOfAFileWhole) {
+  (void)run(description(), {QStringLiteral("a.txt")}, [](const QFileDialog& panel) {
+    auto& list = find<QTreeView>(panel, "treeView");
+    const auto isWhole = [&] {
+      bool whole = list.model()->rowCount(list.rootIndex()) > 0;
+      for (int column = 0; column < list.model()->columnCount(); ++column)
+        whole = whole && list.columnWidth(column) >=
+                             static_cast<const QAbstractItemView&>(list).sizeHintForColumn(column);
+      return whole && list.header()->length() <= list.viewport()->width();
+    };
+    EXPECT_TRUE(eventually(isWhole));
+  });
 }
 
 TEST_F(OpenPanel, AnswersWithSeveralFilesWhereThatIsAllowedAndElseWithOne) {

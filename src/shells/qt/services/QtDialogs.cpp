@@ -2,6 +2,8 @@
 
 #include <QDialog>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QTreeView>
 #include <QVBoxLayout>
 
 #include "Text.h"
@@ -34,6 +36,15 @@ class ModalAlert final : public QDialog {
   AlertPanel* panel_;
   AlertResult result_;
 };
+
+/// Shows the dates and kinds of files whole, which the toolkit's own panel would cut off.
+void makeRoom(QFileDialog& panel) {
+  const auto* files = panel.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (files == nullptr) return;  // the panel is the desktop's
+  files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  panel.resize(760, 460);
+}
 
 }  // namespace
 
@@ -79,6 +90,7 @@ std::vector<std::string> QtDialogs::runOpenPanel(const OpenPanelDescription& des
     panel.setFileMode(description.allowsMultipleSelection ? QFileDialog::ExistingFiles
                                                           : QFileDialog::ExistingFile);
   }
+  makeRoom(panel);
   if (!description.directory.empty()) panel.setDirectory(toQString(description.directory));
   if (panel.exec() != QDialog::Accepted) return {};
   std::vector<std::string> paths;
