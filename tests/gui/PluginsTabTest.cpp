@@ -268,7 +268,7 @@ TEST_F(PluginsTab, ALinkOpensItsAddress) {
   EXPECT_EQ(openedUrls.list, (std::vector<std::string>{"https://www.example.com/more"}));
 }
 
-TEST_F(PluginsTab, TheMouseShowsAHandOverALinkAndNothingElse) {
+TEST_F(PluginsTab, TheMouseShowsAHandOverALinkAndABarOverWhatIsTypedIn) {
   openTab();
   const auto showsOver = [this](const QModelIndex& cell, Qt::CursorShape shape) {
     tree().scrollTo(cell);
@@ -279,9 +279,14 @@ TEST_F(PluginsTab, TheMouseShowsAHandOverALinkAndNothingElse) {
   EXPECT_TRUE(showsOver(value(QStringLiteral("Title")), Qt::PointingHandCursor));
   EXPECT_TRUE(showsOver(option(QStringLiteral("Tick")), Qt::ArrowCursor));
   EXPECT_TRUE(showsOver(value(QStringLiteral("Title")), Qt::PointingHandCursor));
-  EXPECT_TRUE(showsOver(value(QStringLiteral("Text")), Qt::ArrowCursor));
+  for (const char* typed : {"Text", "Password", "Number"}) {
+    EXPECT_TRUE(showsOver(value(QString::fromLatin1(typed)), Qt::IBeamCursor)) << typed;
+    EXPECT_TRUE(showsOver(option(QString::fromLatin1(typed)), Qt::ArrowCursor)) << typed;
+  }
+  EXPECT_TRUE(showsOver(value(QStringLiteral("Menu")), Qt::ArrowCursor));
   EXPECT_TRUE(showsOver(value(QStringLiteral("Title")), Qt::PointingHandCursor));
   click(widget("authView"));
+  EXPECT_TRUE(showsOver(value(QStringLiteral("Text")), Qt::ArrowCursor)) << "a locked field takes no text";
   EXPECT_TRUE(showsOver(option(QStringLiteral("Title")), Qt::ArrowCursor));
   EXPECT_TRUE(showsOver(value(QStringLiteral("Title")), Qt::ArrowCursor)) << "a locked link opens nothing";
 }

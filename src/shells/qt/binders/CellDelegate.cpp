@@ -18,6 +18,7 @@ constexpr int kFieldWidth = 320;
 constexpr int kMenuWidth = 240;
 constexpr int kNumberWidth = 110;
 constexpr int kControlHeight = 28;
+constexpr int kArrowWidth = 24;  // of a box that opens a list
 
 /// How wide a cell's control is; 0 is the whole width.
 struct ControlWidth {
@@ -101,14 +102,18 @@ CellTarget CellDelegate::targetAt(const QModelIndex& index, const QRect& row, co
   return mayEdit(index) ? CellTarget{CellAct::Edit, place} : CellTarget{};
 }
 
-bool CellDelegate::isLinkAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
-  if (!outline_.enabled()) return false;
+Qt::CursorShape CellDelegate::shapeAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
+  if (!outline_.enabled()) return Qt::ArrowCursor;
   const CellReference bare = outline_.bareCell(model_.columnAt(index), model_.itemAt(index));
   const auto* button = std::get_if<ButtonCell>(bare.get());
-  const bool isLink =
-      button != nullptr && button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered;
-  // Only a link is as wide as its words, which come with its value: that is its row's own.
-  return isLink && hitRect(*prepared(index).cell, row).contains(point);
+  if (button != nullptr && button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered) {
+    // A link is as wide as its words, which come with its value: that is its row's own.
+    return hitRect(*prepared(index).cell, row).contains(point) ? Qt::PointingHandCursor : Qt::ArrowCursor;
+  }
+  if (!isTypedIn(*bare)) return Qt::ArrowCursor;
+  QRect field = controlRect(*bare, row);
+  if (!isField(*bare)) field.setWidth(field.width() - kArrowWidth);
+  return field.contains(point) ? Qt::IBeamCursor : Qt::ArrowCursor;
 }
 
 bool CellDelegate::press(const QModelIndex& index) {

@@ -32,8 +32,10 @@ class CellDelegate final : public QStyledItemDelegate {
 
   /// What a press of the mouse does at the point inside the cell's rectangle, and where else it does that.
   [[nodiscard]] CellTarget targetAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
-  /// Whether the point is on a link. Asked for every move of the mouse: no stored value is read for it.
-  [[nodiscard]] bool isLinkAt(const QModelIndex& index, const QRect& row, const QPoint& point) const;
+  /// What the mouse looks like at the point. Asked for every move of the mouse: no stored value is read for
+  /// it.
+  [[nodiscard]] Qt::CursorShape shapeAt(const QModelIndex& index, const QRect& row,
+                                        const QPoint& point) const;
   /// Presses the cell's button; false when the cell has none.
   bool press(const QModelIndex& index);
   /// Whether the user may edit the cell in a widget now; `typed`: in one that is typed in.

@@ -61,8 +61,8 @@ void OutlineViewBinder::prepareWidget() {
   widget_.targetAt = [this](const QModelIndex& index, const QPoint& point) {
     return delegate_->targetAt(index, widget_.visualRect(index), point);
   };
-  widget_.isLinkAt = [this](const QModelIndex& index, const QPoint& point) {
-    return delegate_->isLinkAt(index, widget_.visualRect(index), point);
+  widget_.shapeAt = [this](const QModelIndex& index, const QPoint& point) {
+    return delegate_->shapeAt(index, widget_.visualRect(index), point);
   };
   widget_.showsTriangle = [this](const QModelIndex& index) {
     return outline_.showsOutlineCell(model_->itemAt(index));

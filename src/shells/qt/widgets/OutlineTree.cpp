@@ -129,8 +129,7 @@ void OutlineTree::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void OutlineTree::showShapeAt(const QPoint& point) {
   const QModelIndex cell = indexAt(point);
-  const bool isLink = cell.isValid() && isLinkAt && isLinkAt(cell, point);
-  viewport()->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  viewport()->setCursor(cell.isValid() && shapeAt ? shapeAt(cell, point) : Qt::ArrowCursor);
 }
 
 void OutlineTree::mouseMoveEvent(QMouseEvent* event) {

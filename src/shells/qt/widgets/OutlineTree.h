@@ -33,8 +33,8 @@ class OutlineTree final : public QTreeView {
   /// What a press of the mouse would do at this point of the viewport. Asked for a press alone: finding out
   /// may read what is stored.
   std::function<CellTarget(const QModelIndex&, const QPoint&)> targetAt;
-  /// Whether there is a link at this point, over which the mouse shows a hand.
-  std::function<bool(const QModelIndex&, const QPoint&)> isLinkAt;
+  /// What the mouse looks like at this point: a hand over a link, a bar over what is typed in.
+  std::function<Qt::CursorShape(const QModelIndex&, const QPoint&)> shapeAt;
 
   /// Whether the button in the cell is held down now.
   [[nodiscard]] bool isPressed(const QModelIndex& index) const { return isOverPressed_ && index == pressed_; }
