@@ -41,9 +41,11 @@ QPalette paletteOf(const Colors& colors) {
   palette.setColor(QPalette::Mid, button.darker(130));
   palette.setColor(QPalette::Dark, button.darker(170));
   palette.setColor(QPalette::Shadow, Qt::black);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+  for (const auto role : {QPalette::WindowText, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, colors.disabledText);
   }
+  // What is stored is to be read also while the lock is closed: dimmed, but not as pale as a dead button.
+  palette.setColor(QPalette::Disabled, QPalette::Text, colors.dimText);
   // The selection of a disabled table: still seen, but no longer the colour that invites.
   QColor dimmed(colors.disabledText);
   dimmed.setAlphaF(0.55F);

@@ -13,6 +13,7 @@
 #include "binders/TextFieldBinder.h"
 #include "ui_OptionsTabPage.h"
 #include "ui_TimeMachineSheet.h"
+#include "widgets/LabelButton.h"
 #include "widgets/SheetHost.h"
 
 namespace corvane::qt {
@@ -35,6 +36,8 @@ OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget*
   ui_->volumeOptionsBox->setBackgroundRole(QPalette::Base);
   ui_->volumeOptionsBox->raise();
   ui_->volumeOptionMountPathButton->setAlignment(Qt::AlignRight);
+  for (LabelButton* stored : {ui_->volumeOptionMountPathButton, ui_->volumeOptionPathButton})
+    stored->setForegroundRole(QPalette::Text);  // to be read also while it may not be changed
   setBold(*ui_->volumeTextField);
   makeHint(*ui_->minutesTextField);
   makeHint(*ui_->percentageTextField);

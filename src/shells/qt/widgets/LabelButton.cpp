@@ -16,6 +16,7 @@ constexpr int kInset = 2;  // of the text, for the focus ring around it
 
 LabelButton::LabelButton(QWidget* parent) : PaintedButton(parent) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  setForegroundRole(QPalette::WindowText);
   setActive(false);
 }
 
@@ -58,7 +59,7 @@ QSize LabelButton::minimumSizeHint() const { return {20, sizeHint().height()}; }
 
 void LabelButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  QColor color = palette().color(QPalette::WindowText);
+  QColor color = palette().color(foregroundRole());
   if (isDown()) color.setAlphaF(0.6F);
   AttributedTextLayout(text_, font(), palette(), color, !isEnabled())
       .draw(painter, rect().adjusted(kInset, 0, -kInset, 0), alignment_);
