@@ -23,6 +23,11 @@ bool focused(const QStyleOption* option) {
   return option->state.testFlag(QStyle::State_HasFocus) && enabled(option);
 }
 
+/// The field of an editable combo box stands inside the box's own frame.
+bool isFieldOfBox(const QWidget* widget) {
+  return widget != nullptr && qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr;
+}
+
 void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
   const bool isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton) && enabled(&option);
   const QRectF frame = QRectF(option.rect).adjusted(2.5, 2.5, -2.5, -2.5);
@@ -57,12 +62,23 @@ void drawEntryFrame(const QStyleOption& option, QPainter& painter) {
   if (focused(&option)) drawFocusRing(painter, frame, 3.5, option.palette);
 }
 
+bool isFirst(const QStyleOptionTab& tab) {
+  return tab.position == QStyleOptionTab::Beginning || tab.position == QStyleOptionTab::OnlyOneTab;
+}
+bool isLast(const QStyleOptionTab& tab) {
+  return tab.position == QStyleOptionTab::End || tab.position == QStyleOptionTab::OnlyOneTab;
+}
+
+/// The tab's piece of the bar, without the room around the bar for the focus ring.
+QRectF pieceOfBar(const QStyleOptionTab& tab) {
+  return QRectF(tab.rect).adjusted(isFirst(tab) ? 3.5 : 0, 3.5, isLast(tab) ? -3.5 : 0, -3.5);
+}
+
 void drawTab(const QStyleOptionTab& option, QPainter& painter) {
   const bool selected = option.state.testFlag(QStyle::State_Selected);
-  const bool first =
-      option.position == QStyleOptionTab::Beginning || option.position == QStyleOptionTab::OnlyOneTab;
-  const bool last = option.position == QStyleOptionTab::End || option.position == QStyleOptionTab::OnlyOneTab;
-  const QRectF whole = QRectF(option.rect).adjusted(first ? 3.5 : 0, 3.5, last ? -3.5 : 0, -3.5);
+  const bool first = isFirst(option);
+  const bool last = isLast(option);
+  const QRectF whole = pieceOfBar(option);
   painter.save();
   painter.setClipRect(option.rect);
   // Every tab is a piece of one rounded bar: the ends are drawn too wide where they meet a neighbour.
@@ -84,7 +100,7 @@ void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   painter.setPen(option.palette.color(enabled(&option) ? QPalette::Active : QPalette::Disabled,
                                       selected ? QPalette::HighlightedText : QPalette::ButtonText));
-  painter.drawText(option.rect, Qt::AlignCenter | Qt::TextShowMnemonic, option.text);
+  painter.drawText(pieceOfBar(option), Qt::AlignCenter | Qt::TextShowMnemonic, option.text);
 }
 
 /// A line below, and one to the right where another section follows.
@@ -169,10 +185,7 @@ void PaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       drawCheckBox(*option, *painter, option->rect);
       return;
     case PE_PanelLineEdit:
-      // The field of an editable combo box stands inside the box's own frame.
-      if (widget == nullptr || qobject_cast<const QComboBox*>(widget->parentWidget()) == nullptr) {
-        drawEntryFrame(*option, *painter);
-      }
+      if (!isFieldOfBox(widget)) drawEntryFrame(*option, *painter);
       return;
     case PE_FrameTabBarBase:
     case PE_FrameFocusRect:
@@ -221,7 +234,18 @@ void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, 
         QStyleOptionHeader label(*header);
         // Above the texts of a table's rows; the letters need the whole height.
         label.rect.adjust(6, 0, -2, -1);
+        // The toolkit's list of files says only at which side its titles stand.
+        if (!(label.textAlignment & Qt::AlignVertical_Mask)) label.textAlignment |= Qt::AlignVCenter;
         QProxyStyle::drawControl(CE_HeaderLabel, &label, painter, widget);
+      }
+      return;
+    case CE_ProgressBarGroove:
+      return;  // the stripes run over all of it
+    case CE_ProgressBarContents:
+      if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option)) {
+        QStyleOptionProgressBar slim(*bar);
+        slim.rect = QRect(bar->rect.left(), bar->rect.center().y() - 3, bar->rect.width(), 8);
+        QProxyStyle::drawControl(element, &slim, painter, widget);
       }
       return;
     case CE_HeaderEmptyArea: {
@@ -256,8 +280,10 @@ void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 
 QRect PaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
   const QRect rect = QProxyStyle::subElementRect(element, option, widget);
-  // Room between the frame's rounded corner and the text.
-  return element == SE_LineEditContents ? rect.adjusted(4, 0, -4, 0) : rect;
+  if (element != SE_LineEditContents) return rect;
+  // The text of a box stays where it is when the box opens its field; any other field leaves room between its
+  // frame's rounded corner and the text.
+  return isFieldOfBox(widget) ? rect.adjusted(-2, 0, 2, 0) : rect.adjusted(4, 0, -4, 0);
 }
 
 int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

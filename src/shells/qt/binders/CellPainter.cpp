@@ -16,6 +16,7 @@ namespace {
 constexpr int kBox = 18;      // a check box with the room of its focus ring
 constexpr int kPicture = 16;  // a picture in a row
 constexpr int kGap = 4;
+constexpr int kInset = 2;  // of what is drawn from the edge of its cell, for a focus ring
 
 }  // namespace
 
@@ -96,11 +97,12 @@ void CellPainter::drawPushButton(const ButtonCell& cell) const {
 }
 
 void CellPainter::drawLink(const ButtonCell& cell) const {
+  const QRect place = control_.adjusted(kInset, 0, 0, 0);
   if (pressed_) painter_.setOpacity(0.5);
   if (enabled_) {
-    drawText(cell.title, control_, textColor());
+    drawText(cell.title, place, textColor());
   } else {
-    drawText(AttributedText(cell.title.text), control_, textColor());  // a link's own colour looks live
+    drawText(AttributedText(cell.title.text), place, textColor());  // a link's own colour looks live
   }
   painter_.setOpacity(1);
 }
@@ -118,9 +120,12 @@ void CellPainter::drawSwitch(const ButtonCell& cell) const {
 void CellPainter::drawPictureButton(const ButtonCell& cell) const {
   const int top = control_.center().y() - kPicture / 2 + 1;
   QRect picture(control_.left() + 1, top, kPicture, kPicture);
-  QRect title = control_.adjusted(kPicture + kGap + 2, 0, 0, 0);
+  // The blank that some titles begin with is to keep them off their picture; here the gap does.
+  const bool bringsBlank = !cell.title.text.empty() && cell.title.text.front() == ' ';
+  const int blank = bringsBlank ? option_.fontMetrics.horizontalAdvance(QLatin1Char(' ')) : 0;
+  QRect title = control_.adjusted(kPicture + kGap + kInset - blank, 0, 0, 0);
   if (cell.imagePosition == ButtonCell::ImagePosition::Right) {
-    title = control_.adjusted(0, 0, -kPicture - 2 * kGap, 0);
+    title = control_.adjusted(kInset - blank, 0, -kPicture - 2 * kGap, 0);
     picture.moveRight(control_.right() - 1);
   }
   drawText(cell.title, title, readableColor());
