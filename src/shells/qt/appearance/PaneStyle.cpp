@@ -35,7 +35,7 @@ void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
   if (!enabled(&option)) fill.setAlphaF(0.5F);
   if (pressed(&option)) fill = isDark(option.palette) ? fill.lighter(120) : fill.darker(112);
   drawRounded(painter, frame, 5.5, fill, isDefault ? fill.darker(108) : outlineColor(option.palette));
-  if (focused(&option)) drawFocusRing(painter, frame, 5.5, option.palette);
+  if (focused(&option)) (isDefault ? drawFocusRingApart : drawFocusRing)(painter, frame, 5.5, option.palette);
 }
 
 void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& rect) {
@@ -51,7 +51,10 @@ void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& re
   drawRounded(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, fill,
               on || mixed ? fill.darker(108) : outlineColor(option.palette));
   if (on || mixed) drawCheckMark(painter, frame, mixed, Qt::white);
-  if (focused(&option)) drawFocusRing(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, option.palette);
+  if (focused(&option)) {
+    (on || mixed ? drawFocusRingApart : drawFocusRing)(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5,
+                                                       option.palette);
+  }
 }
 
 void drawEntryFrame(const QStyleOption& option, QPainter& painter) {
@@ -92,8 +95,7 @@ void drawTab(const QStyleOptionTab& option, QPainter& painter) {
                      QPointF(whole.right() - 0.5, whole.bottom() - 4));
   }
   painter.restore();
-  if (focused(&option))
-    drawFocusRing(painter, whole.adjusted(first ? 0 : 1, 0, last ? 0 : -1, 0), 5.5, option.palette);
+  if (focused(&option)) drawFocusRingApart(painter, whole, 5.5, option.palette);
 }
 
 void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {

@@ -29,6 +29,25 @@ QColor textWithAlpha(const QPalette& palette, float alpha) {
   return color;
 }
 
+struct Ring {
+  qreal distance, width;
+};
+
+void drawRing(QPainter& painter, const QRectF& frame, qreal radius, const QColor& color, const Ring& ring) {
+  const Smooth smooth(painter);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, ring.width));
+  const qreal out = ring.distance;
+  painter.drawRoundedRect(frame.adjusted(-out, -out, out, out), radius + out, radius + out);
+}
+
+/// Three times as bright or as dark as the ground of the window.
+QColor ringColor(const QPalette& palette) {
+  QColor color = palette.color(QPalette::Active, QPalette::Highlight);
+  color.setAlphaF(0.85F);
+  return color;
+}
+
 }  // namespace
 
 QColor outlineColor(const QPalette& palette) {
@@ -45,12 +64,13 @@ void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QCo
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette) {
-  const Smooth smooth(painter);
-  QColor color = palette.color(QPalette::Active, QPalette::Highlight);
-  color.setAlphaF(0.55F);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(color, 2.5));
-  painter.drawRoundedRect(frame.adjusted(-0.75, -0.75, 0.75, 0.75), radius + 0.75, radius + 0.75);
+  drawRing(painter, frame, radius, ringColor(palette), {.distance = 0.75, .width = 2.5});
+}
+
+void drawFocusRingApart(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette) {
+  drawRing(painter, frame, radius, palette.color(QPalette::Active, QPalette::Window),
+           {.distance = 0.5, .width = 1});
+  drawRing(painter, frame, radius, ringColor(palette), {.distance = 1.75, .width = 1.5});
 }
 
 void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text) {
