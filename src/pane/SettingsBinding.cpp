@@ -60,6 +60,10 @@ PropertyList SettingsBinding::editedValue() const {
 
 void SettingsBinding::commit() {
   if (store_ == nullptr) return;
+  if (!store_->validValues()) {
+    show();  // nothing can be stored, so nothing else may seem to be
+    return;
+  }
   PropertyList edited = editedValue();
   if (edited == storedValue()) return;
   store_->setValueForKey(key_, std::move(edited));

@@ -1,6 +1,6 @@
 // Ties a control to one key of a settings store: the control follows the value, an edit of the control
 // becomes one change of the key and so one write of the whole file. A value of the wrong type shows as
-// absent.
+// absent; an edit for which there is no valid store is taken back.
 #pragma once
 
 #include <string>

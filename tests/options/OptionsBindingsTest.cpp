@@ -135,6 +135,19 @@ TEST_F(OptionsBindingsTest, ClearingOneOfThreeFieldsMakesTheOthersShowTheDefault
   EXPECT_EQ(shownInAll(), (std::vector<std::string>{"8", "30", "90", "5"}));
 }
 
+TEST_F(OptionsBindingsTest, AnEditThatCanNotBeStoredIsNotShownEither) {
+  for (const Bound& bound : everyBinding()) {
+    SCOPED_TRACE(bound.file + " " + bound.key);
+    platform_.writeText(bound.file, "broken");
+    openUnlockedTab();
+    const std::string before = shown(bound);
+    edit(bound);
+    EXPECT_EQ(shown(bound), before);
+    EXPECT_TRUE(pane_.writes.empty());
+    platform_.remove(bound.file);
+  }
+}
+
 TEST_F(OptionsBindingsTest, ControlsAreTiedToTheStoreThatReplacesAnUnreadableOne) {
   for (const Bound& bound : everyBinding()) {
     SCOPED_TRACE(bound.file + " " + bound.key);
