@@ -121,7 +121,9 @@ TEST_F(VolumeSettingsEditorTest, AnEntryWithoutAPathLeavesThePathAsItWas) {
 }
 
 TEST_F(VolumeSettingsEditorTest, WithoutASelectionTheBoxIsHiddenAndTheHintIsShown) {
-  openWithOneVolume();
+  writeSavedList({entry("Away", "/Volumes/Away")});
+  openUnlockedTab();
+  ASSERT_TRUE(view_.purgeButton.enabled());
   view_.volumesTable.deselectAll();
   expectBoxHidden(true);
   EXPECT_FALSE(view_.defaultTextField.hidden());
