@@ -8,6 +8,7 @@
 
 #include "plugins/PluginCatalogue.h"
 #include "plugins/PluginsTabFixture.h"
+#include "values/Text.h"
 
 namespace corvane {
 namespace {
@@ -71,10 +72,13 @@ TEST_F(PluginCatalogueTest, DefinitionsInSubfoldersAreFoundAndKeepTheirSettingsI
 
 TEST_F(PluginCatalogueTest, OnlyFilesWithTheExtensionPlistAreDefinitions) {
   addPlugin("check_x", options({option("Checkbox")}));
-  for (const char* name : {"check_a.PLIST", "check_b.plist.txt", "check_c", ".plist", "plist"}) {
+  for (const char* name :
+       {"check_a.PLIST", "check_b.plist.txt", "check_c", "check_d_plist", ".plist", "plist"}) {
     fs::copy_file(definitionFile("check_x"), platform.paths.plugins + "/" + name);
+    fs::copy_file(settingsFile("check_x"), settingsFile(deletingPathExtension(name)));
   }
   fs::create_directory(platform.paths.plugins + "/folder.plist");
+  fs::copy_file(settingsFile("check_x"), settingsFile("folder"));
   EXPECT_EQ(loaded(), Names{"check_x"});
 }
 
