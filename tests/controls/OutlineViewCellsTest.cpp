@@ -1,5 +1,6 @@
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -326,16 +327,22 @@ TEST_F(OutlineViewEditingTest, APopUpStoresTheIndexOfAnItemWithoutAskingForEditi
 }
 
 TEST_F(OutlineViewEditingTest, AnOutlineThatWasDisabledOrHiddenMeanwhileStoresNothing) {
-  play(textCell());
-  EXPECT_TRUE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
-  outline.setEnabled(false);
-  EXPECT_FALSE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
-  outline.setEnabled(true);
-  outline.setHidden(true);
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
-  outline.setHidden(false);
-  outline.editCell(2, pluginColumn(), PropertyList::string("x"));
+  PopUpButtonCell menu;
+  menu.items = {"Mail", "Page"};
+  const std::pair<Cell, PropertyList> edited[] = {{textCell(), PropertyList::string("x")},
+                                                  {menu, PropertyList::integer(1)}};
+  for (const auto& [cell, value] : edited) {
+    play(cell);
+    EXPECT_TRUE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
+    outline.setEnabled(false);
+    EXPECT_FALSE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
+    outline.editCell(0, pluginColumn(), value);
+    outline.setEnabled(true);
+    outline.setHidden(true);
+    outline.editCell(0, pluginColumn(), value);
+    outline.setHidden(false);
+    outline.editCell(2, pluginColumn(), value);
+  }
   EXPECT_TRUE(source.edits.empty());
 }
 
