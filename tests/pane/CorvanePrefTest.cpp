@@ -10,7 +10,20 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-class CorvanePrefTest : public PaneFixture {};
+class CorvanePrefTest : public PaneFixture {
+ protected:
+  /// Puts root commands and sheets among the calls of the tabs, with the lock's state at that moment.
+  void recordCommandsAndSheets() {
+    platform_.authorization.onCommand = [this](const RootCommand& command) {
+      const std::string& shellText = command.arguments.at(1);
+      calls_.push_back(lockState() + shellText.substr(0, shellText.find(' ')));
+    };
+    platform_.dialogs.onSheet = [this](const AlertDescription& alert) {
+      calls_.push_back(lockState() + alert.messageText);
+    };
+  }
+  [[nodiscard]] std::string lockState() const { return pane_->unlocked() ? "unlocked: " : "locked: "; }
+};
 
 class CountingObserver final : public UnlockedObserver {
  public:
@@ -74,6 +87,24 @@ TEST_F(CorvanePrefTest, WithoutTheSettingsFileTheReadErrorIsSetAndNothingIsRefre
   EXPECT_THAT(calls_, IsEmpty());
 }
 
+TEST_F(CorvanePrefTest, AwakeningAgainAfterTheSettingsFileHasComeClearsTheReadErrorAndRefreshes) {
+  platform_.remove(platform_.paths.clientSettings);
+  createPane().awakeFromNib();
+  ASSERT_TRUE(pane_->clientSettingsReadError());
+  writeSettings(Dictionary::make({{"Client_Version", PropertyList::string("5.1")}}));
+  pane_->awakeFromNib();
+  EXPECT_FALSE(pane_->clientSettingsReadError());
+  EXPECT_EQ(calls_, allRefreshed_);
+}
+
+TEST_F(CorvanePrefTest, ASettingsFileThatWasNeverThereIsNotToldToTheGuard) {
+  platform_.remove(platform_.paths.clientSettings);
+  load();
+  view_.tabView.selectTabViewItemAtIndex(1);
+  EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 1);
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+}
+
 TEST_F(CorvanePrefTest, SettingsThatCannotBeWatchedSetTheReadErrorAndTheGuardRefusesSwitches) {
   platform_.fileEventQueues.failOpening(platform_.paths.clientSettings, "Permission denied");
   createPane().awakeFromNib();
@@ -119,27 +150,25 @@ TEST_F(CorvanePrefTest, AMissingInstallFolderIsLoggedAndToldInAModalAlertAndLoad
 TEST_F(CorvanePrefTest, OpeningTheLockAsksForErrorsThenDoesTheHousekeepingThenRefreshes) {
   load();
   calls_.clear();
+  recordCommandsAndSheets();
   openLock();
   EXPECT_TRUE(pane_->unlocked());
   EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "options.errorLoadingPlists",
-                              "configuration.refresh", "options.refresh", "plugins.refresh"}));
-  ASSERT_EQ(platform_.authorization.commands.size(), 2U);
-  EXPECT_EQ(platform_.authorization.commands[0].tool, "/bin/sh");
-  EXPECT_THAT(platform_.authorization.commands[0].arguments[1], ::testing::StartsWith("/bin/chmod 644 "));
-  EXPECT_EQ(platform_.authorization.commands[1].tool, "/bin/sh");
-  EXPECT_THAT(platform_.authorization.commands[1].arguments[1], ::testing::StartsWith("/usr/bin/plutil "));
-  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+                              "unlocked: /bin/chmod", "unlocked: /usr/bin/plutil", "configuration.refresh",
+                              "options.refresh", "plugins.refresh"}));
+  EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/sh", "/bin/sh"}));
 }
 
-TEST_F(CorvanePrefTest, AStoreThatFailedToLoadIsToldOnUnlockingAndTheTabsAreRefreshedAllTheSame) {
+TEST_F(CorvanePrefTest, AStoreThatFailedToLoadIsToldOnUnlockingAndTheTabsAreRefreshedAfterThat) {
   load();
   calls_.clear();
   configuration_.error = true;
+  recordCommandsAndSheets();
   openLock();
-  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "configuration.refresh", "options.refresh",
-                              "plugins.refresh"}))
+  EXPECT_EQ(calls_, (TabCalls{"configuration.errorLoadingPlists", "unlocked: /bin/chmod",
+                              "unlocked: /usr/bin/plutil", "unlocked: Error Reading Preferences",
+                              "configuration.refresh", "options.refresh", "plugins.refresh"}))
       << "the Options tab is asked only when the Configuration tab reports no error";
-  EXPECT_EQ(platform_.authorization.commands.size(), 2U);
   ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
   expectOkAlert(platform_.dialogs.sheets[0].alert, "Error Reading Preferences",
                 "Some preferences could not be read. Please restart System Preferences to retry, or contact "
@@ -219,6 +248,22 @@ TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
   EXPECT_EQ(view_.tabView.indexOfSelectedItem(), 0) << "the guard was told";
 }
 
+TEST_F(CorvanePrefTest, APaneThatIsLockedByTheRemovalOrTheLossOfItsSettingsIsLockedBeforeItSaysSo) {
+  load();
+  openLock();
+  calls_.clear();
+  recordCommandsAndSheets();
+  platform_.fileEventQueues.fire(platform_.paths.clientSettings);
+  platform_.runLoop.advance(5);
+  openLock();
+  calls_.push_back("the folder goes");
+  platform_.fileEventQueues.fire(platform_.paths.installFolder);
+  EXPECT_THAT(calls_, ElementsAre("locked: Error Reading Settings", "configuration.errorLoadingPlists",
+                                  "options.errorLoadingPlists", "unlocked: /bin/chmod",
+                                  "unlocked: /usr/bin/plutil", "configuration.refresh", "options.refresh",
+                                  "plugins.refresh", "the folder goes", "locked: Monitoring Client Removed"));
+}
+
 TEST_F(CorvanePrefTest, TheFolderComingBackDoesNotUnlockThePane) {
   load();
   platform_.fileEventQueues.fire(platform_.paths.installFolder);
@@ -232,6 +277,7 @@ TEST_F(CorvanePrefTest, LosingTheSettingsFileLocksThePaneFiveSecondsLater) {
   platform_.remove(platform_.paths.clientSettings);
   platform_.fileEventQueues.fire(platform_.paths.clientSettings);
   EXPECT_TRUE(pane_->clientSettingsReadError());
+  EXPECT_EQ(platform_.fileEventQueues.openQueues(), 2U) << "the watcher is kept";
   platform_.runLoop.advance(4.9);
   EXPECT_TRUE(pane_->unlocked());
   EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());

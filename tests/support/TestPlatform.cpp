@@ -142,6 +142,7 @@ LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* author
                                                            const std::string& tool,
                                                            const std::vector<std::string>& arguments) {
   commands.push_back({tool, arguments, false});
+  if (onCommand) onCommand(commands.back());
   if (authorization == nullptr) return launch_status::kInvalidAuthorization;
   if (const auto played = statusOfTool.find(tool); played != statusOfTool.end() && played->second != 0) {
     return played->second;
@@ -181,6 +182,7 @@ std::optional<std::string> ScriptedProcessOutput::outputOf(const std::string& pr
 void ScriptedDialogs::beginSheet(const AlertDescription& alert, SheetWindow window,
                                  std::function<void(const AlertResult&)> ended) {
   sheets.push_back({alert, window, std::move(ended)});
+  if (onSheet) onSheet(alert);
 }
 
 AlertResult ScriptedDialogs::runModalAlert(const AlertDescription& alert) {

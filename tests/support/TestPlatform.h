@@ -79,7 +79,8 @@ class RecordingAuthorization final : public AuthorizationServices {
   OutputPipe::ReadOutcome outcomeWithoutReply{0, false, true};
   std::vector<std::string> requestedRights;
   std::vector<RootCommand> commands;
-  Authorization* granted = nullptr;  // the one that was handed out last, while it lives
+  std::function<void(const RootCommand&)> onCommand;  // hears of each before it is carried out
+  Authorization* granted = nullptr;                   // the one that was handed out last, while it lives
 
  private:
   Done waiting_;
@@ -109,8 +110,9 @@ class ScriptedDialogs final : public Dialogs {
   /// Ends the oldest open sheet.
   void endSheet(int returnCode, bool accessoryOn = false);
 
-  std::vector<Sheet> sheets;    // all that were begun, in order
-  std::size_t endedSheets = 0;  // how many of them have ended
+  std::vector<Sheet> sheets;                             // all that were begun, in order
+  std::function<void(const AlertDescription&)> onSheet;  // hears of each as it is begun
+  std::size_t endedSheets = 0;                           // how many of them have ended
   std::vector<AlertDescription> modalAlerts;
   std::vector<OpenPanelDescription> openPanels;
   std::vector<std::string> chosenPaths;  // what the next open panels answer
