@@ -75,6 +75,16 @@ TEST_F(TextFieldBinder, ARefusedKeystrokeLeavesTheSelectionAsItWas) {
   EXPECT_EQ(edit->selectedText(), QStringLiteral("45"));
 }
 
+TEST_F(TextFieldBinder, ARefusedKeystrokeThatEndsTheShowingOfTheDefaultShowsTheValueAgain) {
+  limitTo(1, 60);
+  field.setIntValue(45);
+  static_cast<void>(field.formatter()->isPartialStringValid(""));  // a field that shares it is cleared
+  ASSERT_EQ(edit->text(), QStringLiteral("1"));
+  type(*edit, "x");
+  EXPECT_EQ(field.stringValue(), "45");
+  EXPECT_EQ(edit->text(), QStringLiteral("45"));
+}
+
 TEST_F(TextFieldBinder, ATextThatIsTooLongTakesNoFurtherCharacter) {
   auto formatter = std::make_shared<CustomTextFieldCellFormatter>();
   formatter->setMaximumLength(3);

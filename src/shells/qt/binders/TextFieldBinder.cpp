@@ -12,14 +12,20 @@ TextFieldBinder::TextFieldBinder(TextField& field, QLineEdit& widget)
     : Binder(field, widget),
       field_(field),
       widget_(widget),
-      guard_(new KeystrokeGuard(widget, [this](const QString& proposed) -> std::optional<QString> {
-        if (!field_.typeText(fromQString(proposed))) return std::nullopt;
-        return toQString(field_.stringValue());
-      })) {
+      guard_(new KeystrokeGuard(widget, [this](const QString& proposed) { return textAfter(proposed); })) {
   widget_.installEventFilter(this);
   connect(&widget_, &QLineEdit::editingFinished, this, [this] { field_.endEditing(); });
   connect(&widget_, &QLineEdit::returnPressed, &widget_, &QLineEdit::selectAll);
   refresh();
+}
+
+/// Also a refused text may change what the field shows: the default, which it showed because a field with the
+/// same formatter was cleared, gives way to the value.
+std::optional<QString> TextFieldBinder::textAfter(const QString& proposed) {
+  const std::string before = field_.stringValue();
+  const bool taken = field_.typeText(fromQString(proposed));
+  if (!taken && field_.stringValue() == before) return std::nullopt;
+  return toQString(field_.stringValue());
 }
 
 void TextFieldBinder::show() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <optional>
 
 #include "binders/Binder.h"
 #include "controls/TextField.h"
@@ -19,6 +20,8 @@ class TextFieldBinder final : public Binder {
  private:
   void show() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  /// What stands in the field once the text was offered; nothing when the offer changed nothing.
+  [[nodiscard]] std::optional<QString> textAfter(const QString& proposed);
 
   TextField& field_;
   QLineEdit& widget_;
