@@ -98,6 +98,8 @@ TEST_F(ClientHeaderTest, TheLinkOpensTheAddressAsItStandsOrWithHttpInFront) {
       {"https://help.example.com", "https://help.example.com"},
       {"help.example.com", "http://help.example.com"},
       {"ftp.example.com/x", "http://ftp.example.com/x"},
+      {"desk:http://help.example.com", "desk:http://help.example.com"},  // wherever the scheme stands
+      {"x-mailto:help@example.com", "x-mailto:help@example.com"},
   };
   for (const auto& [address, opened] : cases) {
     showSettings({{"Support_Address", text(address)}});
@@ -164,6 +166,16 @@ TEST_F(ClientHeaderTest, ARefreshFollowsTheEditedFile) {
   showSettings({{"Client_Version", text("5.1")}});
   showSettings({{"Client_Version", text("5.2")}});
   EXPECT_EQ(version_.title(), "Version 5.2");
+}
+
+TEST_F(ClientHeaderTest, ARefreshFollowsTheBackupUntilTheSettingsAreThere) {
+  showBackup({{"Client_Version", text("4.8")}});
+  platform_.writePlist(platform_.paths.clientSettingsBackup,
+                       Dictionary::make({{"Client_Version", text("4.9")}}));
+  pane_->refreshClientSettings();
+  EXPECT_EQ(version_.title(), "Version 4.9");
+  showSettings({{"Client_Version", text("5.1")}});
+  EXPECT_EQ(version_.title(), "Version 5.1");
 }
 
 TEST_F(ClientHeaderTest, AVersionOfAWrongTypeCountsAsAbsent) {

@@ -93,6 +93,29 @@ TEST_F(DirectoryMonitorTest, EachDirectoryCallsOnlyTheAffectedReload) {
   }
 }
 
+TEST_F(DirectoryMonitorTest, WhereEveryFileIsNewerADirectoryStillCallsNoReloadButItsOwn) {
+  const std::pair<std::string, TabCalls> cases[] = {
+      {paths_.updaterSupport, {"configuration.updateLastUpdateTime"}},
+      {paths_.clientData, {"configuration.updateLastRunTime"}},
+      {paths_.installFolder, {"pane.refreshClientSettings", "configuration.refresh", "plugins.refresh"}},
+      {paths_.systemConfiguration, {"options.refreshAutomountDisk"}},
+      {paths_.plugins, {"plugins.refresh"}},
+      {paths_.pluginSupport,
+       {"options.refreshTimeMachine", "options.refreshDiskFree", "plugins.refresh",
+        "options.refreshVolumes"}},
+      {paths_.localInfo, {"options.refreshVolumes"}},
+      {paths_.volumes, {"options.refreshVolumes"}},
+      {paths_.utilities, {}},
+  };
+  double date = 100;
+  for (const auto& [directory, calls] : cases) {
+    ++date;
+    for (const auto& [file, seen] : monitor_.lastChangedDates()) setDate(file, date);
+    deliver({directory});
+    EXPECT_EQ(calls_, calls) << directory;
+  }
+}
+
 TEST_F(DirectoryMonitorTest, AFileWhoseDateHasNotGrownCausesNoReload) {
   setDate(paths_.updateStatus, 100);
   deliver({paths_.updaterSupport});
@@ -163,6 +186,17 @@ TEST_F(DirectoryMonitorTest, ARemovedTimeMachineFileIsShownAndOtherRemovedFilesA
   EXPECT_EQ(monitor_.lastChangedDates().at(paths_.timeMachineSettings).secondsSince1970, 0);
 }
 
+TEST_F(DirectoryMonitorTest, ATimeMachineFileThatWasGoneForAWhileIsNewerOnlyWithALaterDate) {
+  setDate(paths_.timeMachineSettings, 100);
+  deliver({paths_.pluginSupport});
+  platform_.files.dates.erase(paths_.timeMachineSettings);
+  deliver({paths_.pluginSupport});
+  ASSERT_THAT(calls_, ElementsAre("options.refreshTimeMachine", "plugins.refresh"));
+  setDate(paths_.timeMachineSettings, 100);
+  deliver({paths_.pluginSupport});
+  EXPECT_THAT(calls_, ElementsAre("plugins.refresh")) << "nothing was stored while it was gone";
+}
+
 TEST_F(DirectoryMonitorTest, AnUnchangedTimeMachineFileIsNotReloaded) {
   setDate(paths_.timeMachineSettings, 100);
   deliver({paths_.pluginSupport});
@@ -216,6 +250,17 @@ TEST_F(DirectoryMonitorTest, AFileThatVanishesDuringItsReactionIsLoggedAndCounts
   EXPECT_THAT(platform_.log.lines, ElementsAre("Couldn't get modification date of " + paths_.clientSettings +
                                                ": No such file or directory"));
   EXPECT_EQ(monitor_.lastChangedDates().at(paths_.clientSettings).secondsSince1970, 0);
+}
+
+TEST_F(DirectoryMonitorTest, TheDateIsStoredAfterTheReaction) {
+  setDate(paths_.clientSettings, 100);
+  double duringTheReaction = -1;
+  whileReacting_ = [&] {
+    duringTheReaction = monitor_.lastChangedDates().at(paths_.clientSettings).secondsSince1970;
+  };
+  deliver({paths_.installFolder});
+  EXPECT_EQ(duringTheReaction, 0);
+  EXPECT_EQ(monitor_.lastChangedDates().at(paths_.clientSettings).secondsSince1970, 100);
 }
 
 TEST_F(DirectoryMonitorTest, AChangeDuringTheReactionIsReloadedWithTheNextBatch) {

@@ -124,6 +124,31 @@ TEST_F(MyTabViewControllerTest, WithoutTheInstallFolderUnreadableSettingsGuardOn
   EXPECT_EQ(lastSheet().alert.messageText, "Proceed with caution");
 }
 
+TEST_F(MyTabViewControllerTest, TheRemovalIsToldEvenWhereTheSettingsAreUnreadableToo) {
+  guard_.setClientSettingsReadError(true);
+  guard_.setUninstalled(true);
+  EXPECT_FALSE(select(1));
+  EXPECT_EQ(lastSheet().alert.messageText, "Monitoring Client Removed");
+}
+
+TEST_F(MyTabViewControllerTest, AConfirmationThatComesAfterTheSettingsWereLostIsAnsweredBySayingSo) {
+  select(2);
+  guard_.setClientSettingsReadError(true);
+  platform_.dialogs.endSheet(1000);
+  EXPECT_EQ(tabs_.indexOfSelectedItem(), 0);
+  ASSERT_EQ(sheets(), 2U);
+  EXPECT_EQ(lastSheet().alert.messageText, "Error Reading Settings");
+}
+
+TEST_F(MyTabViewControllerTest, AConfirmationThatComesAfterTheRemovalChangesNothing) {
+  select(2);
+  guard_.setUninstalled(true);
+  platform_.dialogs.endSheet(1000);
+  EXPECT_FALSE(guard_.showPluginTab());
+  EXPECT_EQ(tabs_.indexOfSelectedItem(), 0);
+  EXPECT_EQ(sheets(), 1U);
+}
+
 TEST_F(MyTabViewControllerTest, ASheetThatEndsAfterTheGuardHasGoneChangesNothing) {
   auto guard = std::make_unique<MyTabViewController>(platform_.platform, platform_.paths, tabs_);
   tabs_.selectTabViewItemAtIndex(2);

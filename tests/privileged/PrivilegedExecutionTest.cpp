@@ -55,6 +55,15 @@ TEST_F(PrivilegedExecutionTest, AHelperCommandPutsTheProgramBeforeItsArguments) 
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper"});
 }
 
+TEST_F(PrivilegedExecutionTest, TheHelperIsLoggedBeforeItIsStarted) {
+  std::size_t linesAtTheStart = 0;
+  platform_.authorization.onCommand = [&](const RootCommand&) {
+    linesAtTheStart = platform_.log.lines.size();
+  };
+  execution_.executeQLHelperArguments("/bin/bash", {});
+  EXPECT_EQ(linesAtTheStart, 1U);
+}
+
 TEST_F(PrivilegedExecutionTest, AHelperCommandWithoutArgumentsHasOnlyTheProgram) {
   execution_.executeQLHelperArguments("/bin/bash", {});
   EXPECT_EQ(platform_.authorization.commands[0].arguments, std::vector<std::string>{"/bin/bash"});
@@ -118,6 +127,15 @@ TEST_F(PrivilegedExecutionTest, ALongReplyIsCutToTheFirst999Bytes) {
   EXPECT_EQ(validate(), std::string(999, 'x'));
   platform_.authorization.replies = {std::string(1000, 'x')};
   EXPECT_EQ(validate(), std::string(999, 'x'));
+}
+
+TEST_F(PrivilegedExecutionTest, TheReplyIsReadOnceWhateverComes) {
+  for (const std::string& printed : {std::string("0,fine\n"), std::string(1500, 'x'), std::string()}) {
+    platform_.authorization.replies = {printed};
+    platform_.authorization.pipeReads = 0;
+    static_cast<void>(validate());
+    EXPECT_EQ(platform_.authorization.pipeReads, 1) << printed;
+  }
 }
 
 TEST_F(PrivilegedExecutionTest, APluginThatPrintsNothingIsReported) {

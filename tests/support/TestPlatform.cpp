@@ -29,10 +29,10 @@ class GrantedAuthorization final : public Authorization {
 
 class ScriptedPipe final : public OutputPipe {
  public:
-  ScriptedPipe(std::string reply, ReadOutcome withoutReply)
-      : reply_(std::move(reply)), withoutReply_(withoutReply) {}
+  ScriptedPipe(RecordingAuthorization& owner, std::string reply) : owner_(owner), reply_(std::move(reply)) {}
   ReadOutcome read(char* buffer, std::size_t capacity) override {
-    if (reply_.empty()) return withoutReply_;
+    ++owner_.pipeReads;
+    if (reply_.empty()) return owner_.outcomeWithoutReply;
     const std::size_t count = std::min(capacity, reply_.size());
     std::memcpy(buffer, reply_.data(), count);
     reply_.erase(0, count);
@@ -40,8 +40,8 @@ class ScriptedPipe final : public OutputPipe {
   }
 
  private:
+  RecordingAuthorization& owner_;
   std::string reply_;
-  ReadOutcome withoutReply_;
 };
 
 class ScriptedStream final : public DirectoryEventStream {
@@ -163,7 +163,7 @@ LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* author
     reply = replies.front();
     replies.pop_front();
   }
-  output = std::make_unique<ScriptedPipe>(std::move(reply), outcomeWithoutReply);
+  output = std::make_unique<ScriptedPipe>(*this, std::move(reply));
   return status;
 }
 

@@ -77,6 +77,7 @@ class RecordingAuthorization final : public AuthorizationServices {
   std::map<std::string, LaunchStatus> statusOfTool;  // 0 for tools that are not named
   std::deque<std::string> replies;  // what the next programs with a pipe print, one read each
   OutputPipe::ReadOutcome outcomeWithoutReply{0, false, true};
+  int pipeReads = 0;
   std::vector<std::string> requestedRights;
   std::vector<RootCommand> commands;
   std::function<void(const RootCommand&)> onCommand;  // hears of each before it is carried out
