@@ -59,17 +59,22 @@ TEST_P(TroubleStory, WhileTheClientsSettingsAreGoneNoTabIsLeft) {
 TEST_P(TroubleStory, WhereNoClientIsInstalledThatIsSaidBeforeTheWindowOpens) {
   std::filesystem::remove_all(demo.paths.installFolder);
   QString title;
+  const auto expectWholeGreeting = [this] {
+    const auto& greeting = widget<qt::LabelButton>("greetingButton");
+    EXPECT_GE(greeting.width(), greeting.sizeHint().width()) << "the greeting is cut short";
+    EXPECT_NEAR(greeting.geometry().center().x(), window().width() / 2, 5);
+  };
   const bool seen = answerPanel<QDialog>([this] { openPane(); },
                                          [&](QDialog& panel) {
                                            title = panel.windowTitle();
+                                           expectWholeGreeting();
                                            picture("no client");
                                            press(panel, Qt::Key_Return);
                                          });
   EXPECT_TRUE(seen);
   EXPECT_EQ(title, QStringLiteral("Monitoring Client Error"));
   picture("window without a client");
-  const auto& greeting = widget<qt::LabelButton>("greetingButton");
-  EXPECT_GE(greeting.width(), greeting.sizeHint().width()) << "the greeting is cut short";
+  expectWholeGreeting();
   person->press("authView");
   ASSERT_NE(sheet(), nullptr);
   EXPECT_EQ(message(), QStringLiteral("Monitoring Client Removed"));

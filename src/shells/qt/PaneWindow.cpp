@@ -23,6 +23,7 @@ PaneWindow::PaneWindow(QWidget* parent)
   // The header's room is measured for this font; a text that comes without one is shown in it too.
   const QFont header = toQFont(Font{Font::Family::Arial, 14});
   for (QWidget* text : {ui_->greetingButton, ui_->urlButton}) text->setFont(header);
+  ui_->greetingButton->setAlignment(Qt::AlignHCenter);
   QFont small = font();
   small.setPixelSize(12);
   ui_->authLabel->setFont(small);
