@@ -77,6 +77,23 @@ TEST_F(TableViewBinder, TheArrowKeysMoveTheSelection) {
   EXPECT_EQ(rows.selections, (std::vector<int>{0, 1, 0}));
 }
 
+TEST_F(TableViewBinder, HomeAndEndChooseTheFirstAndTheLastRowAndShowIt) {
+  rows.names.assign(100, "Volume");
+  table.reloadData();
+  clickRow(1);
+  press(window, Qt::Key_End);
+  EXPECT_EQ(table.selectedRow(), 99);
+  EXPECT_EQ(shownSelection(), 99);
+  EXPECT_TRUE(view->viewport()->rect().contains(view->visualRect(view->model()->index(99, 0))));
+  press(window, Qt::Key_Home);
+  EXPECT_EQ(table.selectedRow(), 0);
+  EXPECT_TRUE(view->viewport()->rect().contains(view->visualRect(view->model()->index(0, 0))));
+  rows.names.clear();
+  table.reloadData();
+  press(window, Qt::Key_End);
+  EXPECT_EQ(table.selectedRow(), -1);
+}
+
 TEST_F(TableViewBinder, FollowsTheSelectionOfTheCore) {
   table.selectRow(2);
   EXPECT_EQ(shownSelection(), 2);

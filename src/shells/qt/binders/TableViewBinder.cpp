@@ -84,13 +84,25 @@ void TableViewBinder::show() {
 }
 
 bool TableViewBinder::eventFilter(QObject* watched, QEvent* event) {
-  // Where no row can be chosen, the keys that would choose one scroll.
-  if (watched == &widget_ && event->type() == QEvent::KeyPress && !table_.enabled() &&
-      isScrollKey(static_cast<QKeyEvent*>(event)->key())) {
-    QCoreApplication::sendEvent(widget_.verticalScrollBar(), event);
-    return true;
+  if (watched == &widget_ && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (table_.enabled() ? chooseEndWith(key) : scrollWith(key, *event)) return true;
   }
   return Binder::eventFilter(watched, event);
+}
+
+bool TableViewBinder::scrollWith(int key, QEvent& event) {
+  if (!isScrollKey(key)) return false;
+  QCoreApplication::sendEvent(widget_.verticalScrollBar(), &event);
+  return true;
+}
+
+bool TableViewBinder::chooseEndWith(int key) {
+  if (key != Qt::Key_Home && key != Qt::Key_End) return false;
+  const QModelIndex row = model_->index(key == Qt::Key_Home ? 0 : model_->rowCount() - 1, 0);
+  widget_.selectionModel()->setCurrentIndex(row,
+                                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  return true;
 }
 
 void TableViewBinder::showSelection() {

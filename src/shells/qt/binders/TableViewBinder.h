@@ -24,6 +24,10 @@ class TableViewBinder final : public Binder {
   /// A disabled widget could not be scrolled.
   [[nodiscard]] bool takesActs() const override { return true; }
   bool eventFilter(QObject* watched, QEvent* event) override;
+  /// Where no row can be chosen, the keys that would choose one scroll.
+  bool scrollWith(int key, QEvent& event);
+  /// Home and End choose the first and the last row; the toolkit would go to the row's first and last cell.
+  bool chooseEndWith(int key);
   void showSelection();
   void userSelected();
 
