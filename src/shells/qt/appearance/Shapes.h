@@ -16,7 +16,7 @@ namespace corvane::qt {
 void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QColor& fill,
                  const QColor& outline);
 void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette);
-/// The ring of a control that has the ring's own colour: a gap keeps them apart.
+/// The ring of what has the ring's own colour, and of a bare text: a gap keeps them apart.
 void drawFocusRingApart(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette);
 /// The mark of a coloured row that has the keyboard, in the colour of its text; the ring would not be seen
 /// there.

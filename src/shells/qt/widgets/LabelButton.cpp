@@ -63,7 +63,7 @@ void LabelButton::paintEvent(QPaintEvent*) {
   if (isDown()) color.setAlphaF(0.6F);
   AttributedTextLayout(text_, font(), palette(), color, !isEnabled())
       .draw(painter, rect().adjusted(kInset, 0, -kInset, 0), alignment_);
-  if (hasFocus()) drawFocusRing(painter, QRectF(rect()).adjusted(2, 2, -2, -2), 3, palette());
+  if (hasFocus()) drawFocusRingApart(painter, QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5), 2, palette());
 }
 
 }  // namespace corvane::qt
