@@ -198,6 +198,13 @@ void PaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                        option->palette.color(QPalette::PlaceholderText));
       }
       return;
+    case PE_PanelTipLabel: {
+      QColor outline = option->palette.color(QPalette::ToolTipText);
+      outline.setAlphaF(0.3F);
+      painter->fillRect(option->rect, option->palette.color(QPalette::ToolTipBase));
+      drawRounded(*painter, QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 0, Qt::transparent, outline);
+      return;
+    }
     case PE_Frame:
       drawRounded(*painter, QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 0, Qt::transparent,
                   outlineColor(option->palette));
@@ -309,6 +316,8 @@ int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
       return 12;
     case PM_HeaderMargin:
       return 3;
+    case PM_ToolTipLabelFrameWidth:
+      return 4;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
