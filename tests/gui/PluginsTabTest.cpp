@@ -368,6 +368,7 @@ TEST_F(PluginsTab, ARefreshWaitsForAnOpenMenu) {
   openTab();
   clickCell(value(QStringLiteral("Menu")));
   auto* menu = editor<QComboBox>();
+  ASSERT_NE(menu, nullptr);
   ASSERT_TRUE(eventually([&] { return menu->view()->isVisible(); }));
   pane->assembly().plugins().refresh();
   QTest::keyClick(menu->view(), Qt::Key_Down);

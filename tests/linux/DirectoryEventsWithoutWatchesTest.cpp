@@ -35,6 +35,7 @@ struct Shortage {
   const char* limit;
   std::string line;
 };
+void PrintTo(const Shortage& shortage, std::ostream* stream) { *stream << shortage.limit; }
 
 class Shortages : public ::testing::TestWithParam<Shortage> {};
 
