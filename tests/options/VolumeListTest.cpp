@@ -63,6 +63,14 @@ TEST(VolumeList, ElementsThatAreNoEntriesStayWhereTheyStood) {
   }
 }
 
+TEST(VolumeList, ASavedListReplacesTheFormerOneWhole) {
+  VolumeList volumes;
+  volumes.setSavedList(Array::make({entry("A", "/a"), text("x")}));
+  const Array saved = Array::make({text("y"), entry("B", "/b")});
+  volumes.setSavedList(saved);
+  EXPECT_EQ(volumes.contents(), saved);
+}
+
 TEST(VolumeList, RowsAreOnlyTheEntries) {
   const VolumeList volumes = listOf({text("x"), entry("A", "/a"), number(1), Dictionary::make()});
   EXPECT_EQ(volumes.size(), 2U);

@@ -339,6 +339,12 @@ TEST_F(VolumeSettingsEditorTest, ARebuildWhileTheUserTypesKeepsTheTypedText) {
   view_.monitorPresenceThresholdTextField.endEditing();
   EXPECT_EQ(view_.monitorPresenceThresholdTextField.stringValue(), "15");
   EXPECT_EQ(entryAt(0).value("PresenceThreshold"), number(15));
+
+  // What is not stored is left alone as well.
+  view_.monitorUsageThresholdTextField.typeText("");
+  tab_->refreshVolumes();
+  EXPECT_EQ(view_.monitorUsageThresholdTextField.stringValue(), "");
+  EXPECT_TRUE(view_.monitorUsageThresholdTextField.editing());
 }
 
 TEST_F(VolumeSettingsEditorTest, WhatIsBeingTypedForOneVolumeIsNotShownForAnother) {
