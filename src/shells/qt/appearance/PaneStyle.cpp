@@ -330,6 +330,8 @@ int PaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
       return Qt::AlignHCenter;
     case SH_ItemView_ShowDecorationSelected:
       return 1;
+    case SH_LineEdit_PasswordCharacter:
+      return 0x2022;  // as in the cells that show a password
     case SH_EtchDisabledText:
     case SH_DialogButtonBox_ButtonsHaveIcons:
       return 0;

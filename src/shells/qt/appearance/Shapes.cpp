@@ -73,6 +73,16 @@ void drawFocusRingApart(QPainter& painter, const QRectF& frame, qreal radius, co
   drawRing(painter, frame, radius, ringColor(palette), {.distance = 1.75, .width = 1.5});
 }
 
+void drawFocusBelow(QPainter& painter, const QRectF& row, const QPalette& palette) {
+  QColor tint = palette.color(QPalette::Active, QPalette::Highlight);
+  tint.setAlphaF(0.12F);
+  drawRounded(painter, row.adjusted(0.5, 0.5, -0.5, -0.5), 3, tint, Qt::transparent);
+}
+
+void drawFocusAround(QPainter& painter, const QRectF& row, const QPalette& palette) {
+  drawRounded(painter, row.adjusted(0.5, 0.5, -0.5, -0.5), 3, Qt::transparent, ringColor(palette));
+}
+
 void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text) {
   const Smooth smooth(painter);
   QColor color = text;

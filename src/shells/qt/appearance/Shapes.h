@@ -18,6 +18,10 @@ void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QCo
 void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette);
 /// The ring of what has the ring's own colour, and of a bare text: a gap keeps them apart.
 void drawFocusRingApart(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette);
+/// The mark of a row of controls that has the keyboard: the ground below them, and a line around them that is
+/// thin enough to hide no edge of theirs.
+void drawFocusBelow(QPainter& painter, const QRectF& row, const QPalette& palette);
+void drawFocusAround(QPainter& painter, const QRectF& row, const QPalette& palette);
 /// The mark of a coloured row that has the keyboard, in the colour of its text; the ring would not be seen
 /// there.
 void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text);

@@ -53,11 +53,12 @@ void OutlineTree::setCurrentCell(const QModelIndex& index) {
 
 void OutlineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
-  QTreeView::drawRow(painter, option, index);
-  if (!marksCurrentRow_ || !hasFocus() || index.siblingAtColumn(0) != currentIndex().siblingAtColumn(0))
-    return;
+  const bool isMarked =
+      marksCurrentRow_ && hasFocus() && index.siblingAtColumn(0) == currentIndex().siblingAtColumn(0);
   const QRectF row(0, option.rect.top(), viewport()->width(), option.rect.height());
-  drawFocusRing(*painter, row.adjusted(2.5, 2.5, -2.5, -2.5), 4, palette());
+  if (isMarked) drawFocusBelow(*painter, row, palette());
+  QTreeView::drawRow(painter, option, index);
+  if (isMarked) drawFocusAround(*painter, row, palette());
 }
 
 void OutlineTree::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
