@@ -6,6 +6,8 @@ namespace corvane {
 namespace {
 
 constexpr const char* kClosedLabel = "Click the lock to make changes.";
+constexpr const char* kRefusedLabel =
+    "The lock could not be opened; the system log says why. Click it to try again.";
 constexpr const char* kAskingLabel = "Waiting for permission…";
 constexpr const char* kOpenLabel = "Click the lock to prevent further changes.";
 constexpr const char* kOpenDirectLabel =
@@ -30,7 +32,7 @@ std::string AuthorizationView::label() const {
     case State::Closed:
       break;
   }
-  return kClosedLabel;
+  return wasRefused_ ? kRefusedLabel : kClosedLabel;
 }
 
 void AuthorizationView::click() {
@@ -40,6 +42,7 @@ void AuthorizationView::click() {
     return;
   }
   lost_.reset();
+  wasRefused_ = false;
   state_ = State::Asking;
   didChange();
   services_.requestRights(right_, [this, session = std::weak_ptr<bool>(session_)](
@@ -58,6 +61,7 @@ void AuthorizationView::close() {
 
 void AuthorizationView::answer(AuthorizationOutcome outcome, std::unique_ptr<Authorization> authorization) {
   if (outcome != AuthorizationOutcome::Granted || !authorization) {
+    wasRefused_ = outcome != AuthorizationOutcome::Cancelled;
     close();
     return;
   }

@@ -220,6 +220,27 @@ TEST_F(AuthorizationViewTest, ItsLabelTellsWhatAClickDoes) {
                                               "Click the lock to make changes."}));
 }
 
+TEST_F(AuthorizationViewTest, ARefusedLockSaysSoUntilItIsAskedAgain) {
+  constexpr const char* kRefused =
+      "The lock could not be opened; the system log says why. Click it to try again.";
+  for (const AuthorizationOutcome outcome :
+       {AuthorizationOutcome::Denied, AuthorizationOutcome::Unavailable}) {
+    view->click();
+    services.answer(outcome);
+    EXPECT_EQ(view->label(), kRefused);
+    view->click();
+    EXPECT_EQ(view->label(), "Waiting for permission…");
+    services.answer(AuthorizationOutcome::Cancelled);
+    EXPECT_EQ(view->label(), "Click the lock to make changes.") << "who cancels knows why it stays closed";
+  }
+  view->click();
+  services.answer(AuthorizationOutcome::Denied);
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  view->click();
+  EXPECT_EQ(view->label(), "Click the lock to make changes.");
+}
+
 TEST_F(AuthorizationViewTest, AnOpenLockOverFilesOfTheUserSaysThatNoRightsAreAskedFor) {
   services.direct = true;
   EXPECT_EQ(view->label(), "Click the lock to make changes.");
