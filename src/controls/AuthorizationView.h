@@ -38,7 +38,8 @@ class AuthorizationView final : public Control {
 
   /// The user's click: a closed lock asks for the rights, an open one closes; while the question is open
   /// nothing happens. A question that is cancelled, denied or can't be asked leaves the lock closed, and the
-  /// delegate does not hear of it; where it was not the user who cancelled, the label says so. Rights that end by themselves close an open lock as a click does.
+  /// delegate does not hear of it; where it was not the user who cancelled, the label says so. Rights that
+  /// end by themselves close an open lock as a click does.
   void click();
   /// Gives the rights back without telling the delegate: for a pane that has locked itself.
   void close();
