@@ -1,6 +1,7 @@
 // The cells in which a value is chosen or typed: menus, texts and passwords, numbers.
 #include <memory>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -59,6 +60,23 @@ TEST_F(PluginInputCellsTest, AMenuSelectsByTheStoredIndex) {
     store(contents);
     EXPECT_EQ(cell<PopUpButtonCell>(valueRow()).selectedIndex, one.selected) << one.what;
   }
+}
+
+TEST_F(PluginInputCellsTest, DressingAMenuSelectsWhatItsFileHoldsAndWithoutAReadableFileNothing) {
+  awakeWith(option("PopUpMenu", texts({"a", "b", "c"})));
+  const auto dressed = [&] {
+    PopUpButtonCell menu;
+    menu.items = {"a", "b", "c"};
+    menu.selectedIndex = 1;
+    Cell cell = menu;
+    controller->outlineViewWillDisplayCellForTableColumnItem(outline(), cell, pluginColumn(), valueRow());
+    return std::get<PopUpButtonCell>(cell).selectedIndex;
+  };
+  EXPECT_EQ(dressed(), 1) << "no file";
+  store(Dictionary::make());
+  EXPECT_EQ(dressed(), 0) << "nothing stored";
+  store(Dictionary::make({{kKey, number(2)}}));
+  EXPECT_EQ(dressed(), 2);
 }
 
 TEST_F(PluginInputCellsTest, AMenuWithoutTitlesIsEmpty) {
