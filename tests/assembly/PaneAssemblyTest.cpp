@@ -24,6 +24,18 @@ TEST_F(PaneAssemblyTest, LoadingShowsTheClientInEveryTabWithTheLockClosed) {
   EXPECT_THAT(platform_.log.lines, IsEmpty());
 }
 
+TEST_F(PaneAssemblyTest, LossesAreWatchedForBeforeChangesAreFollowed) {
+  std::vector<std::pair<std::string, std::size_t>> watched;  // and how many streams there were
+  platform_.fileEventQueues.exists = [&](const std::string& path) {
+    watched.emplace_back(path, platform_.directoryEvents.streams.size());
+    return platform_.files.exists(path);
+  };
+  load();
+  EXPECT_EQ(platform_.directoryEvents.streams.size(), 1U);
+  EXPECT_THAT(watched,
+              ElementsAre(std::pair(paths_.installFolder, 0U), std::pair(paths_.clientSettings, 0U)));
+}
+
 TEST_F(PaneAssemblyTest, UnlockingRefreshesConfigurationOptionsAndPluginsInThisOrder) {
   load();
   const std::size_t before = platform_.propertyLists.reads.size();
