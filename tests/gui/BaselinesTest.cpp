@@ -111,9 +111,7 @@ QRect inkOf(const QImage& image) {
 
 class ColumnTitles : public GuiTest {
  protected:
-  void SetUp() override {
-    open(demo.root);
-  }
+  void SetUp() override { open(demo.root); }
   void expectWhole(const QHeaderView& header, int column) {
     const QString title = header.model()->headerData(column, Qt::Horizontal).toString();
     SCOPED_TRACE(title.toStdString());

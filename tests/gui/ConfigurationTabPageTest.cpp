@@ -18,9 +18,7 @@ class ConfigurationPage : public GuiTest {
  protected:
   void SetUp() override {}  // the demo lays the client out
 
-  void openDemo() {
-    open(demo.root);
-  }
+  void openDemo() { open(demo.root); }
   void openUnlockedDemo() {
     openDemo();
     openLock();
