@@ -44,8 +44,7 @@ QPalette paletteOf(const Colors& colors) {
   for (const auto role : {QPalette::WindowText, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, colors.disabledText);
   }
-  // What is stored is to be read also while the lock is closed: dimmed, but not as pale as a dead button.
-  palette.setColor(QPalette::Disabled, QPalette::Text, colors.dimText);
+  keepStoredReadable(palette);
   // The selection of a disabled table: still seen, but no longer the colour that invites.
   QColor dimmed(colors.disabledText);
   dimmed.setAlphaF(0.55F);
@@ -82,6 +81,11 @@ QPalette darkPalette() {
                     .highlightedText = 0xffffffff,
                     .link = 0xff6fb1ff,
                     .toolTip = 0xff38383b});
+}
+
+void keepStoredReadable(QPalette& palette) {
+  palette.setColor(QPalette::Disabled, QPalette::Text,
+                   palette.color(QPalette::Active, QPalette::PlaceholderText));
 }
 
 bool isDark(const QPalette& palette) {

@@ -170,6 +170,12 @@ PaneStyle::PaneStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusio
 
 QPalette PaneStyle::standardPalette() const { return lightPalette(); }
 
+// A desktop's own palette is mended in this one point.
+void PaneStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  keepStoredReadable(palette);
+}
+
 void PaneStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   if (auto* header = qobject_cast<QHeaderView*>(widget)) {

@@ -14,6 +14,7 @@ class PaneStyle final : public QProxyStyle {
 
   [[nodiscard]] QPalette standardPalette() const override;
   void polish(QWidget* widget) override;
+  void polish(QPalette& palette) override;
   using QProxyStyle::polish;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

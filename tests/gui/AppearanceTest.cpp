@@ -1,0 +1,64 @@
+#include <QApplication>
+#include <QPalette>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "appearance/Appearance.h"
+
+namespace corvane::test {
+namespace {
+
+using qt::Appearance;
+
+/// The color as it looks on an opaque ground.
+QColor seenOn(const QColor& ground, const QColor& color) {
+  const auto mix = [&](float below, float above) { return below + (above - below) * color.alphaF(); };
+  return QColor::fromRgbF(mix(ground.redF(), color.redF()), mix(ground.greenF(), color.greenF()),
+                          mix(ground.blueF(), color.blueF()));
+}
+
+/// Relative luminance of the sRGB color, 0 to 1.
+double luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// From 1, no difference, to 21, black on white.
+double contrast(const QColor& ground, const QColor& color) {
+  const double one = luminance(ground);
+  const double other = luminance(seenOn(ground, color));
+  return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+class AppearanceTest : public ::testing::TestWithParam<Appearance> {
+ protected:
+  void SetUp() override { qt::applyAppearance(GetParam()); }
+  void TearDown() override { qt::applyAppearance(Appearance::System); }
+};
+
+TEST_P(AppearanceTest, WhatIsStoredCanBeReadWhileItMayNotBeChanged) {
+  const QPalette palette = QApplication::palette();
+  const QColor ground = palette.color(QPalette::Disabled, QPalette::Base);
+  EXPECT_GT(contrast(ground, palette.color(QPalette::Disabled, QPalette::Text)), 3);
+  EXPECT_LT(contrast(ground, palette.color(QPalette::Disabled, QPalette::Text)),
+            contrast(ground, palette.color(QPalette::Active, QPalette::Text)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, AppearanceTest,
+                         ::testing::Values(Appearance::System, Appearance::Light, Appearance::Dark),
+                         [](const auto& appearance) {
+                           switch (appearance.param) {
+                             case Appearance::Light:
+                               return "Light";
+                             case Appearance::Dark:
+                               return "Dark";
+                             default:
+                               return "TheDesktop";
+                           }
+                         });
+
+}  // namespace
+}  // namespace corvane::test
