@@ -47,6 +47,12 @@ TEST_P(AppearanceTest, WhatIsStoredCanBeReadWhileItMayNotBeChanged) {
             contrast(ground, palette.color(QPalette::Active, QPalette::Text)));
 }
 
+TEST_P(AppearanceTest, TheColorOfTheKeyboardsMarkStandsOutFromTheWindow) {
+  const QPalette palette = QApplication::palette();
+  EXPECT_GT(contrast(palette.color(QPalette::Window), palette.color(QPalette::Active, QPalette::Highlight)),
+            3);
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, AppearanceTest,
                          ::testing::Values(Appearance::System, Appearance::Light, Appearance::Dark),
                          [](const auto& appearance) {

@@ -13,26 +13,11 @@ namespace {
 
 constexpr uint kPrefersDark = 1;
 
-const QString& service() {
-  static const QString name = QStringLiteral("org.freedesktop.portal.Desktop");
-  return name;
-}
-const QString& path() {
-  static const QString name = QStringLiteral("/org/freedesktop/portal/desktop");
-  return name;
-}
-const QString& interface() {
-  static const QString name = QStringLiteral("org.freedesktop.portal.Settings");
-  return name;
-}
-const QString& group() {
-  static const QString name = QStringLiteral("org.freedesktop.appearance");
-  return name;
-}
-const QString& key() {
-  static const QString name = QStringLiteral("color-scheme");
-  return name;
-}
+constexpr QLatin1String kService("org.freedesktop.portal.Desktop");
+constexpr QLatin1String kPath("/org/freedesktop/portal/desktop");
+constexpr QLatin1String kInterface("org.freedesktop.portal.Settings");
+constexpr QLatin1String kGroup("org.freedesktop.appearance");
+constexpr QLatin1String kKey("color-scheme");
 
 }  // namespace
 
@@ -40,10 +25,10 @@ DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, QObject* parent
   if (!bus.isConnected()) return;
   QDBusConnection connection(bus);
   qRegisterMetaType<QDBusVariant>("QDBusVariant");  // a slot of an unknown type is not connected
-  connection.connect(service(), path(), interface(), QStringLiteral("SettingChanged"), this,
+  connection.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
                      SLOT(settingChanged(QString, QString, QDBusVariant)));
-  QDBusMessage read = QDBusMessage::createMethodCall(service(), path(), interface(), QStringLiteral("Read"));
-  read << group() << key();
+  QDBusMessage read = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
+  read << QString(kGroup) << QString(kKey);
   auto* answer = new QDBusPendingCallWatcher(connection.asyncCall(read), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     const QDBusPendingReply<QDBusVariant> reply = *answer;
@@ -58,9 +43,8 @@ QDBusConnection DesktopAppearance::sessionBus() {
   return isNamed || QFileInfo::exists(usual) ? QDBusConnection::sessionBus() : QDBusConnection(QString());
 }
 
-void DesktopAppearance::settingChanged(const QString& changedGroup, const QString& changedKey,
-                                       const QDBusVariant& value) {
-  if (changedGroup != group() || changedKey != key()) return;
+void DesktopAppearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
+  if (group != kGroup || key != kKey) return;
   hasChanged_ = true;
   follow(value.variant());
 }

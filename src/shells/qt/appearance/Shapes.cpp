@@ -41,12 +41,7 @@ void drawRing(QPainter& painter, const QRectF& frame, qreal radius, const QColor
   painter.drawRoundedRect(frame.adjusted(-out, -out, out, out), radius + out, radius + out);
 }
 
-/// Three times as bright or as dark as the ground of the window.
-QColor ringColor(const QPalette& palette) {
-  QColor color = palette.color(QPalette::Active, QPalette::Highlight);
-  color.setAlphaF(0.85F);
-  return color;
-}
+QColor ringColor(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::Highlight); }
 
 }  // namespace
 
@@ -84,12 +79,9 @@ void drawFocusAround(QPainter& painter, const QRectF& row, const QPalette& palet
 }
 
 void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text) {
-  const Smooth smooth(painter);
   QColor color = text;
   color.setAlphaF(0.8F);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(color, 1));
-  painter.drawRoundedRect(row.adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
+  drawRing(painter, row.adjusted(1.5, 1.5, -1.5, -1.5), 3, color, {.distance = 0, .width = 1});
 }
 
 void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColor& color) {
