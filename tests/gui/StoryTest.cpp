@@ -38,6 +38,7 @@ class Story : public StoryTest {
   void useConfiguration();
   void useVolumes();
   void useWarnings();
+  void waitForTheReloadAfterTheLastWrite();
   void useTimeMachineSheet();
   void enterPlugins();
   void useSwitches();
@@ -175,7 +176,18 @@ void Story::useWarnings() {
   expectChanged(demo.paths.autoDiskMount, {{"AutomountDisksWithoutUserLogin", flag(true)}});
 }
 
+// The reload after the last write comes a second late and fills the sheet anew, on purpose. It is over when
+// one that comes later has closed the plug-ins' rows.
+void Story::waitForTheReloadAfterTheLastWrite() {
+  OutlineView& plugins = pane->assembly().pluginsView().pluginsTable;
+  plugins.expandItem(plugins.itemAtRow(0));
+  ASSERT_TRUE(plugins.isItemExpanded(plugins.itemAtRow(0)));
+  std::ofstream(demo.paths.pluginSupport + "/note.txt") << "changed";
+  EXPECT_TRUE(eventually([&] { return !plugins.isItemExpanded(plugins.itemAtRow(0)); }));
+}
+
 void Story::useTimeMachineSheet() {
+  waitForTheReloadAfterTheLastWrite();
   person->press("advancedButton");
   ASSERT_NE(sheet(), nullptr);
   picture("time machine sheet");
