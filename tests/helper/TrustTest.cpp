@@ -19,21 +19,22 @@ class Trust : public TreeFixture {
  protected:
   ~Trust() override { RootTree::beforeLook = nullptr; }
 
-  /// A stranger's link, in a folder where everybody may make one, to the folder of root "etc".
-  void laySharedLink() {
+  /// Lays a stranger's link, in a folder where everybody may make one, to the folder of root "etc". Expects a
+  /// write through it to be refused when this happens between root's opening of the folder and its look at
+  /// the way there.
+  void expectTheLinkToLeadNowhereAfter(std::function<void()> step) {
     folder.makeFolder("etc");
     ::chmod(folder.makeFolder("Users/Shared").c_str(), 01777);
     link = folder / "Users/Shared/Corp";
     fs::create_directory_symlink("/etc", link);
     own(link, kStranger);
     stage("a.plist", "new");
-  }
-  /// Does this when the second folder has been opened and not yet been looked at; the first is the staging
-  /// folder.
-  void betweenOpeningAndLooking(std::function<void()> step) {
     RootTree::beforeLook = [this, step = std::move(step)] {
-      if (++opened == 2) step();
+      if (++opened == 2) step();  // the first is the staging folder
     };
+    expectDenied(tree().writeTarget("a.plist", kTarget), "others than root");
+    EXPECT_EQ(opened, 2);
+    EXPECT_FALSE(exists("etc/a.plist"));
   }
 
   std::string link;
@@ -42,32 +43,23 @@ class Trust : public TreeFixture {
 
 TEST_F(Trust, LinkThatIsGoneByTheTimeOfTheLookHasLedNowhere) {
   CORVANE_NEEDS_ROOT();
-  laySharedLink();
-  betweenOpeningAndLooking([this] { fs::remove(link); });
-  expectDenied(tree().writeTarget("a.plist", kTarget), "others than root");
-  EXPECT_FALSE(exists("etc/a.plist"));
+  expectTheLinkToLeadNowhereAfter([this] { fs::remove(link); });
 }
 
 TEST_F(Trust, LinkThatHasBecomeAFolderByTheTimeOfTheLookHasLedNowhere) {
   CORVANE_NEEDS_ROOT();
-  laySharedLink();
-  betweenOpeningAndLooking([this] {
+  expectTheLinkToLeadNowhereAfter([this] {
     fs::remove(link);
     fs::create_directory(link);
   });
-  expectDenied(tree().writeTarget("a.plist", kTarget), "others than root");
-  EXPECT_FALSE(exists("etc/a.plist"));
 }
 
 TEST_F(Trust, LinkThatHasBecomeAFileByTheTimeOfTheLookHasLedNowhere) {
   CORVANE_NEEDS_ROOT();
-  laySharedLink();
-  betweenOpeningAndLooking([this] {
+  expectTheLinkToLeadNowhereAfter([this] {
     fs::remove(link);
     folder.writeFile("Users/Shared/Corp", "x");
   });
-  expectDenied(tree().writeTarget("a.plist", kTarget), "others than root");
-  EXPECT_FALSE(exists("etc/a.plist"));
 }
 
 TEST_F(Trust, PrefixThatHasBecomeALinkIsNotWorkedBelow) {
