@@ -12,8 +12,8 @@
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
 #include "platform/Platform.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxPropertyListFiles.h"
+#include "posix/PosixFiles.h"
+#include "posix/PosixPropertyListFiles.h"
 #include "support/UnusedServices.h"
 
 namespace corvane::bench {
@@ -91,8 +91,8 @@ struct BenchPlatform {
   TemporaryRoot root;
   PathTable paths{root.path()};
   SilentLog log;
-  LinuxFiles files;
-  LinuxPropertyListFiles propertyLists;
+  PosixFiles files;
+  PosixPropertyListFiles propertyLists;
   test::NoRunLoop runLoop;
   test::NoDirectoryEvents directoryEvents;
   test::NoFileEventQueues fileEventQueues;

@@ -13,8 +13,8 @@
 #include <stdlib.h>
 
 #include "platform/linux/LinuxDirectoryEvents.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/PollRunLoop.h"
+#include "posix/PosixFiles.h"
+#include "support/PollRunLoop.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ class NoLog : public SystemLog {
 
 void walk(benchmark::State& state) {
   const Tree tree(static_cast<int>(state.range(0)));
-  for (auto _ : state) benchmark::DoNotOptimize(LinuxFiles().walk(tree.path()));
+  for (auto _ : state) benchmark::DoNotOptimize(PosixFiles().walk(tree.path()));
 }
 BENCHMARK(walk)->Arg(100)->Arg(10000)->Unit(benchmark::kMillisecond);
 

@@ -8,8 +8,8 @@
 #include <benchmark/benchmark.h>
 
 #include "pane/QLDefaultsController.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxPropertyListFiles.h"
+#include "posix/PosixFiles.h"
+#include "posix/PosixPropertyListFiles.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane {
@@ -46,8 +46,8 @@ struct Fixture {
   Fixture& operator=(const Fixture&) = delete;
   ~Fixture() { std::filesystem::remove_all(folder); }
 
-  LinuxFiles files;
-  LinuxPropertyListFiles propertyLists;
+  PosixFiles files;
+  PosixPropertyListFiles propertyLists;
   std::string folder;
   std::string file;
 };

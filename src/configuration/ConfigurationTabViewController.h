@@ -12,9 +12,9 @@
 #include <string>
 
 #include "configuration/ConfigurationTabView.h"
-#include "configuration/QLCFileWatcher.h"
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
+#include "pane/QLCFileWatcher.h"
 #include "pane/QLDefaultsController.h"
 #include "pane/SettingsBinding.h"
 #include "pane/Tabs.h"

@@ -7,7 +7,7 @@
 #include "helper/Launch.h"
 #include "helper/Request.h"
 #include "helper/RootTree.h"
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane::helper {
 

@@ -9,12 +9,12 @@
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "helper/Signals.h"
 #include "helper/Supervisor.h"
+#include "posix/Differences.h"
+#include "posix/Signals.h"
 
 namespace corvane::helper {
 namespace {
@@ -76,15 +76,6 @@ int startingError(Pipe& report) {
   return count == sizeof error ? error : 0;
 }
 
-/// Takes two ends that were just opened to places above the standard streams.
-Pipe raised(const int (&ends)[2]) {
-  const FileDescriptor low[2] = {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-  Pipe pipe{FileDescriptor(::fcntl(ends[0], F_DUPFD_CLOEXEC, 3)),
-            FileDescriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, 3))};
-  if (!pipe.readEnd || !pipe.writeEnd) return {};
-  return pipe;
-}
-
 /// Like a pipe, but of sockets, so that writing to one that nobody reads raises no signal.
 Pipe makeLeash() {
   int ends[2];
@@ -110,11 +101,6 @@ int forkOrphan(int report, const Body& body) {
 }
 
 }  // namespace
-
-Pipe makePipe() {
-  int ends[2];
-  return ::pipe2(ends, O_CLOEXEC) == 0 ? raised(ends) : Pipe{};
-}
 
 void releaseGently(FileDescriptor& leash) {
   (void)::send(leash.get(), &kReplyWasRead, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
@@ -144,7 +130,7 @@ Ending runToEnd(const Program& program, int seconds, int hangup) {
     become(vector.data(), -1, report.writeEnd.get());
   }
   ending.error = startingError(report);
-  const FileDescriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+  const auto ended = watchEndOf(child);
   pollfd waited[] = {{ended.get(), POLLIN, 0}, {hangup, POLLRDHUP, 0}};
   timespec end{};
   ::clock_gettime(CLOCK_MONOTONIC, &end);

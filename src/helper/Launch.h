@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/FileDescriptor.h"
+#include "posix/Pipe.h"
 
 namespace corvane::helper {
 
@@ -14,14 +14,6 @@ struct Program {
   std::string path;                    // absolute
   std::vector<std::string> arguments;  // without the path
 };
-
-/// Two ends of a pipe, both above the standard streams and closed in programs that are started.
-struct Pipe {
-  FileDescriptor readEnd;
-  FileDescriptor writeEnd;
-};
-/// Without descriptors when none can be had (errno tells).
-[[nodiscard]] Pipe makePipe();
 
 /// Starts the program in a session of its own; nobody waits for it, and it outlives the caller. Answers 0 or
 /// the error.

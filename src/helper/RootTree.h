@@ -10,7 +10,7 @@
 #include <sys/types.h>
 
 #include "helper/Request.h"
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane::helper {
 

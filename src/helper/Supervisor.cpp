@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "helper/Launch.h"
-#include "helper/Signals.h"
+#include "posix/Signals.h"
 
 namespace corvane::helper {
 namespace {

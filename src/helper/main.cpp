@@ -18,7 +18,7 @@
 #include <unistd.h>
 
 #include "helper/Session.h"
-#include "helper/Signals.h"
+#include "posix/Signals.h"
 
 namespace {
 
@@ -43,9 +43,9 @@ void liftLimit(__rlimit_resource_t resource) {
 
 /// What the caller's session may have left behind: handlers, limits, the mask.
 void resetProcess() {
-  corvane::helper::setAllSignalsToDefault();
-  corvane::helper::setSignal(SIGPIPE, SIG_IGN);
-  corvane::helper::setSignal(SIGXFSZ, SIG_IGN);  // a limit is an error like a full disk
+  corvane::setAllSignalsToDefault();
+  corvane::setSignal(SIGPIPE, SIG_IGN);
+  corvane::setSignal(SIGXFSZ, SIG_IGN);  // a limit is an error like a full disk
   sigset_t none;
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);

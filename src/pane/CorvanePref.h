@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "configuration/QLCFileWatcher.h"
 #include "controls/AuthorizationView.h"
 #include "pane/ClientHeader.h"
 #include "pane/DirectoryMonitor.h"
@@ -16,6 +15,7 @@
 #include "pane/PaneServices.h"
 #include "pane/PaneView.h"
 #include "pane/PathTable.h"
+#include "pane/QLCFileWatcher.h"
 #include "pane/QLDefaultsController.h"
 #include "pane/Tabs.h"
 #include "platform/Platform.h"

@@ -85,10 +85,10 @@ class GuiTest : public ::testing::Test {
 
   void writePlist(const std::string& path, const PropertyList& value) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    ASSERT_TRUE(LinuxPropertyListFiles().write(path, value)) << path;
+    ASSERT_TRUE(PosixPropertyListFiles().write(path, value)) << path;
   }
   [[nodiscard]] static PropertyList readPlist(const std::string& path) {
-    return LinuxPropertyListFiles().read(path);
+    return PosixPropertyListFiles().read(path);
   }
 
   TemporaryFolder root;

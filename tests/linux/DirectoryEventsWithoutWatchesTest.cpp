@@ -8,9 +8,9 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "linux/Isolated.h"
 #include "linux/StreamUnderTest.h"
 #include "platform/linux/DirectorySnapshot.h"
+#include "support/Isolated.h"
 
 namespace corvane {
 namespace {

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "linux/OtherUser.h"
 #include "platform/linux/LinuxAuthorization.h"
-#include "platform/linux/PollRunLoop.h"
+#include "support/OtherUser.h"
+#include "support/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

@@ -9,9 +9,9 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxAuthorization.h"
-#include "platform/linux/PollRunLoop.h"
+#include "posix/FileDescriptor.h"
+#include "support/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

@@ -6,10 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "linux/OtherUser.h"
 #include "linux/StreamUnderTest.h"
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
+#include "posix/FileDescriptor.h"
+#include "support/OtherUser.h"
 
 namespace corvane {
 namespace {

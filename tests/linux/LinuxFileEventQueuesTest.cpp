@@ -9,12 +9,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "configuration/QLCFileWatcher.h"
-#include "linux/Isolated.h"
-#include "linux/OtherUser.h"
-#include "platform/linux/FileDescriptor.h"
+#include "pane/QLCFileWatcher.h"
 #include "platform/linux/LinuxFileEventQueues.h"
-#include "platform/linux/PollRunLoop.h"
+#include "posix/FileDescriptor.h"
+#include "support/Isolated.h"
+#include "support/OtherUser.h"
+#include "support/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {

@@ -11,9 +11,9 @@
 #include <syslog.h>
 #include <unistd.h>
 
-#include "linux/Isolated.h"
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxSystemLog.h"
+#include "posix/FileDescriptor.h"
+#include "support/Isolated.h"
 
 namespace corvane {
 namespace {

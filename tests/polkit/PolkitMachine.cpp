@@ -19,7 +19,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "helper/Launch.h"
+#include "posix/Pipe.h"
 
 namespace corvane::test {
 namespace {
@@ -142,7 +142,7 @@ void PolkitMachine::layOutTree() const {
 }
 
 bool PolkitMachine::startDaemon(const std::vector<std::string>& line, const std::string& untilPrinted) {
-  auto output = corvane::helper::makePipe();
+  auto output = corvane::makePipe();
   const pid_t pid = ::fork();
   if (pid == 0) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);

@@ -11,7 +11,7 @@
 
 #include <sys/types.h>
 
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane::test {

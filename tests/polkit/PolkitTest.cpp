@@ -10,9 +10,9 @@
 #include <sys/wait.h>
 
 #include "PolkitMachine.h"
-#include "helper/Launch.h"
 #include "platform/linux/LinuxAuthorization.h"
-#include "platform/linux/PollRunLoop.h"
+#include "posix/Pipe.h"
+#include "support/PollRunLoop.h"
 #include "support/TestPlatform.h"
 
 namespace corvane {
@@ -182,7 +182,7 @@ TEST_F(Polkit, HelperBehindALinkIsNotTheOneOfThePolicy) {
 TEST_F(Polkit, KilledPaneTakesTheHelperAndItsValidationAlong) {
   CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
   const auto alive = reader(fifo("alive"));
-  const auto ready = helper::makePipe();
+  const auto ready = makePipe();
   program("Library/Corvane/Plugins/check_x",
           "#!/bin/bash\nexec 9> '" + machine / "fifos/alive'\n" +
               "setsid sleep 1000 &\ntrap '' TERM\necho x >&9\nsleep 1000\n");
@@ -261,7 +261,7 @@ TEST_F(Polkit, ValidationRunsAsRootAndEndsWhenThePaneLetsGo) {
 
 TEST_F(Polkit, KilledHelperIsLostAndFailsRequests) {
   CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
-  const auto ready = helper::makePipe();
+  const auto ready = makePipe();
   const pid_t user = PolkitMachine::startAsUser([&] {
     Pane pane(machine);
     ASSERT_EQ(pane.unlock(), AuthorizationOutcome::Granted);

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "WriteFaultsFixture.h"
-#include "helper/Launch.h"
+#include "posix/Pipe.h"
 
 namespace corvane {
 namespace {
@@ -88,7 +88,7 @@ using StagingByOthers = WriteFaults;
 TEST_F(StagingByOthers, HostileUserAtTheStagingPathsChangesAndSeesNothing) {
   CORVANE_START();
   constexpr int kWrites = 200;
-  const auto started = helper::makePipe();
+  const auto started = makePipe();
   const pid_t hostile = PolkitMachine::startAsUser([&] { plantForEver(*volume, started.writeEnd.get()); },
                                                    PolkitMachine::kStranger);
   ASSERT_TRUE(test::readableSoon(started.readEnd.get()));

@@ -9,10 +9,10 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxProcessOutput.h"
-#include "platform/linux/LinuxPropertyListFiles.h"
-#include "platform/linux/PollRunLoop.h"
+#include "posix/PosixFiles.h"
+#include "posix/PosixProcessOutput.h"
+#include "posix/PosixPropertyListFiles.h"
+#include "support/PollRunLoop.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {
@@ -51,9 +51,9 @@ struct WholePane {
   void closeLock() { assembly.view().authView.click(); }
 
   RecordingLog log;
-  LinuxFiles files;
-  LinuxPropertyListFiles propertyLists;
-  LinuxProcessOutput processOutput;
+  PosixFiles files;
+  PosixPropertyListFiles propertyLists;
+  PosixProcessOutput processOutput;
   PollRunLoop runLoop;
   ScriptedDialogs dialogs;
   FakeWorkspace workspace;

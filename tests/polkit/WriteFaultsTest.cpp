@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "WriteFaultsFixture.h"
-#include "helper/Launch.h"
+#include "posix/Pipe.h"
 
 namespace corvane {
 namespace {
@@ -112,7 +112,7 @@ class KilledHelper : public WriteFaults, public testing::WithParamInterface<cons
   bool writeWithHelperThatDiesAt(int step) {
     std::ofstream(machine.base() / "opt/stumble") << step << " die";
     bool died = false;
-    const auto deaths = helper::makePipe();
+    const auto deaths = makePipe();
     machine.asUser([&] {
       WholePane pane(volume->root(), machine.helper());
       ASSERT_TRUE(pane.openLock());
@@ -195,8 +195,8 @@ INSTANTIATE_TEST_SUITE_P(Targets, KilledHelper, testing::Values(kTarget, kRootHo
 
 TEST_F(WriteFaults, HelperThatIsGoneBeforeAWriteLeavesOnlyTheStagingFile) {
   CORVANE_START();
-  const auto ready = helper::makePipe();
-  const auto go = helper::makePipe();
+  const auto ready = makePipe();
+  const auto go = makePipe();
   const pid_t user = PolkitMachine::startAsUser([&] {
     WholePane pane(volume->root(), machine.helper());
     ASSERT_TRUE(pane.openLock());

@@ -3,14 +3,13 @@
 #include <cerrno>
 #include <csignal>
 
-#include <sys/syscall.h>
 #include <sys/wait.h>
-#include <unistd.h>
+
+#include "posix/Differences.h"
 
 namespace corvane {
 
-ChildProcess::ChildProcess(pid_t pid)
-    : pid_(pid), ended_(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0))) {}
+ChildProcess::ChildProcess(pid_t pid) : pid_(pid), ended_(watchEndOf(pid)) {}
 
 std::optional<int> ChildProcess::reap() {
   int status = 0;

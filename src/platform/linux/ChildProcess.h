@@ -8,7 +8,7 @@
 #include <sys/types.h>
 
 #include "platform/RunLoop.h"
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -6,8 +6,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "platform/linux/FolderReader.h"
 #include "platform/linux/FolderWatches.h"
+#include "posix/FolderReader.h"
 
 namespace corvane {
 namespace {

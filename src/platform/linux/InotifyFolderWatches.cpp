@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/FolderReader.h"
+#include "posix/FolderReader.h"
 
 namespace corvane {
 

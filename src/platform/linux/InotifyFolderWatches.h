@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/FolderWatches.h"
 #include "platform/linux/InotifyEvents.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -9,9 +9,9 @@
 #include "platform/linux/DirectoryBatch.h"
 #include "platform/linux/DirectorySnapshot.h"
 #include "platform/linux/InotifyFolderWatches.h"
-#include "platform/linux/SystemError.h"
 #include "platform/linux/WatchedAncestors.h"
 #include "platform/linux/WatchedTree.h"
+#include "posix/SystemError.h"
 #include "values/Text.h"
 
 namespace corvane {

@@ -10,9 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/InotifyEvents.h"
-#include "platform/linux/SystemError.h"
+#include "posix/FileDescriptor.h"
+#include "posix/SystemError.h"
 
 namespace corvane {
 namespace {

@@ -11,10 +11,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "helper/Launch.h"
 #include "helper/Session.h"
 #include "platform/linux/HelperRights.h"
-#include "platform/linux/SpawnSettings.h"
+#include "posix/Pipe.h"
+#include "posix/SpawnSettings.h"
 
 namespace corvane {
 namespace {
@@ -73,7 +73,7 @@ bool PolkitAsking::launch(std::string& problem) {
     return false;
   }
   int ends[2];
-  auto complaints = helper::makePipe();
+  auto complaints = makePipe();
   if (!complaints.readEnd || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
     problem = std::generic_category().message(errno);
     return false;

@@ -13,7 +13,7 @@
 #include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
 #include "platform/linux/ChildProcess.h"
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -10,10 +10,10 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxProcessOutput.h"
-#include "platform/linux/LinuxPropertyListFiles.h"
 #include "platform/linux/LinuxSystemLog.h"
+#include "posix/PosixFiles.h"
+#include "posix/PosixProcessOutput.h"
+#include "posix/PosixPropertyListFiles.h"
 #include "services/QtBundle.h"
 #include "services/QtDialogs.h"
 #include "services/QtRunLoop.h"
@@ -41,9 +41,9 @@ class LinuxPane {
   [[nodiscard]] LinuxAuthorization::Options authorizationOptions(const std::string& root);
 
   LinuxSystemLog log_;
-  LinuxFiles files_;
-  LinuxPropertyListFiles propertyLists_;
-  LinuxProcessOutput processOutput_;
+  PosixFiles files_;
+  PosixPropertyListFiles propertyLists_;
+  PosixProcessOutput processOutput_;
   QtRunLoop runLoop_;
   QtBundle bundle_;
   QtWorkspace workspace_;

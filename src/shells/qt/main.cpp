@@ -6,7 +6,7 @@
 #include "Pictures.h"
 #include "Text.h"
 #include "appearance/DesktopAppearance.h"
-#include "platform/linux/ProcessSignals.h"
+#include "posix/Signals.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 namespace corvane {
 
-class LinuxFiles : public Files {
+class PosixFiles : public Files {
  public:
   [[nodiscard]] bool exists(const std::string& path) override;
   [[nodiscard]] ModificationDate modificationDate(const std::string& path) override;

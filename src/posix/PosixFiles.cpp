@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxFiles.h"
+#include "posix/PosixFiles.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -7,10 +7,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "platform/linux/FileDescriptor.h"
-#include "platform/linux/FolderReader.h"
-#include "platform/linux/RegularFile.h"
-#include "platform/linux/SystemError.h"
+#include "posix/Differences.h"
+#include "posix/FolderReader.h"
+#include "posix/RegularFile.h"
+#include "posix/SystemError.h"
 #include "values/Encodings.h"
 
 namespace corvane {
@@ -38,25 +38,24 @@ bool holdsNul(const std::string& path) { return path.find('\0') != std::string::
 
 }  // namespace
 
-bool LinuxFiles::exists(const std::string& path) {
+bool PosixFiles::exists(const std::string& path) {
   struct stat status {};
   return !holdsNul(path) && ::stat(path.c_str(), &status) == 0;
 }
 
-Files::ModificationDate LinuxFiles::modificationDate(const std::string& path) {
+Files::ModificationDate PosixFiles::modificationDate(const std::string& path) {
   struct stat status {};
   if (holdsNul(path)) return {std::nullopt, systemErrorText(EINVAL)};
   if (::stat(path.c_str(), &status) != 0) return {std::nullopt, systemErrorText(errno)};
-  const double seconds =
-      static_cast<double>(status.st_mtim.tv_sec) + static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
-  return {Date{seconds}, {}};
+  const auto time = modificationTime(status);
+  return {Date{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9}, {}};
 }
 
-std::optional<std::string> LinuxFiles::contents(const std::string& path, std::size_t limit) {
+std::optional<std::string> PosixFiles::contents(const std::string& path, std::size_t limit) {
   return readRegularFile(path, limit);
 }
 
-std::optional<std::vector<std::string>> LinuxFiles::walk(const std::string& folder) {
+std::optional<std::vector<std::string>> PosixFiles::walk(const std::string& folder) {
   if (holdsNul(folder)) return std::nullopt;
   const FileDescriptor root = FolderReader::open(AT_FDCWD, folder.c_str());
   if (!root) return std::nullopt;

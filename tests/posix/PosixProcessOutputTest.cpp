@@ -10,8 +10,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/FileDescriptor.h"
-#include "platform/linux/LinuxProcessOutput.h"
+#include "posix/FileDescriptor.h"
+#include "posix/PosixProcessOutput.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {
@@ -20,8 +20,8 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Optional;
 
-std::optional<std::string> shell(const std::string& command, LinuxProcessOutput::Limits limits = {}) {
-  return LinuxProcessOutput(limits).outputOf("/bin/sh", {"-c", command});
+std::optional<std::string> shell(const std::string& command, PosixProcessOutput::Limits limits = {}) {
+  return PosixProcessOutput(limits).outputOf("/bin/sh", {"-c", command});
 }
 
 bool hasChildren() {
@@ -35,32 +35,32 @@ double secondsFor(const std::function<void()>& act) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-TEST(LinuxProcessOutput, AnswersWithEverythingPrintedAndLeavesNoChild) {
+TEST(PosixProcessOutput, AnswersWithEverythingPrintedAndLeavesNoChild) {
   EXPECT_EQ(shell("printf 'one\\ntwo'"), "one\ntwo");
   EXPECT_EQ(shell("exit 3"), "");
   EXPECT_FALSE(hasChildren());
 }
 
-TEST(LinuxProcessOutput, ArgumentsArriveUnchanged) {
-  EXPECT_EQ(LinuxProcessOutput().outputOf("/usr/bin/printf", {"%s|", "a b", "$HOME", "", "*"}),
+TEST(PosixProcessOutput, ArgumentsArriveUnchanged) {
+  EXPECT_EQ(PosixProcessOutput().outputOf("/usr/bin/printf", {"%s|", "a b", "$HOME", "", "*"}),
             "a b|$HOME||*|");
 }
 
-TEST(LinuxProcessOutput, ProcessListHoldsThisProcess) {
-  EXPECT_THAT(LinuxProcessOutput().outputOf("/bin/ps", {"axco", "pid"}),
+TEST(PosixProcessOutput, ProcessListHoldsThisProcess) {
+  EXPECT_THAT(PosixProcessOutput().outputOf("/bin/ps", {"axco", "pid"}),
               Optional(HasSubstr(std::to_string(::getpid()))));
 }
 
-TEST(LinuxProcessOutput, ProgramThatCannotBeStartedIsNothing) {
+TEST(PosixProcessOutput, ProgramThatCannotBeStartedIsNothing) {
   const test::TemporaryFolder folder;
-  LinuxProcessOutput processes;
+  PosixProcessOutput processes;
   EXPECT_EQ(processes.outputOf("/nonexistent", {}), std::nullopt);
   EXPECT_EQ(processes.outputOf(folder.writeFile("not-executable", "text"), {}), std::nullopt);
   EXPECT_EQ(processes.outputOf(folder.path(), {}), std::nullopt);
   EXPECT_FALSE(hasChildren());
 }
 
-TEST(LinuxProcessOutput, OutputLargerThanThePipeIsComplete) {
+TEST(PosixProcessOutput, OutputLargerThanThePipeIsComplete) {
   const auto output = shell("head -c 1000000 /dev/zero");
   ASSERT_TRUE(output);
   EXPECT_EQ(output->size(), 1'000'000U);
@@ -74,12 +74,12 @@ bool endsSoon(pid_t process) {
   return ::poll(&ended, 1, 10'000) == 1;
 }
 
-TEST(LinuxProcessOutput, EndlessOutputIsStoppedAtTheLimit) {
+TEST(PosixProcessOutput, EndlessOutputIsStoppedAtTheLimit) {
   EXPECT_EQ(shell("cat /dev/zero", {10, 100'000}), std::nullopt);
   EXPECT_FALSE(hasChildren());
 }
 
-TEST(LinuxProcessOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
+TEST(PosixProcessOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
   const test::TemporaryFolder folder;
   std::optional<std::string> output = "";
   const double seconds = secondsFor([&] {
@@ -93,12 +93,12 @@ TEST(LinuxProcessOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
   EXPECT_TRUE(endsSoon(std::stoi(grandchild))) << "still running: " << grandchild;
 }
 
-TEST(LinuxProcessOutput, ProgramThatClosesItsOutputAndHangsIsKilled) {
+TEST(PosixProcessOutput, ProgramThatClosesItsOutputAndHangsIsKilled) {
   EXPECT_EQ(shell("exec >&-; exec sleep 60", {0.2, 1000}), std::nullopt);
   EXPECT_FALSE(hasChildren());
 }
 
-TEST(LinuxProcessOutput, ProgramInheritsNoDescriptorAndReadsNothing) {
+TEST(PosixProcessOutput, ProgramInheritsNoDescriptorAndReadsNothing) {
   // Inheritable on purpose, under a number that a shell has no use for itself.
   const FileDescriptor leaky(::fcntl(STDERR_FILENO, F_DUPFD, 50));
   ASSERT_TRUE(leaky);
@@ -107,7 +107,7 @@ TEST(LinuxProcessOutput, ProgramInheritsNoDescriptorAndReadsNothing) {
   EXPECT_EQ(shell("readlink /proc/$$/fd/0; cat"), "/dev/null\n");
 }
 
-TEST(LinuxProcessOutput, ProgramStartsWithFreshSignals) {
+TEST(PosixProcessOutput, ProgramStartsWithFreshSignals) {
   const auto handler = std::signal(SIGPIPE, SIG_IGN);
   sigset_t blocked;
   sigset_t before;

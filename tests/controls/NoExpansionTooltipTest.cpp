@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "controls/NoExpansionTooltip.h"
 #include "controls/TableView.h"
 #include "controls/TextField.h"
-#include "formatters/NoExpansionTooltip.h"
 
 namespace corvane {
 namespace {

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class LinuxPropertyListFiles : public PropertyListFiles {
+class PosixPropertyListFiles : public PropertyListFiles {
  public:
   /// A larger file counts as unreadable: settings are some kilobytes, and a file is held in memory whole.
   static constexpr std::size_t kSizeLimit = std::size_t{64} * 1024 * 1024;

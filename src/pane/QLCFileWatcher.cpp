@@ -1,4 +1,4 @@
-#include "configuration/QLCFileWatcher.h"
+#include "pane/QLCFileWatcher.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "platform/linux/RegularFile.h"
+#include "posix/RegularFile.h"
 
 #include <algorithm>
 #include <array>
@@ -7,11 +7,10 @@
 #include <cstdio>
 
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/FileDescriptor.h"
+#include "posix/Differences.h"
 
 namespace corvane {
 namespace {
@@ -49,8 +48,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
 
 std::optional<std::string> unpredictableName() {
   std::array<std::uint8_t, 16> random{};
-  if (::getrandom(random.data(), random.size(), 0) != static_cast<ssize_t>(random.size()))
-    return std::nullopt;
+  if (!fillWithRandomBytes(random.data(), random.size())) return std::nullopt;
   std::string name = ".corvane-";
   for (const std::uint8_t byte : random) {
     constexpr std::string_view kDigits = "0123456789abcdef";
@@ -81,7 +79,7 @@ bool replaceRegularFile(const std::string& path, std::string_view bytes) {
   const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
   if (name.empty() || name == "." || name == "..") return false;
 
-  const FileDescriptor folder(::open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const FileDescriptor folder(::open(folderPath.c_str(), kFolderToWorkBelow));
   const std::optional<std::string> temporary = unpredictableName();
   if (!folder || !temporary) return false;
   FileDescriptor file(

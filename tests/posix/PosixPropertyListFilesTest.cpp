@@ -6,9 +6,9 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "linux/OtherUser.h"
-#include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxPropertyListFiles.h"
+#include "posix/PosixFiles.h"
+#include "posix/PosixPropertyListFiles.h"
+#include "support/OtherUser.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {
@@ -28,12 +28,12 @@ mode_t modeOf(const std::string& path) {
 }
 
 Paths namesIn(const TemporaryFolder& folder) {
-  return LinuxFiles().walk(folder.path()).value_or(Paths{"(unreadable)"});
+  return PosixFiles().walk(folder.path()).value_or(Paths{"(unreadable)"});
 }
 
-TEST(LinuxPropertyListFiles, WhatIsWrittenReadsBackEqualAndAsFreshObjects) {
+TEST(PosixPropertyListFiles, WhatIsWrittenReadsBackEqualAndAsFreshObjects) {
   const TemporaryFolder folder;
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   const PropertyList first = files.read(folder / "a.plist");
   const PropertyList second = files.read(folder / "a.plist");
@@ -42,11 +42,11 @@ TEST(LinuxPropertyListFiles, WhatIsWrittenReadsBackEqualAndAsFreshObjects) {
   EXPECT_FALSE(first.isSameObject(second));
 }
 
-TEST(LinuxPropertyListFiles, WrittenFileIsXmlAloneInItsFolderAndTheUsersAloneWhateverTheUmask) {
+TEST(PosixPropertyListFiles, WrittenFileIsXmlAloneInItsFolderAndTheUsersAloneWhateverTheUmask) {
   for (const mode_t mask : {0U, 0777U}) {
     const TemporaryFolder folder;
     const mode_t before = ::umask(mask);
-    const bool written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
+    const bool written = PosixPropertyListFiles().write(folder / "a.plist", sample());
     ::umask(before);
     ASSERT_TRUE(written);
     EXPECT_EQ(folder.readFile("a.plist").substr(0, 6), "<?xml ");
@@ -55,12 +55,12 @@ TEST(LinuxPropertyListFiles, WrittenFileIsXmlAloneInItsFolderAndTheUsersAloneWha
   }
 }
 
-TEST(LinuxPropertyListFiles, WhatIsNotAReadablePropertyListIsNothing) {
+TEST(PosixPropertyListFiles, WhatIsNotAReadablePropertyListIsNothing) {
   const TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
   std::filesystem::create_symlink("a", folder / "b");
   std::filesystem::create_symlink("b", folder / "a");
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   for (const std::string& path :
        {folder / "missing", folder / "fifo", folder.path(), folder / "a", std::string("/dev/null"),
         folder.writeFile("empty"), folder.writeFile("text", "no property list")}) {
@@ -68,45 +68,45 @@ TEST(LinuxPropertyListFiles, WhatIsNotAReadablePropertyListIsNothing) {
   }
 }
 
-TEST(LinuxPropertyListFiles, FileBeyondTheSizeLimitIsNothing) {
+TEST(PosixPropertyListFiles, FileBeyondTheSizeLimitIsNothing) {
   const TemporaryFolder folder;
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   ASSERT_TRUE(files.read(folder / "a.plist"));
-  std::filesystem::resize_file(folder / "a.plist", LinuxPropertyListFiles::kSizeLimit + 1);
+  std::filesystem::resize_file(folder / "a.plist", PosixPropertyListFiles::kSizeLimit + 1);
   EXPECT_FALSE(files.read(folder / "a.plist"));
 }
 
-TEST(LinuxPropertyListFiles, LinkAtThePathIsReplacedAndItsTargetKept) {
+TEST(PosixPropertyListFiles, LinkAtThePathIsReplacedAndItsTargetKept) {
   const TemporaryFolder folder;
   folder.writeFile("victim", "precious");
   std::filesystem::create_symlink("victim", folder / "a.plist");
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   EXPECT_EQ(folder.readFile("victim"), "precious");
   EXPECT_FALSE(std::filesystem::is_symlink(folder / "a.plist"));
   EXPECT_EQ(files.read(folder / "a.plist"), sample());
 }
 
-TEST(LinuxPropertyListFiles, SecondNameOfAFileAtThePathKeepsItsContents) {
+TEST(PosixPropertyListFiles, SecondNameOfAFileAtThePathKeepsItsContents) {
   const TemporaryFolder folder;
   std::filesystem::create_hard_link(folder.writeFile("victim", "precious"), folder / "a.plist");
-  ASSERT_TRUE(LinuxPropertyListFiles().write(folder / "a.plist", sample()));
+  ASSERT_TRUE(PosixPropertyListFiles().write(folder / "a.plist", sample()));
   EXPECT_EQ(folder.readFile("victim"), "precious");
 }
 
-TEST(LinuxPropertyListFiles, FifoAtThePathIsReplacedWithoutWaiting) {
+TEST(PosixPropertyListFiles, FifoAtThePathIsReplacedWithoutWaiting) {
   const TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "a.plist").c_str(), 0600), 0);
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   EXPECT_EQ(files.read(folder / "a.plist"), sample());
 }
 
-TEST(LinuxPropertyListFiles, FailedWriteLeavesTheFolderAsItWas) {
+TEST(PosixPropertyListFiles, FailedWriteLeavesTheFolderAsItWas) {
   const TemporaryFolder folder;
   folder.makeFolder("a.plist");
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   EXPECT_FALSE(files.write(folder / "a.plist", sample()));
   EXPECT_FALSE(files.write(folder / "missing/a.plist", sample()));
   EXPECT_FALSE(files.write(folder.path() + "/", sample()));
@@ -116,17 +116,17 @@ TEST(LinuxPropertyListFiles, FailedWriteLeavesTheFolderAsItWas) {
   EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
 }
 
-TEST(LinuxPropertyListFiles, ValueThatHasNoXmlFormLeavesTheOldFile) {
+TEST(PosixPropertyListFiles, ValueThatHasNoXmlFormLeavesTheOldFile) {
   const TemporaryFolder folder;
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   EXPECT_FALSE(files.write(folder / "a.plist", PropertyList()));
   EXPECT_EQ(files.read(folder / "a.plist"), sample());
 }
 
-TEST(LinuxPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
+TEST(PosixPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
   const TemporaryFolder folder;
-  LinuxPropertyListFiles files;
+  PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample("old")));
   // A limit on the size of files makes the write fail half-way, as a full disk does.
   rlimit before{};
@@ -143,7 +143,7 @@ TEST(LinuxPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
   EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
 }
 
-TEST(LinuxPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
+TEST(PosixPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
   if (!OtherUser::isPossible()) GTEST_SKIP() << "NOT TESTED: this needs root to act as two users";
   const TemporaryFolder folder;
   ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
@@ -151,7 +151,7 @@ TEST(LinuxPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
   bool written = true;
   {
     const OtherUser nobody;
-    written = LinuxPropertyListFiles().write(folder / "a.plist", sample());
+    written = PosixPropertyListFiles().write(folder / "a.plist", sample());
   }
   EXPECT_FALSE(written);
   EXPECT_EQ(folder.readFile("a.plist"), "of root");

@@ -7,7 +7,7 @@
 
 #include <dirent.h>
 
-#include "platform/linux/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -7,15 +7,15 @@
 
 namespace corvane {
 
-class LinuxProcessOutput : public ProcessOutput {
+class PosixProcessOutput : public ProcessOutput {
  public:
   struct Limits {
     double seconds = 10;                               // for the whole run
     std::size_t bytes = std::size_t{8} * 1024 * 1024;  // of output
   };
 
-  LinuxProcessOutput() = default;
-  explicit LinuxProcessOutput(Limits limits) : limits_(limits) {}
+  PosixProcessOutput() = default;
+  explicit PosixProcessOutput(Limits limits) : limits_(limits) {}
 
   /// The program is an absolute path. It reads nothing from us, inherits no descriptor, its messages go to
   /// our standard error. When a limit is passed, it and what it started are killed and the answer is nothing.

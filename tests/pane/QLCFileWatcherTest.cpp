@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "configuration/QLCFileWatcher.h"
+#include "pane/QLCFileWatcher.h"
 #include "support/ScriptedFileEventQueues.h"
 
 namespace corvane {

@@ -6,10 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "linux/Isolated.h"
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxSystemLog.h"
-#include "platform/linux/ProcessSignals.h"
+#include "posix/FileDescriptor.h"
+#include "posix/Signals.h"
+#include "support/Isolated.h"
 
 namespace corvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxProcessOutput.h"
+#include "posix/PosixProcessOutput.h"
 
 #include <algorithm>
 #include <array>
@@ -9,13 +9,12 @@
 
 #include <poll.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "helper/Launch.h"
-#include "platform/linux/FileDescriptor.h"
-#include "platform/linux/SpawnSettings.h"
+#include "posix/Differences.h"
+#include "posix/Pipe.h"
+#include "posix/SpawnSettings.h"
 
 namespace corvane {
 namespace {
@@ -56,11 +55,11 @@ void reap(pid_t child) {
 
 }  // namespace
 
-std::optional<std::string> LinuxProcessOutput::outputOf(const std::string& program,
+std::optional<std::string> PosixProcessOutput::outputOf(const std::string& program,
                                                         const std::vector<std::string>& arguments) {
   const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                            std::chrono::duration<double>(limits_.seconds));
-  auto pipe = helper::makePipe();
+  auto pipe = makePipe();
   if (!pipe.readEnd) return std::nullopt;
 
   std::vector<char*> vector;
@@ -71,14 +70,14 @@ std::optional<std::string> LinuxProcessOutput::outputOf(const std::string& progr
   pid_t child = 0;
   const SpawnSettings settings({.output = pipe.writeEnd.get()}, SpawnSettings::Group::ItsOwn);
   if (::posix_spawn(&child, program.c_str(), settings.actions(), settings.attributes(), vector.data(),
-                    environ) != 0) {
+                    ownEnvironment()) != 0) {
     return std::nullopt;
   }
   pipe.writeEnd.reset();
 
   std::optional<std::string> output = readAll(pipe.readEnd.get(), limits_.bytes, deadline);
   // A program may close its output and go on; its end is awaited under the same deadline.
-  const FileDescriptor process(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+  const auto process = watchEndOf(child);
   if (!output || !process || !waitForInput(process.get(), deadline)) {
     output.reset();
     ::kill(-child, SIGKILL);

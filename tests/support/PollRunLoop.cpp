@@ -1,4 +1,4 @@
-#include "platform/linux/PollRunLoop.h"
+#include "support/PollRunLoop.h"
 
 #include <algorithm>
 #include <chrono>

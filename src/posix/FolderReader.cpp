@@ -1,4 +1,4 @@
-#include "platform/linux/FolderReader.h"
+#include "posix/FolderReader.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

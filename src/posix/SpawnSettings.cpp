@@ -1,9 +1,11 @@
-#include "platform/linux/SpawnSettings.h"
+#include "posix/SpawnSettings.h"
 
 #include <csignal>
 
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "posix/Differences.h"
 
 namespace corvane {
 
@@ -19,19 +21,19 @@ SpawnSettings::SpawnSettings(Streams streams, Group group) {
   give(streams.input, STDIN_FILENO);
   give(streams.output, STDOUT_FILENO);
   if (streams.errors != STDERR_FILENO) give(streams.errors, STDERR_FILENO);
-  ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+  const int onlyStreams = keepStandardStreamsOnly(actions_);
 
   ::posix_spawnattr_init(&attributes_);
   sigset_t none;
   sigset_t all;
-  ::sigemptyset(&none);
-  ::sigfillset(&all);
+  sigemptyset(&none);
+  sigfillset(&all);
   ::posix_spawnattr_setsigmask(&attributes_, &none);
   ::posix_spawnattr_setsigdefault(&attributes_, &all);
   ::posix_spawnattr_setpgroup(&attributes_, 0);
   const int ownGroup = group == Group::ItsOwn ? POSIX_SPAWN_SETPGROUP : 0;
-  ::posix_spawnattr_setflags(&attributes_,
-                             static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | ownGroup));
+  ::posix_spawnattr_setflags(&attributes_, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
+                                                              ownGroup | onlyStreams));
 }
 
 SpawnSettings::~SpawnSettings() {

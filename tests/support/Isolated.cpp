@@ -1,4 +1,4 @@
-#include "linux/Isolated.h"
+#include "support/Isolated.h"
 
 #include <cstdio>
 #include <fstream>

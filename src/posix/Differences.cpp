@@ -1,0 +1,72 @@
+#include "posix/Differences.h"
+
+#include <unistd.h>
+
+#if defined(__APPLE__)
+#include <crt_externs.h>
+#include <sys/event.h>
+#include <sys/random.h>
+#else
+#include <sys/random.h>
+#include <sys/syscall.h>
+#endif
+
+namespace corvane {
+
+#if defined(__APPLE__)
+
+timespec modificationTime(const struct stat& status) { return status.st_mtimespec; }
+
+bool fillWithRandomBytes(void* bytes, std::size_t count) { return ::getentropy(bytes, count) == 0; }
+
+bool openPipe(int (&ends)[2]) {
+  if (::pipe(ends) != 0) return false;
+  for (const int end : ends) (void)::fcntl(end, F_SETFD, FD_CLOEXEC);
+  return true;
+}
+
+FileDescriptor watchEndOf(pid_t child) {
+  FileDescriptor queue(::kqueue());
+  if (!queue) return {};
+  (void)::fcntl(queue.get(), F_SETFD, FD_CLOEXEC);
+  struct kevent ending {};
+  EV_SET(&ending, static_cast<uintptr_t>(child), EVFILT_PROC, EV_ADD, NOTE_EXIT, 0, nullptr);
+  // A child that has ended already can't be watched any more, and is told of at once.
+  if (::kevent(queue.get(), &ending, 1, nullptr, 0, nullptr) == 0) return queue;
+  EV_SET(&ending, 1, EVFILT_USER, EV_ADD, NOTE_TRIGGER, 0, nullptr);
+  return ::kevent(queue.get(), &ending, 1, nullptr, 0, nullptr) == 0 ? std::move(queue) : FileDescriptor();
+}
+
+int keepStandardStreamsOnly(posix_spawn_file_actions_t& actions) {
+  for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+    ::posix_spawn_file_actions_addinherit_np(&actions, stream);
+  }
+  return POSIX_SPAWN_CLOEXEC_DEFAULT;
+}
+
+char** ownEnvironment() { return *::_NSGetEnviron(); }
+
+#else
+
+timespec modificationTime(const struct stat& status) { return status.st_mtim; }
+
+bool fillWithRandomBytes(void* bytes, std::size_t count) {
+  return ::getrandom(bytes, count, 0) == static_cast<ssize_t>(count);
+}
+
+bool openPipe(int (&ends)[2]) { return ::pipe2(ends, O_CLOEXEC) == 0; }
+
+FileDescriptor watchEndOf(pid_t child) {
+  return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+}
+
+int keepStandardStreamsOnly(posix_spawn_file_actions_t& actions) {
+  ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+  return 0;
+}
+
+char** ownEnvironment() { return environ; }
+
+#endif
+
+}  // namespace corvane

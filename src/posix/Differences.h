@@ -1,0 +1,38 @@
+// What Linux and macOS do not do alike, each as one function of the same meaning on both. Nothing else of
+// this folder asks which system it is compiled for.
+#pragma once
+
+#include <cstddef>
+#include <ctime>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#include "posix/FileDescriptor.h"
+
+namespace corvane {
+
+/// Opens a folder to work below it. Where the system has descriptors that only name a file, the folder need
+/// not be readable.
+#if defined(__APPLE__)
+inline constexpr int kFolderToWorkBelow = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+#else
+inline constexpr int kFolderToWorkBelow = O_PATH | O_DIRECTORY | O_CLOEXEC;
+#endif
+
+[[nodiscard]] timespec modificationTime(const struct stat& status);
+/// Bytes that nobody can predict; false when none can be had.
+[[nodiscard]] bool fillWithRandomBytes(void* bytes, std::size_t count);
+/// Like pipe(2), both ends closed in programs that are started.
+[[nodiscard]] bool openPipe(int (&ends)[2]);
+/// A descriptor that becomes readable when the child has ended; none when it can't be watched.
+[[nodiscard]] FileDescriptor watchEndOf(pid_t child);
+/// Programs started with these are given no descriptor but the standard streams; answers the flag that does
+/// it, or 0 where an action does.
+[[nodiscard]] int keepStandardStreamsOnly(posix_spawn_file_actions_t& actions);
+/// The environment of this process, for programs that it starts.
+[[nodiscard]] char** ownEnvironment();
+
+}  // namespace corvane
