@@ -6,7 +6,7 @@
 namespace corvane {
 
 PropertyList PosixPropertyListFiles::read(const std::string& path) {
-  const auto bytes = readRegularFile(path, kSizeLimit);
+  const auto bytes = readRegularFile(path, kLargestPropertyListFile);
   return bytes ? readPropertyList(*bytes) : PropertyList();
 }
 

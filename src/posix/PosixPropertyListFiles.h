@@ -1,17 +1,12 @@
 // Property-list files through the product's own codec. Stateless.
 #pragma once
 
-#include <cstddef>
-
 #include "platform/PropertyListFiles.h"
 
 namespace corvane {
 
 class PosixPropertyListFiles : public PropertyListFiles {
  public:
-  /// A larger file counts as unreadable: settings are some kilobytes, and a file is held in memory whole.
-  static constexpr std::size_t kSizeLimit = std::size_t{64} * 1024 * 1024;
-
   [[nodiscard]] PropertyList read(const std::string& path) override;
   /// The new file has mode 0600 whatever the umask: what is written here is staged in a folder of all users,
   /// also settings that nobody but root can read, passwords among them. Its mode is not the target's: whoever

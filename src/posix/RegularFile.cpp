@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <new>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -69,7 +70,11 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
   if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   const auto size = static_cast<std::size_t>(status.st_size);
   if (size > limit) return std::nullopt;
-  return readToEnd(file.get(), size, limit);
+  try {
+    return readToEnd(file.get(), size, limit);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;  // a large file must not end the program
+  }
 }
 
 bool replaceRegularFile(const std::string& path, std::string_view bytes) {

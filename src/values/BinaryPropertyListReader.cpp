@@ -1,6 +1,7 @@
 // Reader of the binary format: a header, objects that name each other by number, a table of the objects'
 // places, and a trailer that describes the table. Every number in the file is distrusted; nothing is read
 // outside the objects' part.
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -166,13 +167,12 @@ struct Object {
   if (!length) return std::nullopt;
   if (object.marker == Marker::AsciiString) {
     const auto bytes = object.take(*length);
-    if (!bytes) return std::nullopt;
-    for (const char byte : *bytes) {
-      if (static_cast<std::uint8_t>(byte) >= 0x80) return std::nullopt;
-    }
-    return std::string(*bytes);
+    // Bytes beyond ASCII are Latin-1, as on a Mac.
+    return bytes ? std::optional(utf8FromLatin1(*bytes)) : std::nullopt;
   }
-  if (object.marker != Marker::Utf16String || *length > object.rest.size() / 2) return std::nullopt;
+  // A Mac writes an empty text as ASCII, and takes an empty one in UTF-16 for a fault.
+  if (object.marker != Marker::Utf16String || *length == 0 || *length > object.rest.size() / 2)
+    return std::nullopt;
   return utf8FromUtf16(object.rest.substr(0, *length * 2), ByteOrder::BigEndian);
 }
 
@@ -213,7 +213,8 @@ struct Object {
 /// are finished, so that a file cannot exhaust the program's.
 class TreeBuilder {
  public:
-  TreeBuilder(const ObjectTable& table, std::size_t fileSize) : table_(table), budget_(budgetFor(fileSize)) {}
+  TreeBuilder(const ObjectTable& table, std::size_t fileSize)
+      : table_(table), allowance_(allowanceFor(fileSize)) {}
 
   [[nodiscard]] PropertyList build() {
     if (!begin(table_.top())) return {};
@@ -234,17 +235,35 @@ class TreeBuilder {
   };
 
   /// An object that is referred to from several places is read into each of them, since values can be changed
-  /// in place. A small file could so stand for an endless tree; what a tree may take in memory is bounded by
-  /// the file's size.
-  [[nodiscard]] static std::size_t budgetFor(std::size_t fileSize) noexcept {
-    return (4U << 20) + 256 * fileSize;
+  /// in place. A small file could so stand for an endless tree; what reading it takes in memory, all told, is
+  /// bounded by 256 times the file's size and 4 MB. Set aside are the stack of open containers and the one
+  /// text or data that is read before it is paid for.
+  [[nodiscard]] static std::size_t allowanceFor(std::size_t fileSize) noexcept {
+    return (4U << 20) - (256U << 10) + (256 - 4) * fileSize;
   }
 
-  [[nodiscard]] bool spend(std::size_t bytes) noexcept {
-    constexpr std::size_t perValue = 16;
-    if (bytes + perValue > budget_) return false;
-    budget_ -= bytes + perValue;
+  [[nodiscard]] bool pay(std::size_t bytes) noexcept {
+    if (bytes > allowance_) return false;
+    allowance_ -= bytes;
     return true;
+  }
+  /// Pays for a block as the general allocator takes it: rounded up, with a note beside it, and for a large
+  /// one with the rest of its last page.
+  [[nodiscard]] bool payForBlock(std::size_t size) noexcept {
+    return size == 0 || pay(std::max<std::size_t>(32, (size + 8 + 15) / 16 * 16) + size / 32);
+  }
+  [[nodiscard]] bool payForNode() noexcept { return pay(64); }  // the largest one as a block
+  [[nodiscard]] bool payForText(const std::string& text) noexcept {
+    // A short text stands in the object itself.
+    static const std::size_t withoutBlock = std::string().capacity();
+    return text.capacity() <= withoutBlock || payForBlock(text.capacity() + 1);
+  }
+  [[nodiscard]] bool payFor(const PropertyList& value) noexcept {
+    if (!payForNode()) return false;
+    if (const std::string* text = value.asString()) return payForText(*text);
+    if (const PropertyList::Bytes* data = value.asData()) return payForBlock(data->capacity());
+    // An archive's identifier: a dictionary with a number in it.
+    return !value.asDictionary() || (payForNode() && payForBlock(sizeof(Dictionary::Entry)));
   }
 
   /// Reads the object as the next child of the innermost container, or opens it as a container of its own.
@@ -255,11 +274,7 @@ class TreeBuilder {
     // An archive's identifier becomes a dictionary, which is a level too.
     if (object->marker == Marker::ArchiveIdentifier && open_.size() == nestingLimit) return false;
     PropertyList value = readScalar(*object);
-    if (!value) return false;
-    const std::string* text = value.asString();
-    const PropertyList::Bytes* data = value.asData();
-    if (!spend(text != nullptr ? text->size() : data != nullptr ? data->size() : 0)) return false;
-    return finish(std::move(value));
+    return value && payFor(value) && finish(std::move(value));
   }
 
   [[nodiscard]] bool open(Object object) {
@@ -271,9 +286,11 @@ class TreeBuilder {
     if (*count > object.rest.size() / sizePerChild) return false;
     container.references = object.rest.substr(0, *count * sizePerChild);
     container.count = *count;
-    // A file can claim the same references for many containers, so their room is paid for before it is taken.
-    const std::size_t room = container.isDictionary ? sizeof(Dictionary::Entry) : sizeof(PropertyList);
-    if (!spend(*count * room)) return false;
+    // A file can claim the same references for many containers, so their room is paid for before it is taken;
+    // that of a dictionary once and a half, since its keys may have to be sorted.
+    constexpr std::size_t entry = sizeof(Dictionary::Entry) * 3 / 2;
+    const std::size_t room = *count * (container.isDictionary ? entry : sizeof(PropertyList));
+    if (!payForNode() || !payForBlock(room)) return false;
     if (container.isDictionary) {
       container.entries.reserve(*count);
     } else {
@@ -295,7 +312,7 @@ class TreeBuilder {
     if (!container.isDictionary) return begin(reference(container, index));
     const auto key = Object::at(table_.object(reference(container, index)));
     auto text = key ? readText(*key) : std::nullopt;
-    if (!text || !spend(text->size())) return false;
+    if (!text || !payForText(*text)) return false;
     container.entries.emplace_back(std::move(*text), PropertyList());
     return begin(reference(container, container.count + index));
   }
@@ -320,7 +337,7 @@ class TreeBuilder {
   }
 
   const ObjectTable& table_;
-  std::size_t budget_;
+  std::size_t allowance_;
   std::vector<Container> open_;
   PropertyList finished_;
 };

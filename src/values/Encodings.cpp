@@ -20,6 +20,12 @@ namespace {
 [[nodiscard]] bool isHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
 [[nodiscard]] bool isLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
 
+/// How many bytes a unit of UTF-16 takes in UTF-8; the halves of a pair two each.
+[[nodiscard]] std::size_t utf8Length(char32_t unit) noexcept {
+  if (unit < 0x80) return 1;
+  return unit < 0x800 || isHighSurrogate(unit) || isLowSurrogate(unit) ? 2 : 3;
+}
+
 /// How many of the bytes at the front are ASCII, in steps of eight.
 [[nodiscard]] std::size_t asciiPrefix(std::string_view bytes) noexcept {
   constexpr std::uint64_t highBits = 0x8080808080808080U;
@@ -83,7 +89,9 @@ bool isUtf8(std::string_view bytes) noexcept {
 std::optional<std::string> utf8FromUtf16(std::string_view bytes, ByteOrder order) {
   if (bytes.size() % 2 != 0) return std::nullopt;
   std::string text;
-  text.reserve(bytes.size() / 2);
+  std::size_t length = 0;
+  for (std::size_t at = 0; at < bytes.size(); at += 2) length += utf8Length(utf16Unit(bytes, at, order));
+  text.reserve(length);
   for (std::size_t at = 0; at < bytes.size(); at += 2) {
     char32_t codePoint = utf16Unit(bytes, at, order);
     if (isHighSurrogate(codePoint) && at + 2 < bytes.size()) {
@@ -101,7 +109,7 @@ std::optional<std::string> utf8FromUtf16(std::string_view bytes, ByteOrder order
 std::optional<std::string> utf8FromUtf32(std::string_view bytes, ByteOrder order) {
   if (bytes.size() % 4 != 0) return std::nullopt;
   std::string text;
-  text.reserve(bytes.size() / 4);
+  text.reserve(bytes.size());  // the longest form of a character is as long
   for (std::size_t at = 0; at < bytes.size(); at += 4) {
     const char32_t first = utf16Unit(bytes, at, order);
     const char32_t second = utf16Unit(bytes, at + 2, order);
@@ -113,7 +121,10 @@ std::optional<std::string> utf8FromUtf32(std::string_view bytes, ByteOrder order
 
 std::string utf8FromLatin1(std::string_view bytes) {
   std::string text;
-  text.reserve(bytes.size() + bytes.size() / 8);
+  std::size_t length = 0;
+  for (std::size_t at = 0; at < bytes.size(); ++at) length += byteAt(bytes, at) < 0x80 ? 1 : 2;
+  text.reserve(length);
+  if (length == bytes.size()) return text.assign(bytes);
   for (std::size_t at = 0; at < bytes.size(); ++at) (void)appendUtf8(text, byteAt(bytes, at));
   return text;
 }

@@ -79,9 +79,11 @@ class Writer {
     text_ = header;
     if (!begin(root)) return std::nullopt;
     while (!open_.empty()) {
-      if (!step()) return std::nullopt;
+      // Nodes may stand in several places, so that few of them can stand for an endless text.
+      if (!step() || text_.size() > kLargestPropertyListFile) return std::nullopt;
     }
     text_ += footer;
+    if (text_.size() > kLargestPropertyListFile) return std::nullopt;
     return std::move(text_);
   }
 
@@ -204,6 +206,6 @@ class Writer {
 
 }  // namespace
 
-std::optional<std::string> writeXmlPropertyList(const PropertyList& value) { return Writer().write(value); }
+std::optional<std::string> xmlOfPropertyList(const PropertyList& value) { return Writer().write(value); }
 
 }  // namespace corvane

@@ -57,7 +57,6 @@ class XmlScanner {
   void skipBlanks() noexcept;
   [[nodiscard]] bool skipPast(std::string_view end) noexcept;
   [[nodiscard]] bool skipDocumentType() noexcept;
-  [[nodiscard]] bool skipInternalSubset() noexcept;
 
   std::string_view rest_;
 };

@@ -5,11 +5,14 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "posix/PosixFiles.h"
 #include "posix/PosixPropertyListFiles.h"
 #include "support/OtherUser.h"
 #include "support/TemporaryFolder.h"
+#include "values/PropertyListCodec.h"
 
 namespace corvane {
 namespace {
@@ -73,9 +76,25 @@ TEST(PosixPropertyListFiles, FileBeyondTheSizeLimitIsNothing) {
   PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
   ASSERT_TRUE(files.read(folder / "a.plist"));
-  std::filesystem::resize_file(folder / "a.plist", PosixPropertyListFiles::kSizeLimit + 1);
+  std::filesystem::resize_file(folder / "a.plist", kLargestPropertyListFile + 1);
   EXPECT_FALSE(files.read(folder / "a.plist"));
 }
+
+#if !defined(__SANITIZE_ADDRESS__)  // which itself takes more than any limit
+TEST(PosixPropertyListFiles, FileForWhichThereIsNoMemoryIsNothing) {
+  const TemporaryFolder folder;
+  std::filesystem::resize_file(folder.writeFile("a.plist"), kLargestPropertyListFile);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const rlimit limit{kLargestPropertyListFile, kLargestPropertyListFile};
+    if (::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(2);
+    ::_exit(PosixPropertyListFiles().read(folder / "a.plist") ? 1 : 0);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+}
+#endif
 
 TEST(PosixPropertyListFiles, LinkAtThePathIsReplacedAndItsTargetKept) {
   const TemporaryFolder folder;

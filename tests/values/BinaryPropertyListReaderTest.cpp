@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "values/BinaryFile.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane {
@@ -10,33 +11,8 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string bigEndian(std::uint64_t value, std::size_t size) {
-  std::string bytes;
-  for (std::size_t i = size; i-- > 0;) bytes += static_cast<char>(i < 8 ? value >> 8 * i & 0xFF : 0);
-  return bytes;
-}
-
-/// A file of these objects, of which the first is the root.
-struct File {
-  std::vector<std::string> objects;
-  std::size_t offsetSize = 1;
-  std::size_t referenceSize = 1;
-  std::uint64_t top = 0;
-  std::string signature = "bplist00";
-
-  std::string bytes() const {
-    std::string result = signature;
-    std::vector<std::size_t> offsets;
-    for (const auto& object : objects) {
-      offsets.push_back(result.size());
-      result += object;
-    }
-    const std::size_t table = result.size();
-    for (const std::size_t offset : offsets) result += bigEndian(offset, offsetSize);
-    return result + std::string(6, '\0') + bigEndian(offsetSize, 1) + bigEndian(referenceSize, 1) +
-           bigEndian(objects.size(), 8) + bigEndian(top, 8) + bigEndian(table, 8);
-  }
-};
+using test::bigEndian;
+using File = test::BinaryFile;
 
 PropertyList read(std::vector<std::string> objects) {
   return readPropertyList(File{std::move(objects)}.bytes());
@@ -80,7 +56,10 @@ TEST(BinaryPropertyListReader, ReadsEveryKindOfScalar) {
       {"\x5F\x11\0\3"
        "abc"s,
        text("abc")},
-      {"\x60"s, text("")},
+      {"\x51\x80"s, text("\xC2\x80")},  // what is no ASCII is Latin-1
+      {"\x53"
+       "a\xE9\xFF"s,
+       text("a\xC3\xA9\xC3\xBF")},
       {"\x61\x20\xAC"s, text("\xE2\x82\xAC")},
       {"\x62\xD8\x3D\xDE\x00"s, text("\xF0\x9F\x98\x80")},
       {"\xA0"s, Array::make()},
@@ -125,9 +104,9 @@ TEST(BinaryPropertyListReader, ABadScalarMakesTheFileUnreadable) {
            "\x51"s,
            "\x52"
            "a"s,
-           "\x51\x80"s,
-           "\x51\xC3"s,
            "\x5F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s,
+           "\x60"s,
+           "\x6F\x10\0"s,  // an empty text in UTF-16
            "\x61\0"s,
            "\x61\xD8\x3D"s,
            "\x61\xDE\0"s,
@@ -388,6 +367,11 @@ TEST(BinaryPropertyListReader, ASmallFileCannotStandForAnEndlessTree) {
   keys.objects = {dictionary, "\x5F\x12"s + bigEndian(100'000, 4) + std::string(100'000, 'k'), "\x09"s};
   keys.offsetSize = 4;
   EXPECT_FALSE(readPropertyList(keys.bytes()));
+}
+
+TEST(BinaryPropertyListReader, AKeyBeyondAsciiIsLatin1Too) {
+  EXPECT_EQ(read({"\xD1\1\2"s, "\x52z\xFC"s, "\x09"s}),
+            Dictionary::make({{"z\xC3\xBC", PropertyList::boolean(true)}}));
 }
 
 TEST(BinaryPropertyListReader, AnObjectReferredToTwiceIsReadIntoTwo) {
