@@ -4,6 +4,7 @@
 #include <QLineEdit>
 
 #include "Events.h"
+#include "InputMethod.h"
 #include "binders/OutlineViewBinder.h"
 #include "formatters/CustomTextFieldCellFormatter.h"
 #include "formatters/MyNumberFormatter.h"
@@ -170,6 +171,60 @@ TEST_F(CellEditor, RefusedKeystrokesAreNotTaken) {
   clickCell();
   type(*editor<QLineEdit>(), "abc");
   EXPECT_EQ(editor<QLineEdit>()->text(), QStringLiteral("ab"));
+}
+
+TEST_F(CellEditor, WhatAnInputMethodGivesIsCheckedToo) {
+  auto formatter = std::make_shared<CustomTextFieldCellFormatter>();
+  formatter->setMaximumLength(5);
+  TextFieldCell open = textField();
+  open.formatter = formatter;
+  SecureTextFieldCell secret;
+  secret.formatter = formatter;
+  for (const Cell& cell : {Cell(open), Cell(secret)}) {
+    show(cell, PropertyList::string("abcd"));
+    clickCell();
+    auto* edit = editor<QLineEdit>();
+    ASSERT_NE(edit, nullptr);
+    edit->end(false);
+    compose(*edit, "´");
+    commit(*edit, "éé");
+    EXPECT_EQ(edit->text(), QStringLiteral("abcd"));
+    commit(*edit, "é");
+    EXPECT_EQ(edit->text(), QStringLiteral("abcdé"));
+    press(window, Qt::Key_Escape);
+    ASSERT_TRUE(eventually([this] { return editor<QLineEdit>() == nullptr; }));
+  }
+}
+
+TEST_F(CellEditor, WhatAnInputMethodGivesToANumberIsCheckedToo) {
+  ComboBoxCell cell;
+  cell.editable = true;
+  cell.items = {0, 5, 10};
+  cell.formatter = std::make_shared<MyNumberFormatter>(0, 10, 0);
+  show(cell, PropertyList::integer(5));
+  clickCell();
+  auto* box = editor<QComboBox>();
+  ASSERT_NE(box, nullptr);
+  compose(*box, "´");
+  commit(*box, "é");
+  EXPECT_EQ(box->currentText(), QStringLiteral("5"));
+  commit(*box, "7");
+  EXPECT_EQ(box->currentText(), QStringLiteral("7"));
+  press(window, Qt::Key_Return);
+  ASSERT_TRUE(eventually([this] { return rows.edits.size() == 1U; }));
+  EXPECT_EQ(rows.edits[0], PropertyList::integer(7));
+}
+
+TEST_F(CellEditor, ARefusedKeystrokeKeepsTheUndoHistory) {
+  TextFieldCell cell = textField();
+  auto formatter = std::make_shared<CustomTextFieldCellFormatter>();
+  formatter->setMaximumLength(2);
+  cell.formatter = formatter;
+  show(cell);
+  clickCell();
+  type(*editor<QLineEdit>(), "abc");
+  press(window, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(editor<QLineEdit>()->text(), QString());
 }
 
 TEST_F(CellEditor, APasswordShowsBullets) {

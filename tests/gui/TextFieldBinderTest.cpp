@@ -1,7 +1,9 @@
+#include <QAccessible>
 #include <QLineEdit>
 #include <QPushButton>
 
 #include "Events.h"
+#include "InputMethod.h"
 #include "binders/TextFieldBinder.h"
 #include "formatters/CustomTextFieldCellFormatter.h"
 #include "formatters/MyNumberFormatter.h"
@@ -33,7 +35,7 @@ class TextFieldBinder : public ::testing::Test {
 
   TextField field{TextField::Role::Entry};
   QWidget window;
-  QLineEdit* edit = new QLineEdit(&window);
+  qt::EntryField* edit = new qt::EntryField(&window);
   QPushButton* other = new QPushButton(&window);
   int edits = 0;
   int changes = 0;
@@ -133,6 +135,75 @@ TEST_F(TextFieldBinder, PastedTextIsCheckedAsAWhole) {
   edit->selectAll();
   edit->insert(QStringLiteral("7x"));  // as pasting does
   EXPECT_EQ(edit->text(), QStringLiteral("5"));
+}
+
+TEST_F(TextFieldBinder, WhatADeadKeyGivesIsCheckedToo) {
+  limitTo(1, 6);
+  field.setIntValue(4);
+  edit->setCursorPosition(1);
+  compose(*edit, "´");
+  EXPECT_FALSE(field.editing());
+  commit(*edit, "é");
+  EXPECT_EQ(edit->text(), QStringLiteral("4"));
+  EXPECT_EQ(field.stringValue(), "4");
+  EXPECT_EQ(changes, 0);
+}
+
+TEST_F(TextFieldBinder, AComposingThatIsGivenUpDoesNotClearTheFieldWhoseTextWasSelected) {
+  limitTo(0, 60);
+  field.setIntValue(45);
+  edit->selectAll();
+  compose(*edit, "´");
+  commit(*edit, "é");
+  EXPECT_EQ(edit->text(), QStringLiteral("45"));
+  EXPECT_EQ(changes, 0);
+}
+
+TEST_F(TextFieldBinder, UndoingIsTyping) {
+  field.setStringValue("before");
+  edit->selectAll();
+  type(*edit, "after");
+  edit->undo();
+  EXPECT_EQ(field.stringValue(), "before");
+  EXPECT_TRUE(field.editing());
+}
+
+TEST_F(TextFieldBinder, AStoredNumberOutsideTheRangeIsNoLicenceToTypeAnything) {
+  limitTo(1, 60);
+  field.setIntValue(75);
+  edit->setCursorPosition(2);
+  type(*edit, "x");
+  EXPECT_EQ(edit->text(), QStringLiteral("75"));
+  edit->selectAll();
+  type(*edit, "5");
+  EXPECT_EQ(field.stringValue(), "5");
+  edit->undo();
+  EXPECT_EQ(edit->text(), QStringLiteral("5")) << "75 may not be typed, so it is not undone to";
+  EXPECT_EQ(field.stringValue(), "5");
+}
+
+TEST_F(TextFieldBinder, ATextThatAssistiveTechnologySetsIsStoredAlsoWithoutTheKeyboard) {
+  limitTo(1, 60);
+  field.setIntValue(45);
+  other->setFocus();
+  QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(edit);
+  ASSERT_NE(interface, nullptr);
+  interface->setText(QAccessible::Value, QStringLiteral("7"));
+  EXPECT_EQ(edits, 1);
+  EXPECT_EQ(field.objectValue(), PropertyList::integer(7));
+  interface->setText(QAccessible::Value, QStringLiteral("77"));
+  EXPECT_EQ(edits, 1);
+  EXPECT_EQ(edit->text(), QStringLiteral("7"));
+  EXPECT_FALSE(field.editing());
+}
+
+TEST_F(TextFieldBinder, NoTextIsTooLongForTheToolkit) {
+  const std::string text(40000, 'a');
+  field.setStringValue(text);
+  EXPECT_EQ(edit->text().toStdString(), text);
+  edit->setCursorPosition(0);
+  type(*edit, "b");
+  EXPECT_EQ(field.stringValue(), "b" + text);
 }
 
 }  // namespace

@@ -3,29 +3,27 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QStringListModel>
 #include <QStyleOption>
 #include <QWheelEvent>
-#include <limits>
 
 #include "Text.h"
-#include "widgets/KeystrokeGuard.h"
+#include "widgets/EntryField.h"
 
 namespace corvane::qt {
 namespace {
 
-/// Asks the cell about every text before it is taken.
-void guard(QLineEdit& edit, const CellReference& cell) {
-  new KeystrokeGuard(edit, [cell](const QString& proposed) -> std::optional<QString> {
+/// The cell is asked about every text before it is taken.
+EntryField::Owner ownerOf(const CellReference& cell) {
+  return [cell](const QString& proposed) -> std::optional<QString> {
     const PartialStringCheck check = OutlineView::checkPartialString(*cell, fromQString(proposed));
     if (check.valid) return proposed;
     if (check.newEditingString) return toQString(*check.newEditingString);
     return std::nullopt;
-  });
+  };
 }
 
 /// Hands the press that opened the editor on to it, so that a menu opens under the mouse.
@@ -35,20 +33,19 @@ void passOnPress(QWidget& editor, const QPoint& point) {
   QApplication::sendEvent(&editor, &press);
 }
 
-class FieldEditor final : public QLineEdit, public CellEditor {
+class FieldEditor final : public EntryField, public CellEditor {
  public:
   FieldEditor(const CellReference& cell, const std::string& text, const std::string& placeholder,
               QWidget* parent)
-      : QLineEdit(parent), before_(toQString(text)) {
-    setMaxLength(std::numeric_limits<int>::max());
+      : EntryField(parent), before_(toQString(text)) {
     setPlaceholderText(toQString(placeholder));
-    setText(before_);
-    guard(*this, cell);
+    showText(before_);
+    setOwner(ownerOf(cell));
   }
   void begin(std::optional<QPoint> /*press*/) override { selectAll(); }
   [[nodiscard]] std::optional<PropertyList> newValue() const override {
-    if (text() == before_) return std::nullopt;
-    return PropertyList::string(fromQString(text()));
+    if (standingText() == before_) return std::nullopt;
+    return PropertyList::string(fromQString(standingText()));
   }
 
  private:
@@ -58,8 +55,8 @@ class FieldEditor final : public QLineEdit, public CellEditor {
 class NumberEditor final : public QComboBox, public CellEditor {
  public:
   NumberEditor(const CellReference& cell, const ComboBoxCell& numbers, QWidget* parent)
-      : QComboBox(parent), before_(toQString(numbers.text)) {
-    setEditable(true);
+      : QComboBox(parent), field_(new EntryField), before_(toQString(numbers.text)) {
+    setLineEdit(field_);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);  // would put numbers in that nobody has typed
     // A range may hold very many numbers: none of them is measured.
@@ -69,19 +66,19 @@ class NumberEditor final : public QComboBox, public CellEditor {
     for (const std::int32_t number : numbers.items) items.append(QString::number(number));
     setModel(new QStringListModel(items, this));
     setCurrentIndex(static_cast<int>(items.indexOf(before_)));
-    setEditText(before_);
-    guard(*lineEdit(), cell);
+    field_->showText(before_);
+    field_->setOwner(ownerOf(cell));
     connect(this, &QComboBox::activated, this, [this] {
       if (!isTyping_ && onChosen) onChosen();
     });
   }
   void begin(std::optional<QPoint> press) override {
-    lineEdit()->selectAll();
+    field_->selectAll();
     if (press && isOnArrow(*press)) passOnPress(*this, *press);
   }
   [[nodiscard]] std::optional<PropertyList> newValue() const override {
-    if (currentText() == before_) return std::nullopt;
-    return PropertyList::string(fromQString(currentText()));
+    if (field_->standingText() == before_) return std::nullopt;
+    return PropertyList::string(fromQString(field_->standingText()));
   }
 
  protected:
@@ -100,6 +97,7 @@ class NumberEditor final : public QComboBox, public CellEditor {
            QStyle::SC_ComboBoxArrow;
   }
 
+  EntryField* field_;
   QString before_;
   bool isTyping_ = false;
 };

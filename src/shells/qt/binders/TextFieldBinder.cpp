@@ -4,19 +4,23 @@
 #include <QKeyEvent>
 
 #include "Text.h"
-#include "widgets/KeystrokeGuard.h"
 
 namespace corvane::qt {
 
-TextFieldBinder::TextFieldBinder(TextField& field, QLineEdit& widget)
-    : Binder(field, widget),
-      field_(field),
-      widget_(widget),
-      guard_(new KeystrokeGuard(widget, [this](const QString& proposed) { return textAfter(proposed); })) {
+TextFieldBinder::TextFieldBinder(TextField& field, EntryField& widget)
+    : Binder(field, widget), field_(field), widget_(widget) {
+  widget_.setOwner([this](const QString& proposed) { return textAfter(proposed); });
   widget_.installEventFilter(this);
+  connect(&widget_, &QLineEdit::textChanged, this, &TextFieldBinder::endEditingFromAfar);
   connect(&widget_, &QLineEdit::editingFinished, this, [this] { field_.endEditing(); });
   connect(&widget_, &QLineEdit::returnPressed, &widget_, &QLineEdit::selectAll);
   refresh();
+}
+
+/// Assistive technology sets a text as a whole in a field that need not have the keyboard, and so never
+/// leaves it.
+void TextFieldBinder::endEditingFromAfar() {
+  if (!widget_.hasFocus()) field_.endEditing();
 }
 
 /// Also a refused text may change what the field shows: the default, which it showed because a field with the
@@ -30,7 +34,7 @@ std::optional<QString> TextFieldBinder::textAfter(const QString& proposed) {
 
 void TextFieldBinder::show() {
   widget_.setPlaceholderText(toQString(field_.placeholder()));
-  guard_->setText(toQString(field_.stringValue()));
+  widget_.showText(toQString(field_.stringValue()));
 }
 
 bool TextFieldBinder::eventFilter(QObject* watched, QEvent* event) {

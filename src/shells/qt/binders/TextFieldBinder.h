@@ -1,31 +1,30 @@
-// Entry fields. Every keystroke is offered to the control, which may refuse or replace it.
+// Entry fields. Every text is offered to the control before it stands in the field; the control may refuse or
+// replace it.
 #pragma once
 
-#include <QLineEdit>
 #include <optional>
 
 #include "binders/Binder.h"
 #include "controls/TextField.h"
+#include "widgets/EntryField.h"
 
 namespace corvane::qt {
-
-class KeystrokeGuard;
 
 class TextFieldBinder final : public Binder {
   Q_OBJECT
 
  public:
-  TextFieldBinder(TextField& field, QLineEdit& widget);
+  TextFieldBinder(TextField& field, EntryField& widget);
 
  private:
   void show() override;
+  void endEditingFromAfar();
   bool eventFilter(QObject* watched, QEvent* event) override;
   /// What stands in the field once the text was offered; nothing when the offer changed nothing.
   [[nodiscard]] std::optional<QString> textAfter(const QString& proposed);
 
   TextField& field_;
-  QLineEdit& widget_;
-  KeystrokeGuard* guard_;
+  EntryField& widget_;
 };
 
 }  // namespace corvane::qt
