@@ -20,14 +20,14 @@ class StreamUnderTest {
   using Names = std::set<std::string>;
 
   /// Starts a stream over these paths below a temporary folder.
-  void start(const std::vector<std::string>& roots);
+  void start(const std::vector<std::string>& roots, bool mustStart = true);
   /// Takes up the events that wait. Time stands still.
-  void takeUpEvents();
+  void takeUpEvents() { static_cast<void>(numberOfWakeUps()); }
+  /// The same; answers with how often the run loop would have woken the stream.
+  [[nodiscard]] int numberOfWakeUps();
   /// The directories of the batches that are delivered by the end of the latency, relative to the temporary
   /// folder.
   Names changes();
-  /// The same after two seconds more, in which a stream without watches has looked again.
-  Names changesAfterALook();
 
   TemporaryFolder folder{TemporaryFolder::inMemory()};
   VirtualRunLoop loop;

@@ -7,18 +7,9 @@ namespace corvane {
 DirectoryBatch::DirectoryBatch(RunLoop& runLoop, double latency, Deliver deliver)
     : runLoop_(runLoop), latency_(latency), deliver_(std::move(deliver)) {}
 
-bool DirectoryBatch::add(const std::string& directory) {
-  if (directories_.size() >= kMostDirectories) return directories_.count(directory) != 0;
+void DirectoryBatch::add(const std::string& directory) {
   directories_.insert(directory);
   if (!timer_) timer_ = runLoop_.scheduleTimer(latency_, false, [this] { fire(); });
-  return true;
-}
-
-void DirectoryBatch::replaceBy(const std::vector<std::string>& directories) {
-  directories_.clear();
-  for (const auto& directory : directories) {
-    if (!add(directory)) return;
-  }
 }
 
 void DirectoryBatch::clear() {

@@ -3,7 +3,6 @@
 // so that a change of the clock of the machine has no effect.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <set>
@@ -17,18 +16,11 @@ namespace corvane {
 class DirectoryBatch {
  public:
   using Deliver = std::function<void(const std::vector<std::string>&)>;
-  /// A batch never holds more: where that many directories changed at once, which ones does not matter any
-  /// more.
-  static constexpr std::size_t kMostDirectories = 65536;
-
   DirectoryBatch(RunLoop& runLoop, double latency, Deliver deliver);
   DirectoryBatch(const DirectoryBatch&) = delete;
   DirectoryBatch& operator=(const DirectoryBatch&) = delete;
 
-  /// False, and nothing is added, when the batch is full.
-  [[nodiscard]] bool add(const std::string& directory);
-  /// Puts these in the place of everything gathered.
-  void replaceBy(const std::vector<std::string>& directories);
+  void add(const std::string& directory);
   /// Drops what was gathered; nothing is delivered.
   void clear();
 

@@ -1,16 +1,10 @@
 #include "platform/linux/LinuxDirectoryEvents.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 
-#include <sys/inotify.h>
-
 #include "platform/linux/DirectoryBatch.h"
-#include "platform/linux/DirectorySnapshot.h"
-#include "platform/linux/InotifyFolderWatches.h"
-#include "platform/linux/WatchedAncestors.h"
-#include "platform/linux/WatchedTree.h"
+#include "platform/linux/WatchedFolders.h"
 #include "posix/SystemError.h"
 #include "values/Text.h"
 
@@ -18,27 +12,7 @@ namespace corvane {
 namespace {
 
 constexpr std::string_view kNoWatches =
-    "Could not watch the client's directories (%@); looking at them every 2 seconds instead";
-constexpr double kSecondsBetweenLooks = 2;
-
-// IN_EXCL_UNLINK: a file that is still written after its removal is no change of the folder.
-constexpr std::uint32_t kTreeMask =
-    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY | IN_ATTRIB | IN_EXCL_UNLINK;
-// Attributes, since a folder may become readable.
-constexpr std::uint32_t kAncestorMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB;
-
-/// Everything that is made anew when events were lost.
-struct Watches {
-  Watches(const std::vector<std::string>& roots, const WatchedTree::Report& report)
-      : ancestors(ancestorWatches, roots), tree(treeWatches, roots, report) {}
-
-  InotifyFolderWatches ancestorWatches{kAncestorMask};
-  InotifyFolderWatches treeWatches{kTreeMask};
-  WatchedAncestors ancestors;
-  WatchedTree tree;
-  std::unique_ptr<RunLoop::Source> ancestorSource;
-  std::unique_ptr<RunLoop::Source> treeSource;
-};
+    "Could not watch the client's directories (%@); changes that others make are not seen";
 
 class Stream : public DirectoryEventStream {
  public:
@@ -55,24 +29,18 @@ class Stream : public DirectoryEventStream {
   void stop() override;
 
  private:
-  void build();
-  void fallBack(int error);
   void listen();
-  void look();
-  void readAncestors();
-  void readTree();
-  void afterReading(bool eventsWereLost);
-  void report(const std::string& directory);
+  void logProblem();
 
   RunLoop& runLoop_;
   SystemLog& log_;
   std::vector<std::string> roots_;
   DirectoryBatch batch_;
   bool scheduled_ = false;
-  bool started_ = false;
-  std::unique_ptr<Watches> watches_;  // while there are enough of them
-  DirectorySnapshot lastLook_;        // otherwise
-  std::unique_ptr<RunLoop::Source> lookTimer_;
+  bool problemIsLogged_ = false;
+  std::unique_ptr<WatchedFolders> watched_;  // while started
+  std::unique_ptr<RunLoop::Source> eventSource_;
+  std::unique_ptr<RunLoop::Source> mountSource_;
 };
 
 void Stream::scheduleWithRunLoop() {
@@ -82,99 +50,45 @@ void Stream::scheduleWithRunLoop() {
 
 void Stream::unscheduleFromRunLoop() {
   scheduled_ = false;
-  lookTimer_.reset();
-  if (!watches_) return;
-  watches_->ancestorSource.reset();
-  watches_->treeSource.reset();
+  eventSource_.reset();
+  mountSource_.reset();
 }
 
 bool Stream::start() {
-  if (started_) return false;
-  started_ = true;
-  build();
-  return true;
+  if (watched_) return false;
+  problemIsLogged_ = false;
+  watched_ = std::make_unique<WatchedFolders>(roots_, [this](const auto& folder) { batch_.add(folder); });
+  logProblem();
+  listen();
+  return watched_->events() >= 0;
 }
 
 void Stream::stop() {
-  started_ = false;
-  lookTimer_.reset();
-  watches_.reset();
+  eventSource_.reset();
+  mountSource_.reset();
+  watched_.reset();
   batch_.clear();
 }
 
-void Stream::build() {
-  watches_.reset();  // first of all: the watches of both would have to fit into the limit at once
-  watches_ = std::make_unique<Watches>(roots_, [this](const std::string& directory) { report(directory); });
-  if (!watches_->ancestorWatches.isOpen()) return fallBack(watches_->ancestorWatches.error());
-  if (!watches_->treeWatches.isOpen()) return fallBack(watches_->treeWatches.error());
-  watches_->ancestors.follow();
-  watches_->tree.build();
-  if (watches_->ancestors.isExhausted() || watches_->tree.isExhausted()) return fallBack(ENOSPC);
-  listen();
-}
-
-/// Gives all watches back, since other programs of the user need some too.
-void Stream::fallBack(int error) {
-  log_.write(formatText(kNoWatches, {systemErrorText(error)}));
-  watches_.reset();
-  lastLook_ = DirectorySnapshot(roots_);
-  listen();
-}
-
 void Stream::listen() {
-  if (!scheduled_ || !started_) return;
-  if (watches_) {
-    watches_->ancestorSource =
-        runLoop_.watchDescriptor(watches_->ancestorWatches.descriptor(), [this] { readAncestors(); });
-    watches_->treeSource =
-        runLoop_.watchDescriptor(watches_->treeWatches.descriptor(), [this] { readTree(); });
-  } else {
-    lookTimer_ = runLoop_.scheduleTimer(kSecondsBetweenLooks, true, [this] { look(); });
+  if (!scheduled_ || !watched_) return;
+  if (watched_->events() >= 0) {
+    eventSource_ = runLoop_.watchDescriptor(watched_->events(), [this] {
+      watched_->readEvents();
+      logProblem();
+    });
+  }
+  if (watched_->mounts() >= 0) {
+    mountSource_ = runLoop_.watchDescriptor(watched_->mounts(), [this] {
+      watched_->readMounts();
+      logProblem();
+    });
   }
 }
 
-void Stream::look() {
-  DirectorySnapshot now(roots_);
-  for (const auto& directory : now.changesSince(lastLook_)) report(directory);
-  lastLook_ = std::move(now);
-}
-
-void Stream::readAncestors() {
-  bool eventsWereLost = false;
-  bool waysChanged = false;
-  readInotifyEvents(watches_->ancestorWatches.descriptor(), [&](const InotifyEvent& event) {
-    eventsWereLost = eventsWereLost || (event.mask & IN_Q_OVERFLOW) != 0;
-    waysChanged = waysChanged || watches_->ancestors.concerns(event);
-  });
-  if (waysChanged) {
-    watches_->ancestors.follow();
-    watches_->tree.reconcileRoots();
-  }
-  afterReading(eventsWereLost);
-}
-
-void Stream::readTree() {
-  bool eventsWereLost = false;
-  readInotifyEvents(watches_->treeWatches.descriptor(), [&](const InotifyEvent& event) {
-    eventsWereLost = eventsWereLost || (event.mask & IN_Q_OVERFLOW) != 0;
-    if (!eventsWereLost) watches_->tree.handle(event);
-  });
-  afterReading(eventsWereLost);
-}
-
-void Stream::afterReading(bool eventsWereLost) {
-  if (eventsWereLost) {
-    for (const auto& root : roots_) report(root);
-    build();
-  } else if (watches_->ancestors.isExhausted() || watches_->tree.isExhausted()) {
-    // What is below the folder without a watch is unknown from here on.
-    for (const auto& root : roots_) report(root);
-    fallBack(ENOSPC);
-  }
-}
-
-void Stream::report(const std::string& directory) {
-  if (!batch_.add(directory)) batch_.replaceBy(roots_);
+void Stream::logProblem() {
+  if (watched_->problem() == 0 || std::exchange(problemIsLogged_, true)) return;
+  log_.write(formatText(kNoWatches, {systemErrorText(watched_->problem())}));
 }
 
 }  // namespace

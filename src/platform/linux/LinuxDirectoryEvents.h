@@ -1,10 +1,6 @@
-// Directory-change streams over inotify: recursive, with roots that may come, go and move at any time.
-//
-// Two sets of watches: one on every folder at and below the roots, one on every folder on the ways to them.
-// Directories are reported as spelled below the root that the caller gave, also when a link leads to that
-// root. Where the system has no watches left, the stream says so in the log once and looks at the folders
-// again every two seconds instead. What is mounted over a watched folder makes no event; its contents are
-// followed only after the next change beside it.
+// Directory-change streams over inotify and the table of mounts: over folders that may come, go and move at
+// any time. Where the system has no watch left, the stream says so in the log once, and the changes in what
+// is not watched are missed.
 #pragma once
 
 #include "platform/DirectoryEvents.h"

@@ -1,0 +1,74 @@
+#include "platform/linux/MountTable.h"
+
+#include <array>
+#include <cerrno>
+#include <sstream>
+
+#include <fcntl.h>
+#include <sys/epoll.h>
+#include <unistd.h>
+
+#include "values/Text.h"
+
+namespace corvane {
+namespace {
+
+std::string wholeText(int file) {
+  std::string text;
+  std::array<char, 16384> buffer{};
+  ::lseek(file, 0, SEEK_SET);
+  for (;;) {
+    const ssize_t count = ::read(file, buffer.data(), buffer.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return text;
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+}
+
+/// The kernel writes blanks, tabs, line breaks and backslashes as a backslash and three octal digits.
+std::string unescaped(const std::string& field) {
+  std::string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (field[i] == '\\' && i + 3 < field.size()) {
+      text += static_cast<char>(std::stoi(field.substr(i + 1, 3), nullptr, 8));
+      i += 3;
+    } else {
+      text += field[i];
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+MountTable::MountTable()
+    : table_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)), changes_(::epoll_create1(EPOLL_CLOEXEC)) {
+  // The table itself can always be read and tells of changes as urgent data, which no run loop waits for.
+  epoll_event urgent{};
+  urgent.events = EPOLLPRI;
+  if (!table_ || ::epoll_ctl(changes_.get(), EPOLL_CTL_ADD, table_.get(), &urgent) != 0) changes_.reset();
+  read();
+}
+
+void MountTable::read() {
+  epoll_event taken{};
+  if (changes_) ::epoll_wait(changes_.get(), &taken, 1, 0);
+  mounts_.clear();
+  std::istringstream lines(wholeText(table_.get()));
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    std::string number, parent, device, root, point;
+    if (!(fields >> number >> parent >> device >> root >> point)) continue;
+    mounts_.insert({number, deletingLastPathComponent(unescaped(point))});
+  }
+}
+
+std::set<std::string> MountTable::mountsIn(const std::string& folder) const {
+  std::set<std::string> numbers;
+  for (const Mount& mount : mounts_) {
+    if (mount.folder == folder) numbers.insert(mount.number);
+  }
+  return numbers;
+}
+
+}  // namespace corvane
