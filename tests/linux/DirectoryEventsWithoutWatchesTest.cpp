@@ -8,8 +8,8 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "linux/Isolated.h"
 #include "linux/StreamUnderTest.h"
+#include "support/Isolated.h"
 
 namespace corvane {
 namespace {
