@@ -98,11 +98,12 @@ struct BenchPlatform {
   test::NoFileEventQueues fileEventQueues;
   test::NoAuthorization authorization;
   FixedOutput processOutput;
+  test::AsciiTexts texts;
   NoDialogs dialogs;
   EvenWidths workspace;
   NoBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop,   directoryEvents, fileEventQueues,
-                    authorization, processOutput, dialogs,       workspace, bundle};
+  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
 };
 
 }  // namespace corvane::bench

@@ -1,6 +1,5 @@
 # Fails the build when a folder includes what the table of docs/architecture.md does not allow it, when the core includes
-# anything but the standard library, itself and the one library that is allowed there, or when src/posix/ asks for the
-# system outside its one header for that. Run by the target `check_core_includes`, on which the core library depends.
+# anything but the standard library and itself, or when src/posix/ asks for the system outside its one header for that. Run by the target `check_core_includes`, on which the core library depends.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   add_custom_target(check_core_includes
     COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR}/src -DTABLE=${PROJECT_SOURCE_DIR}/docs/architecture.md
@@ -16,7 +15,6 @@ set(standard
   istream iterator limits list locale map memory memory_resource new numeric optional ostream queue random ranges
   ratio set source_location span sstream stack stdexcept string string_view system_error tuple type_traits typeindex
   typeinfo unordered_map unordered_set utility variant vector version)
-set(libraries utf8proc.h)
 
 # The rows above that of `posix` are the core.
 set(folders)
@@ -76,7 +74,7 @@ foreach(file IN LISTS files)
   file(STRINGS ${SOURCE}/${file} lines REGEX "^[ \t]*#[ \t]*(include|import)")
   foreach(line IN LISTS lines)
     if(line MATCHES "(include|import)[ \t]*<([^>]+)>")
-      if(folder IN_LIST core AND NOT CMAKE_MATCH_2 IN_LIST standard AND NOT CMAKE_MATCH_2 IN_LIST libraries)
+      if(folder IN_LIST core AND NOT CMAKE_MATCH_2 IN_LIST standard)
         message(SEND_ERROR "${file}: the core must not include <${CMAKE_MATCH_2}>")
       endif()
     elseif(line MATCHES "(include|import)[ \t]*\"([^\"]+)\"")

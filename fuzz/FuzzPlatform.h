@@ -48,6 +48,7 @@ struct PlainBundle final : Bundle {
 };
 
 // Never called by a tab.
+using test::AsciiTexts;
 using test::NoAuthorization;
 using test::NoDirectoryEvents;
 using test::NoFileEventQueues;

@@ -207,9 +207,10 @@ struct FuzzedTab {
   Processes processOutput{input.processes};
   WillingDialogs dialogs;
   PlainWorkspace workspace;
+  AsciiTexts texts;
   PlainBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop,   directoryEvents, fileEventQueues,
-                    authorization, processOutput, dialogs,       workspace, bundle};
+  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
   PathTable paths;
   CheckingPane pane{propertyLists};
   Window window{"Pane"};

@@ -121,9 +121,10 @@ struct FuzzedTab {
   NoProcessOutput processOutput;
   WillingDialogs dialogs;
   PlainWorkspace workspace;
+  AsciiTexts texts;
   PlainBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop,   directoryEvents, fileEventQueues,
-                    authorization, processOutput, dialogs,       workspace, bundle};
+  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
   PathTable paths;
   CheckingPane pane;
   PluginsTabView view;

@@ -25,7 +25,7 @@ void VolumeCatalogue::rebuild() {
     mergeOfferedVolume(*description.string(journal_key::kVolumeName),
                        *description.string(journal_key::kVolumePath));
   }
-  volumes_.sortByName();
+  volumes_.sortByName(platform_.texts);
 }
 
 void VolumeCatalogue::write() const { pane_.setPlistFileValues(paths_.volumesSettings, volumes_.contents()); }

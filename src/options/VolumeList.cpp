@@ -81,9 +81,9 @@ void VolumeList::removeRow(int row) {
   entries_.erase(entries_.begin() + row);
 }
 
-void VolumeList::sortByName() {
-  std::ranges::stable_sort(entries_, [](const Dictionary& left, const Dictionary& right) {
-    return caseInsensitiveCompare(volumeName(left), volumeName(right)) < 0;
+void VolumeList::sortByName(TextComparison& texts) {
+  std::ranges::stable_sort(entries_, [&](const Dictionary& left, const Dictionary& right) {
+    return texts.caseInsensitiveCompare(volumeName(left), volumeName(right)) < 0;
   });
 }
 

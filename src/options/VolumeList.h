@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/TextComparison.h"
 #include "values/PropertyList.h"
 
 namespace corvane {
@@ -39,7 +40,7 @@ class VolumeList {
   void appendNewVolume(std::string_view name, std::string_view path);
   void removeRow(int row);
   /// By name regardless of case; entries without a name come first, equal names keep their order.
-  void sortByName();
+  void sortByName(TextComparison& texts);
 
  private:
   std::vector<Dictionary> entries_;

@@ -12,6 +12,7 @@
 #include "platform/PropertyListFiles.h"
 #include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
+#include "platform/TextComparison.h"
 #include "platform/Workspace.h"
 
 namespace corvane {
@@ -25,6 +26,14 @@ struct Platform {
   FileEventQueues& fileEventQueues;
   AuthorizationServices& authorization;
   ProcessOutput& processOutput;
+  TextComparison& texts;
+  Dialogs& dialogs;
+  Workspace& workspace;
+  Bundle& bundle;
+};
+
+/// The part of it that a toolkit gives, for whoever composes the rest.
+struct ToolkitServices {
   Dialogs& dialogs;
   Workspace& workspace;
   Bundle& bundle;

@@ -1,5 +1,5 @@
-// The run loop of the one thread: timers and readable descriptors. What it calls is never called from inside
-// another call of it, except while a modal panel runs its own loop.
+// The run loop of the one thread, as far as the core needs it: its timers. What it calls is never called from
+// inside another call of it, except while a modal panel runs its own loop.
 #pragma once
 
 #include <functional>
@@ -9,8 +9,8 @@ namespace corvane {
 
 class RunLoop {
  public:
-  /// A timer or a watched descriptor; destroying it ends it. It may be destroyed from inside its own
-  /// callback.
+  /// A timer, or what else a platform's loop calls for; destroying it ends it. It may be destroyed from
+  /// inside its own callback.
   class Source {
    public:
     virtual ~Source() = default;
@@ -21,10 +21,6 @@ class RunLoop {
   /// while a menu is tracked or a sheet is open.
   [[nodiscard]] virtual std::unique_ptr<Source> scheduleTimer(double interval, bool repeats,
                                                               std::function<void()> fire) = 0;
-  /// Calls back whenever the descriptor can be read or its other end has closed. The descriptor stays the
-  /// caller's.
-  [[nodiscard]] virtual std::unique_ptr<Source> watchDescriptor(int descriptor,
-                                                                std::function<void()> readable) = 0;
 };
 
 }  // namespace corvane

@@ -16,15 +16,15 @@ std::string_view textOf(const PropertyList& element) {
 
 }  // namespace
 
-bool isAddEntry(std::string_view element) { return lowercase(element).starts_with("add a new"); }
+bool isAddEntry(std::string_view element) { return hasPrefixIgnoringCase(element, "add a new"); }
 
-void sortArrays(Array& list) {
+void sortArrays(Array& list, TextComparison& texts) {
   std::vector<PropertyList> sorted = list.elements();
   const auto addEntry =
       std::ranges::find_if(sorted, [](const auto& element) { return textOf(element) == kAddEntry; });
   if (addEntry != sorted.end()) sorted.erase(addEntry);
-  std::ranges::stable_sort(sorted, [](const PropertyList& left, const PropertyList& right) {
-    return caseInsensitiveCompare(textOf(left), textOf(right)) < 0;
+  std::ranges::stable_sort(sorted, [&](const PropertyList& left, const PropertyList& right) {
+    return texts.caseInsensitiveCompare(textOf(left), textOf(right)) < 0;
   });
   sorted.insert(sorted.begin(), PropertyList::string(std::string(kAddEntry)));
   list.replaceAll(std::move(sorted));

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "platform/TextComparison.h"
 #include "values/PropertyList.h"
 
 namespace corvane {
@@ -17,6 +18,6 @@ inline constexpr std::string_view kEntryTitleFormat = " %@";
 
 /// Puts the list of texts into the order in which it is stored after an addition: a new `kAddEntry` in front
 /// (in place of the first one in the list), the rest sorted regardless of case.
-void sortArrays(Array& list);
+void sortArrays(Array& list, TextComparison& texts);
 
 }  // namespace corvane

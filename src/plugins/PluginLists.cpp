@@ -32,7 +32,7 @@ void PluginLists::add(ChosenKind kind, OutlineView& sender) {
     return;
   }
   list.append(entry);
-  sortArrays(list);
+  sortArrays(list, with_.texts);
   store(list, option, contents);
 }
 

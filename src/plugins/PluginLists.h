@@ -10,6 +10,7 @@
 #include "controls/OutlineView.h"
 #include "platform/CallGuard.h"
 #include "platform/SystemLog.h"
+#include "platform/TextComparison.h"
 #include "plugins/PluginAlerts.h"
 #include "plugins/PluginPathChooser.h"
 #include "plugins/PluginStorage.h"
@@ -27,6 +28,7 @@ class PluginLists {
     const PluginPathChooser& chooser;
     PluginAlerts& alerts;
     SystemLog& log;
+    TextComparison& texts;
   };
   explicit PluginLists(const Surroundings& surroundings) : with_(surroundings) {}
   PluginLists(const PluginLists&) = delete;

@@ -15,7 +15,7 @@ PluginsTabViewController::PluginsTabViewController(Platform& platform, const Pat
       alerts_(platform.dialogs, platform.bundle),
       chooser_(platform.dialogs, paths),
       pickers_(tree_, storage_, chooser_),
-      lists_({pluginsTable_, tree_, storage_, chooser_, alerts_, platform.log}),
+      lists_({pluginsTable_, tree_, storage_, chooser_, alerts_, platform.log, platform.texts}),
       validation_(tree_, paths, alerts_, platform.log),
       cells_(tree_, storage_, platform.log, cellActions()) {}
 

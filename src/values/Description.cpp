@@ -4,6 +4,7 @@
 
 #include "values/Conversions.h"
 #include "values/PropertyListDate.h"
+#include "values/Reals.h"
 
 namespace corvane {
 
@@ -96,8 +97,8 @@ class Describer {
   std::string text_;
 };
 
-template <typename Number>
-[[nodiscard]] std::string decimal(Number number) {
+template <typename Integer>
+[[nodiscard]] std::string decimal(Integer number) {
   char digits[32];
   const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
   return {digits, end};
@@ -105,7 +106,7 @@ template <typename Number>
 
 [[nodiscard]] std::string describeDate(Date date) {
   const auto parts = calendarDate(date);
-  if (!parts) return decimal(date.secondsSince1970);
+  if (!parts) return shortestDecimalFromReal(date.secondsSince1970);
   char text[64];
   std::snprintf(text, sizeof text, "%04d-%02u-%02u %02u:%02u:%02u +0000", parts->year, parts->month,
                 parts->day, parts->hour, parts->minute, parts->second);
@@ -135,7 +136,7 @@ std::string description(const PropertyList& value) {
       if (const auto number = value.asInteger()) return decimal(*number);
       return decimal(*value.asUnsignedInteger());
     case PropertyList::Kind::Real:
-      return decimal(*value.asReal());
+      return shortestDecimalFromReal(*value.asReal());
     case PropertyList::Kind::Boolean:
       return *value.asBoolean() ? "1" : "0";
     case PropertyList::Kind::Date:

@@ -1,29 +1,13 @@
 #include "values/Text.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
-
-#include <utf8proc.h>
+#include <utility>
 
 namespace corvane {
 namespace {
 
-struct FreeDeleter {
-  // utf8proc allocates what it returns.
-  void operator()(utf8proc_uint8_t* text) const noexcept { std::free(text); }
-};
-
-/// The text in the form in which case and the spelling of accents do not count. Bytes that are not UTF-8
-/// stand as they are.
-std::string folded(std::string_view text) {
-  utf8proc_uint8_t* raw = nullptr;
-  const auto options = static_cast<utf8proc_option_t>(UTF8PROC_CASEFOLD | UTF8PROC_DECOMPOSE);
-  const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                   static_cast<utf8proc_ssize_t>(text.size()), &raw, options);
-  const std::unique_ptr<utf8proc_uint8_t, FreeDeleter> owned(raw);
-  if (length < 0) return std::string(text);
-  return {reinterpret_cast<const char*>(raw), static_cast<std::size_t>(length)};
+[[nodiscard]] char lowerAscii(char character) noexcept {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
 std::string_view withoutTrailingSlashes(std::string_view path) {
@@ -61,33 +45,8 @@ std::size_t utf16Length(std::string_view text) noexcept {
   return units;
 }
 
-int caseInsensitiveCompare(std::string_view left, std::string_view right) {
-  return folded(left).compare(folded(right));
-}
-
-bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
-  return folded(text).starts_with(folded(prefix));
-}
-
-std::string lowercase(std::string_view text) {
-  std::string result;
-  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  auto left = static_cast<utf8proc_ssize_t>(text.size());
-  while (left > 0) {
-    utf8proc_int32_t character = 0;
-    const auto used = utf8proc_iterate(bytes, left, &character);
-    if (used <= 0) {
-      result += static_cast<char>(*bytes++);
-      --left;
-      continue;
-    }
-    utf8proc_uint8_t encoded[4];
-    const auto length = utf8proc_encode_char(utf8proc_tolower(character), encoded);
-    result.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
-    bytes += used;
-    left -= used;
-  }
-  return result;
+bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) noexcept {
+  return std::ranges::equal(text.substr(0, prefix.size()), prefix, {}, lowerAscii, lowerAscii);
 }
 
 std::vector<std::string> split(std::string_view text, char separator) {

@@ -1,6 +1,6 @@
-// Operations on texts as the platform defines them: lengths in UTF-16 code units, comparison regardless of
-// case, path components, and filling of the fixed texts that the log and the alerts show. Texts are UTF-8
-// everywhere.
+// Operations on texts as the platform defines them: lengths in UTF-16 code units, prefixes, path components,
+// and filling of the fixed texts that the log and the alerts show. Texts are UTF-8 everywhere. How texts
+// order is the platform's to say (`TextComparison`).
 #pragma once
 
 #include <cstddef>
@@ -18,12 +18,8 @@ namespace corvane {
 
 /// The number of UTF-16 code units: a character outside the basic plane counts as two.
 [[nodiscard]] std::size_t utf16Length(std::string_view text) noexcept;
-/// Negative, zero or positive, as the texts order regardless of case (Unicode case folding, canonical
-/// equivalence).
-[[nodiscard]] int caseInsensitiveCompare(std::string_view left, std::string_view right);
-/// Whether the text begins with the prefix regardless of case.
-[[nodiscard]] bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix);
-[[nodiscard]] std::string lowercase(std::string_view text);
+/// Whether the text begins with the prefix, which is ASCII, regardless of case.
+[[nodiscard]] bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) noexcept;
 [[nodiscard]] std::vector<std::string> split(std::string_view text, char separator);
 [[nodiscard]] std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 

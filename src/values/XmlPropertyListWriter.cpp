@@ -2,12 +2,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "values/Base64.h"
 #include "values/Encodings.h"
 #include "values/PropertyListCodec.h"
 #include "values/PropertyListDate.h"
 #include "values/PropertyListReaders.h"
+#include "values/Reals.h"
 
 namespace corvane {
 
@@ -35,15 +37,11 @@ constexpr std::string_view footer = "</plist>\n";
   }
 }
 
-[[nodiscard]] std::string_view textOfReal(double value, char (&buffer)[32]) noexcept {
+[[nodiscard]] std::string textOfReal(double value) {
   if (std::isnan(value)) return "nan";
   if (std::isinf(value)) return value > 0 ? "+infinity" : "-infinity";
   if (value == 0) return "0.0";
-  constexpr int significantDigits = 17;
-  const auto end = std::to_chars(std::begin(buffer), std::end(buffer), value, std::chars_format::general,
-                                 significantDigits)
-                       .ptr;
-  return {buffer, end};
+  return decimalFromReal(value, std::numeric_limits<double>::max_digits10);
 }
 
 template <typename Integer>
@@ -154,7 +152,7 @@ class Writer {
         }
         return put("<integer>", textOfInteger(*value.asUnsignedInteger(), buffer), "</integer>\n");
       case PropertyList::Kind::Real:
-        return put("<real>", textOfReal(*value.asReal(), buffer), "</real>\n");
+        return put("<real>", textOfReal(*value.asReal()), "</real>\n");
       case PropertyList::Kind::Boolean:
         text_ += *value.asBoolean() ? "<true/>\n"sv : "<false/>\n"sv;
         return true;

@@ -6,12 +6,11 @@
 #include <optional>
 
 #include "values/Encodings.h"
+#include "values/Reals.h"
 
 namespace corvane {
 
 namespace {
-
-[[nodiscard]] bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
 /// Control characters count as blanks, as on a Mac.
 [[nodiscard]] std::string_view withoutLeadingBlanks(std::string_view text) noexcept {
@@ -100,13 +99,9 @@ PropertyList realFromText(std::string_view text) {
   text = withoutLeadingBlanks(text);
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
-  // The standard's conversion would take a second sign and further names here.
-  if (text.empty() || (!isDigit(text.front()) && text.front() != '.')) return {};
-  double value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end) return {};
-  return PropertyList::real(negative ? -value : value);
+  const auto value = realFromDecimal(text);
+  if (!value) return {};
+  return PropertyList::real(negative ? -*value : *value);
 }
 
 }  // namespace corvane

@@ -5,6 +5,8 @@
 namespace corvane::test {
 namespace {
 
+AsciiTexts comparison;
+
 VolumeList listOf(std::initializer_list<PropertyList> saved) {
   VolumeList result;
   result.setSavedList(Array::make(saved));
@@ -57,7 +59,7 @@ TEST(VolumeList, ElementsThatAreNoEntriesStayWhereTheyStood) {
     SCOPED_TRACE(c.what);
     VolumeList volumes;
     volumes.setSavedList(Array::fromElements(c.saved));
-    volumes.sortByName();
+    volumes.sortByName(comparison);
     volumes.removeRow(c.removedRow);
     EXPECT_EQ(volumes.contents(), Array::fromElements(c.written));
   }
@@ -89,7 +91,7 @@ TEST(VolumeList, NewVolumesAreWrittenAfterTheSavedOnesAroundOtherElements) {
 TEST(VolumeList, SortsByNameRegardlessOfCaseAndKeepsTheOrderOfEqualNames) {
   VolumeList volumes = listOf({entry("beta", "/1"), entry("Alpha", "/2"), entry("BETA", "/3"),
                                entry("alpha", "/4"), entry("Zeta", "/5"), entry("Beta", "/6")});
-  volumes.sortByName();
+  volumes.sortByName(comparison);
   EXPECT_EQ(namesOf(volumes), (std::vector<std::string>{"Alpha", "alpha", "beta", "BETA", "Beta", "Zeta"}));
 }
 
@@ -97,7 +99,7 @@ TEST(VolumeList, EntriesWithoutANameComeFirst) {
   const Dictionary nameless = Dictionary::make({{"VolumePath", text("/n")}});
   const Dictionary numbered = Dictionary::make({{"VolumeName", number(5)}, {"VolumePath", text("/5")}});
   VolumeList volumes = listOf({entry("A", "/a"), nameless, numbered});
-  volumes.sortByName();
+  volumes.sortByName(comparison);
   EXPECT_EQ(volumes.contents(), Array::make({nameless, numbered, entry("A", "/a")}));
 }
 

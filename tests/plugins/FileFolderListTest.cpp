@@ -4,12 +4,15 @@
 
 #include "plugins/FileFolderList.h"
 #include "plugins/PluginsTabFixture.h"
+#include "support/AsciiTexts.h"
 #include "values/Conversions.h"
 
 namespace corvane {
 namespace {
 
 using namespace test;
+
+AsciiTexts comparison;
 
 struct SortCase {
   Array before;
@@ -29,7 +32,7 @@ TEST(FileFolderList, SortingPutsTheAddEntryInFrontAndTheRestInOrderRegardlessOfC
   };
   for (const SortCase& one : cases) {
     Array list = one.before;
-    sortArrays(list);
+    sortArrays(list, comparison);
     EXPECT_EQ(list, one.after) << description(list);
   }
 }
@@ -37,7 +40,7 @@ TEST(FileFolderList, SortingPutsTheAddEntryInFrontAndTheRestInOrderRegardlessOfC
 TEST(FileFolderList, SortingMakesANewAddEntry) {
   Array list = texts({"Add a new entry"});
   const PropertyList before = list.at(0);
-  sortArrays(list);
+  sortArrays(list, comparison);
   EXPECT_FALSE(list.at(0).isSameObject(before));
 }
 

@@ -111,7 +111,7 @@ class PluginPickersMeanwhileTest : public PluginPickersTest {
     busyPlatform = std::make_unique<Platform>(
         Platform{platform.log, platform.files, platform.propertyLists, platform.runLoop,
                  platform.directoryEvents, platform.fileEventQueues, platform.authorization,
-                 platform.processOutput, dialogs, platform.workspace, platform.bundle});
+                 platform.processOutput, platform.texts, dialogs, platform.workspace, platform.bundle});
     controller = std::make_unique<PluginsTabViewController>(*busyPlatform, platform.paths, view);
   }
   BusyDialogs dialogs;

@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
+#include "platform/linux/LinuxTextComparison.h"
 #include "posix/PosixFiles.h"
 #include "posix/PosixProcessOutput.h"
 #include "posix/PosixPropertyListFiles.h"
@@ -54,6 +55,7 @@ struct WholePane {
   PosixFiles files;
   PosixPropertyListFiles propertyLists;
   PosixProcessOutput processOutput;
+  LinuxTextComparison texts;
   PollRunLoop runLoop;
   ScriptedDialogs dialogs;
   FakeWorkspace workspace;
@@ -61,8 +63,8 @@ struct WholePane {
   LinuxDirectoryEvents directoryEvents{runLoop, log};
   LinuxFileEventQueues fileEventQueues{runLoop};
   LinuxAuthorization authorization;
-  Platform platform{log,           files,         propertyLists, runLoop,   directoryEvents, fileEventQueues,
-                    authorization, processOutput, dialogs,       workspace, bundle};
+  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
   PaneAssembly assembly;
 };
 

@@ -6,11 +6,11 @@
 #include <memory>
 #include <vector>
 
-#include "platform/RunLoop.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
 
-class PollRunLoop : public RunLoop {
+class PollRunLoop : public LinuxRunLoop {
  public:
   PollRunLoop();
   ~PollRunLoop() override;

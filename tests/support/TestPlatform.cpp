@@ -224,8 +224,8 @@ std::unique_ptr<DirectoryEventStream> ScriptedDirectoryEvents::createStream(
 TestPlatform::TestPlatform()
     : paths(root.path()), platform{log,           files,           propertyLists,
                                    runLoop,       directoryEvents, fileEventQueues,
-                                   authorization, processOutput,   dialogs,
-                                   workspace,     bundle} {
+                                   authorization, processOutput,   texts,
+                                   dialogs,       workspace,       bundle} {
   fs::create_directories(root.path() + "/private/tmp");
 }
 

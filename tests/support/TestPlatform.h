@@ -14,6 +14,7 @@
 
 #include "pane/PathTable.h"
 #include "platform/Platform.h"
+#include "support/AsciiTexts.h"
 #include "support/ScriptedFileEventQueues.h"
 #include "support/TemporaryFolder.h"
 #include "support/VirtualRunLoop.h"
@@ -167,6 +168,7 @@ struct TestPlatform {
   ScriptedFileEventQueues fileEventQueues;
   RecordingAuthorization authorization;
   ScriptedProcessOutput processOutput;
+  AsciiTexts texts;
   ScriptedDialogs dialogs;
   FakeWorkspace workspace;
   FakeBundle bundle;

@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "support/AsciiTexts.h"
 
 namespace corvane::test {
 
 struct NoRunLoop final : RunLoop {
   std::unique_ptr<Source> scheduleTimer(double, bool, std::function<void()>) override { std::abort(); }
-  std::unique_ptr<Source> watchDescriptor(int, std::function<void()>) override { std::abort(); }
 };
 struct NoDirectoryEvents final : DirectoryEvents {
   std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string>, double, Callback) override {

@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "platform/RunLoop.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane::test {
 
-class VirtualRunLoop : public RunLoop {
+class VirtualRunLoop : public LinuxRunLoop {
  public:
   [[nodiscard]] std::unique_ptr<Source> scheduleTimer(double interval, bool repeats,
                                                       std::function<void()> fire) override {

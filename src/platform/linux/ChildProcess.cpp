@@ -26,7 +26,7 @@ void ChildProcess::terminate() const {
   if (pid_ > 0) ::kill(pid_, SIGTERM);
 }
 
-void ChildProcess::leave(RunLoop& runLoop, ChildProcess child) {
+void ChildProcess::leave(LinuxRunLoop& runLoop, ChildProcess child) {
   if (child.descriptor() < 0 || child.reap()) return;
   // The watch owns itself until the process has ended; destroying a source from inside its own callback is
   // allowed.

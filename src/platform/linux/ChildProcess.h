@@ -7,7 +7,7 @@
 
 #include <sys/types.h>
 
-#include "platform/RunLoop.h"
+#include "platform/linux/LinuxRunLoop.h"
 #include "posix/FileDescriptor.h"
 
 namespace corvane {
@@ -27,7 +27,7 @@ class ChildProcess {
   void terminate() const;
 
   /// Leaves the process to end and be reaped by the run loop.
-  static void leave(RunLoop& runLoop, ChildProcess child);
+  static void leave(LinuxRunLoop& runLoop, ChildProcess child);
 
  private:
   pid_t pid_ = -1;

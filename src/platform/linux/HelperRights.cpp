@@ -29,7 +29,7 @@ bool readableWithin(int descriptor, double seconds) {
 
 }  // namespace
 
-HelperRights::HelperRights(RunLoop& runLoop, SystemLog& log, FileDescriptor socket, ChildProcess child,
+HelperRights::HelperRights(LinuxRunLoop& runLoop, SystemLog& log, FileDescriptor socket, ChildProcess child,
                            double deadline)
     : runLoop_(runLoop),
       log_(log),

@@ -5,17 +5,18 @@
 #include <memory>
 #include <string>
 
-#include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
 #include "platform/linux/ChildProcess.h"
 #include "platform/linux/LinuxRights.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
 
 class HelperRights : public LinuxRights {
  public:
   /// `socket` is connected to a helper that has said hello; `deadline` is for one answer, in seconds.
-  HelperRights(RunLoop& runLoop, SystemLog& log, FileDescriptor socket, ChildProcess child, double deadline);
+  HelperRights(LinuxRunLoop& runLoop, SystemLog& log, FileDescriptor socket, ChildProcess child,
+               double deadline);
   ~HelperRights() override;
   HelperRights(const HelperRights&) = delete;
   HelperRights& operator=(const HelperRights&) = delete;
@@ -29,7 +30,7 @@ class HelperRights : public LinuxRights {
   [[nodiscard]] helper::Answer giveUp(std::string_view why);
   void tellLost();
 
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   SystemLog& log_;
   FileDescriptor socket_;
   ChildProcess child_;

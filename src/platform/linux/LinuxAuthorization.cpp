@@ -50,7 +50,7 @@ LaunchStatus carryOut(Authorization* authorization, const helper::Request& reque
 
 }  // namespace
 
-LinuxAuthorization::LinuxAuthorization(RunLoop& runLoop, SystemLog& log, Options options)
+LinuxAuthorization::LinuxAuthorization(LinuxRunLoop& runLoop, SystemLog& log, Options options)
     : runLoop_(runLoop), log_(log), options_(std::move(options)) {}
 
 LinuxAuthorization::~LinuxAuthorization() = default;

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "platform/Authorization.h"
-#include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
 
@@ -31,7 +31,7 @@ class LinuxAuthorization : public AuthorizationServices {
     double answerDeadline = 20;
   };
 
-  LinuxAuthorization(RunLoop& runLoop, SystemLog& log, Options options);
+  LinuxAuthorization(LinuxRunLoop& runLoop, SystemLog& log, Options options);
   ~LinuxAuthorization() override;
   LinuxAuthorization(const LinuxAuthorization&) = delete;
   LinuxAuthorization& operator=(const LinuxAuthorization&) = delete;
@@ -50,7 +50,7 @@ class LinuxAuthorization : public AuthorizationServices {
                                                    std::unique_ptr<OutputPipe>& output) override;
 
  private:
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   SystemLog& log_;
   Options options_;
   std::unique_ptr<PolkitAsking> asking_;

@@ -16,7 +16,7 @@ constexpr std::string_view kNoWatches =
 
 class Stream : public DirectoryEventStream {
  public:
-  Stream(RunLoop& runLoop, SystemLog& log, std::vector<std::string> roots, double latency,
+  Stream(LinuxRunLoop& runLoop, SystemLog& log, std::vector<std::string> roots, double latency,
          DirectoryEvents::Callback callback)
       : runLoop_(runLoop),
         log_(log),
@@ -32,7 +32,7 @@ class Stream : public DirectoryEventStream {
   void listen();
   void logProblem();
 
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   SystemLog& log_;
   std::vector<std::string> roots_;
   DirectoryBatch batch_;

@@ -4,21 +4,21 @@
 #pragma once
 
 #include "platform/DirectoryEvents.h"
-#include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
 
 class LinuxDirectoryEvents : public DirectoryEvents {
  public:
-  LinuxDirectoryEvents(RunLoop& runLoop, SystemLog& log) : runLoop_(runLoop), log_(log) {}
+  LinuxDirectoryEvents(LinuxRunLoop& runLoop, SystemLog& log) : runLoop_(runLoop), log_(log) {}
   /// Paths that are not absolute are passed over.
   [[nodiscard]] std::unique_ptr<DirectoryEventStream> createStream(std::vector<std::string> directories,
                                                                    double latency,
                                                                    Callback callback) override;
 
  private:
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   SystemLog& log_;
 };
 

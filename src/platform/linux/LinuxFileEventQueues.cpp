@@ -39,7 +39,7 @@ struct OpenedFile : WatchedPath {
 
 class InotifyQueue : public FileEventQueue {
  public:
-  InotifyQueue(RunLoop& runLoop, FileDescriptor queue) : runLoop_(runLoop), queue_(std::move(queue)) {}
+  InotifyQueue(LinuxRunLoop& runLoop, FileDescriptor queue) : runLoop_(runLoop), queue_(std::move(queue)) {}
 
   std::optional<std::string> registerEvent(WatchedPath& path, FileEventKind kind) override;
   bool wrap(std::function<void()> gotActivity) override;
@@ -54,7 +54,7 @@ class InotifyQueue : public FileEventQueue {
   void readEvents();
   void callBack();
 
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   FileDescriptor queue_;
   FileEventKind kind_ = FileEventKind::Disappearance;
   std::string path_;

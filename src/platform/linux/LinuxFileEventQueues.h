@@ -6,19 +6,19 @@
 #pragma once
 
 #include "platform/FileEventQueues.h"
-#include "platform/RunLoop.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
 
 class LinuxFileEventQueues : public FileEventQueues {
  public:
-  explicit LinuxFileEventQueues(RunLoop& runLoop) : runLoop_(runLoop) {}
+  explicit LinuxFileEventQueues(LinuxRunLoop& runLoop) : runLoop_(runLoop) {}
   /// Links are followed: what is watched is the file that the path leads to now.
   [[nodiscard]] OpenedPath openForEvents(const std::string& path) override;
   [[nodiscard]] CreatedQueue createQueue() override;
 
  private:
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
 };
 
 }  // namespace corvane

@@ -42,7 +42,7 @@ std::string firstLine(int descriptor) {
 
 }  // namespace
 
-PolkitAsking::PolkitAsking(RunLoop& runLoop, SystemLog& log, Options options,
+PolkitAsking::PolkitAsking(LinuxRunLoop& runLoop, SystemLog& log, Options options,
                            AuthorizationServices::Done done)
     : runLoop_(runLoop), log_(log), options_(std::move(options)), done_(std::move(done)) {}
 

@@ -10,9 +10,9 @@
 #include <sys/types.h>
 
 #include "platform/Authorization.h"
-#include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
 #include "platform/linux/ChildProcess.h"
+#include "platform/linux/LinuxRunLoop.h"
 #include "posix/FileDescriptor.h"
 
 namespace corvane {
@@ -26,7 +26,7 @@ class PolkitAsking {
     double answerDeadline = 20;  // seconds
   };
 
-  PolkitAsking(RunLoop& runLoop, SystemLog& log, Options options, AuthorizationServices::Done done);
+  PolkitAsking(LinuxRunLoop& runLoop, SystemLog& log, Options options, AuthorizationServices::Done done);
   /// Withdraws the question when it is still open; nobody is answered then. Waits for at most a second, so
   /// that the dialog does not outlive the pane.
   ~PolkitAsking();
@@ -44,7 +44,7 @@ class PolkitAsking {
   void answer(AuthorizationOutcome outcome, std::string_view problem,
               std::unique_ptr<Authorization> rights = nullptr);
 
-  RunLoop& runLoop_;
+  LinuxRunLoop& runLoop_;
   SystemLog& log_;
   Options options_;
   AuthorizationServices::Done done_;

@@ -10,23 +10,12 @@ namespace corvane::qt {
 LinuxPane::LinuxPane(const std::string& root)
     : window_(std::make_unique<PaneWindow>()),
       dialogs_(window_->sheets()),
-      directoryEvents_(runLoop_, log_),
-      fileEventQueues_(runLoop_),
-      authorization_(runLoop_, log_, authorizationOptions(root)),
-      assembly_(Platform{log_, files_, propertyLists_, runLoop_, directoryEvents_, fileEventQueues_,
-                         authorization_, processOutput_, dialogs_, workspace_, bundle_},
-                root) {}
+      system_(runLoop_, {dialogs_, workspace_, bundle_},
+              {root, [this](int descriptor) { return waitReadable(window_.get(), descriptor); }}),
+      assembly_(system_.platform(), root) {}
 
 // The widgets go before the controls that they show.
 LinuxPane::~LinuxPane() { window_.reset(); }
-
-LinuxAuthorization::Options LinuxPane::authorizationOptions(const std::string& root) {
-  LinuxAuthorization::Options options;
-  options.root = root;
-  options.helper = bundle_.pathForAuxiliaryExecutable("qlhelper");
-  options.waitForOutput = [this](int descriptor) { return waitReadable(window_.get(), descriptor); };
-  return options;
-}
 
 void LinuxPane::open() {
   // The frame comes first and its contents together: a client on a slow or a large volume takes its time to

@@ -7,13 +7,7 @@
 
 #include "PaneWindow.h"
 #include "assembly/PaneAssembly.h"
-#include "platform/linux/LinuxAuthorization.h"
-#include "platform/linux/LinuxDirectoryEvents.h"
-#include "platform/linux/LinuxFileEventQueues.h"
-#include "platform/linux/LinuxSystemLog.h"
-#include "posix/PosixFiles.h"
-#include "posix/PosixProcessOutput.h"
-#include "posix/PosixPropertyListFiles.h"
+#include "platform/linux/LinuxSystem.h"
 #include "services/QtBundle.h"
 #include "services/QtDialogs.h"
 #include "services/QtRunLoop.h"
@@ -35,23 +29,15 @@ class LinuxPane {
   [[nodiscard]] PaneWindow& window() { return *window_; }
   [[nodiscard]] PaneAssembly& assembly() { return assembly_; }
   /// Whether the lock opens without asking for rights.
-  [[nodiscard]] bool isDirect() const { return authorization_.isDirect(); }
+  [[nodiscard]] bool isDirect() const { return system_.isDirect(); }
 
  private:
-  [[nodiscard]] LinuxAuthorization::Options authorizationOptions(const std::string& root);
-
-  LinuxSystemLog log_;
-  PosixFiles files_;
-  PosixPropertyListFiles propertyLists_;
-  PosixProcessOutput processOutput_;
   QtRunLoop runLoop_;
   QtBundle bundle_;
   QtWorkspace workspace_;
   std::unique_ptr<PaneWindow> window_;
   QtDialogs dialogs_;
-  LinuxDirectoryEvents directoryEvents_;
-  LinuxFileEventQueues fileEventQueues_;
-  LinuxAuthorization authorization_;
+  LinuxSystem system_;
   PaneAssembly assembly_;
 };
 

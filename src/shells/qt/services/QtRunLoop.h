@@ -4,11 +4,11 @@
 
 #include <QObject>
 
-#include "platform/RunLoop.h"
+#include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane::qt {
 
-class QtRunLoop final : public RunLoop {
+class QtRunLoop final : public LinuxRunLoop {
  public:
   [[nodiscard]] std::unique_ptr<Source> scheduleTimer(double interval, bool repeats,
                                                       std::function<void()> fire) override;
