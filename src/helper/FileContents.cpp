@@ -1,43 +1,34 @@
 #include "helper/FileContents.h"
 
-#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "posix/FreshFile.h"
+
 namespace corvane::helper {
 namespace {
 
-/// Writes everything at the offset: one call, and further ones only after a short write. Answers 0 or the
-/// error.
-int writeAt(int descriptor, std::string_view bytes, off_t offset) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::pwrite(descriptor, bytes.data(), bytes.size(), offset);
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return errno;
-    if (written == 0) return EIO;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-    offset += written;
+class OpenFile final : public WritableFile {
+ public:
+  explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
+  ssize_t write(std::string_view bytes, std::size_t offset) override {
+    return ::pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(offset));
   }
-  return 0;
-}
+  int reserve(std::size_t size) override {
+    return errorOf(::fallocate(descriptor_, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)));
+  }
+  int resize(std::size_t size) override {
+    return errorOf(::ftruncate(descriptor_, static_cast<off_t>(size)));
+  }
+  int flush() override { return errorOf(::fsync(descriptor_)); }
 
-/// Makes sure that `size` bytes find room, without changing what a reader of the old `oldSize` bytes
-/// understands.
-int reserve(int descriptor, std::size_t oldSize, std::size_t size) {
-  if (::fallocate(descriptor, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0) return 0;
-  if (errno != EOPNOTSUPP && errno != ENOSYS && errno != EINTR) return errno;
-  if (size <= oldSize) return 0;
-  // File systems without reservation (the Mac's among them): blanks after the end mean nothing to a property
-  // list.
-  return writeAt(descriptor, std::string(size - oldSize, ' '), static_cast<off_t>(oldSize));
-}
-
-void step(const StepObserver& before, std::string_view name) {
-  if (before) before(name);
-}
+ private:
+  static int errorOf(int result) { return result == 0 ? 0 : errno; }
+  int descriptor_;
+};
 
 }  // namespace
 
@@ -62,32 +53,28 @@ int replaceContents(int descriptor, const std::string& contents, std::size_t lim
   if (::lseek(descriptor, 0, SEEK_SET) < 0) return errno;
   const auto old = readAll(descriptor, limit);
   if (!old) return errno;
-  // The new contents are padded to the length of the old ones, so that the file is whole before it is cut,
-  // too.
-  std::string padded = contents;
-  padded.resize(std::max(contents.size(), old->size()), ' ');
-
-  step(before, "reserve");
-  int error = reserve(descriptor, old->size(), padded.size());
-  if (error == 0) {
-    step(before, "write");
-    error = writeAt(descriptor, padded, 0);
-    if (error != 0) (void)writeAt(descriptor, *old, 0);
-  }
-  step(before, "cut");
-  const auto size = error == 0 ? contents.size() : old->size();
-  if (::ftruncate(descriptor, static_cast<off_t>(size)) != 0 && error == 0) error = errno;
-  step(before, "flush");
-  if (::fsync(descriptor) != 0 && error == 0) error = errno;
-  return error;
+  OpenFile file(descriptor);
+  return replaceContents(file, *old, contents, before);
 }
 
 int fillContents(int descriptor, const std::string& contents, const StepObserver& before) {
-  step(before, "write");
-  int error = writeAt(descriptor, contents, 0);
-  step(before, "flush");
-  if (error == 0 && ::fsync(descriptor) != 0) error = errno;
-  return error;
+  OpenFile file(descriptor);
+  if (before) before("write");
+  if (const int error = writeAll(file, contents, 0); error != 0) return error;
+  if (before) before("flush");
+  return file.flush();
+}
+
+int createWhole(int folder, const std::string& name, const std::string& contents, const Rights& rights,
+                const StepObserver& before) {
+  FreshFile file = FreshFile::in(folder);
+  if (!file) return errno;
+  if (const int error = fillContents(file.descriptor(), contents, before); error != 0) return error;
+  const bool isForeign = rights.owner != ::geteuid() || rights.group != ::getegid();
+  if (isForeign && ::fchown(file.descriptor(), rights.owner, rights.group) != 0) return errno;
+  if (::fchmod(file.descriptor(), rights.mode) != 0) return errno;
+  if (before) before("name");
+  return file.name(name);
 }
 
 }  // namespace corvane::helper

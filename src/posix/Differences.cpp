@@ -3,10 +3,16 @@
 #include <unistd.h>
 
 #if defined(__APPLE__)
+#include <cerrno>
+
 #include <crt_externs.h>
+#include <stdio.h>
 #include <sys/event.h>
 #include <sys/random.h>
 #else
+#include <cstdio>
+#include <string>
+
 #include <sys/random.h>
 #include <sys/syscall.h>
 #endif
@@ -18,6 +24,17 @@ namespace corvane {
 timespec modificationTime(const struct stat& status) { return status.st_mtimespec; }
 
 bool fillWithRandomBytes(void* bytes, std::size_t count) { return ::getentropy(bytes, count) == 0; }
+
+FileDescriptor openFileWithoutName(int) { return {}; }
+
+int linkFileWithoutName(int, int, const char*) {
+  errno = ENOTSUP;
+  return -1;
+}
+
+int renameWithoutReplacing(int folder, const char* from, const char* to) {
+  return ::renameatx_np(folder, from, folder, to, RENAME_EXCL);
+}
 
 bool openPipe(int (&ends)[2]) {
   if (::pipe(ends) != 0) return false;
@@ -52,6 +69,21 @@ timespec modificationTime(const struct stat& status) { return status.st_mtim; }
 
 bool fillWithRandomBytes(void* bytes, std::size_t count) {
   return ::getrandom(bytes, count, 0) == static_cast<ssize_t>(count);
+}
+
+FileDescriptor openFileWithoutName(int folder) {
+  // Such a file is given its name through this folder.
+  if (::access("/proc/self/fd", X_OK) != 0) return {};
+  return FileDescriptor(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
+}
+
+int linkFileWithoutName(int descriptor, int folder, const char* name) {
+  const std::string self = "/proc/self/fd/" + std::to_string(descriptor);
+  return ::linkat(AT_FDCWD, self.c_str(), folder, name, AT_SYMLINK_FOLLOW);
+}
+
+int renameWithoutReplacing(int folder, const char* from, const char* to) {
+  return ::renameat2(folder, from, folder, to, RENAME_NOREPLACE);
 }
 
 bool openPipe(int (&ends)[2]) { return ::pipe2(ends, O_CLOEXEC) == 0; }

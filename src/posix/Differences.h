@@ -25,6 +25,12 @@ inline constexpr int kFolderToWorkBelow = O_PATH | O_DIRECTORY | O_CLOEXEC;
 [[nodiscard]] timespec modificationTime(const struct stat& status);
 /// Bytes that nobody can predict; false when none can be had.
 [[nodiscard]] bool fillWithRandomBytes(void* bytes, std::size_t count);
+/// A new file in the folder without a name, open for reading and writing; none where there are no such files.
+[[nodiscard]] FileDescriptor openFileWithoutName(int folder);
+// Like link(2) and rename(2): answer 0, or -1 with errno set. EEXIST when something bears the new name; a
+// rename that can't be made dependent on that is EINVAL or ENOTSUP.
+[[nodiscard]] int linkFileWithoutName(int descriptor, int folder, const char* name);
+[[nodiscard]] int renameWithoutReplacing(int folder, const char* from, const char* to);
 /// Like pipe(2), both ends closed in programs that are started.
 [[nodiscard]] bool openPipe(int (&ends)[2]);
 /// A descriptor that becomes readable when the child has ended; none when it can't be watched.

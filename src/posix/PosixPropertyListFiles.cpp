@@ -1,7 +1,12 @@
 #include "posix/PosixPropertyListFiles.h"
 
+#include <fcntl.h>
+
+#include "posix/Differences.h"
+#include "posix/FreshFile.h"
 #include "posix/RegularFile.h"
 #include "values/PropertyListCodec.h"
+#include "values/Text.h"
 
 namespace corvane {
 
@@ -12,7 +17,16 @@ PropertyList PosixPropertyListFiles::read(const std::string& path) {
 
 bool PosixPropertyListFiles::write(const std::string& path, const PropertyList& value) {
   const auto bytes = writeXmlPropertyList(value);
-  return bytes && replaceRegularFile(path, *bytes);
+  if (!bytes) return false;
+  sweepOnce(deletingLastPathComponent(path));
+  return replaceRegularFile(path, *bytes);
+}
+
+void PosixPropertyListFiles::sweepOnce(const std::string& folder) {
+  if (folder == swept_) return;
+  swept_ = folder;
+  const FileDescriptor opened(::open(folder.c_str(), kFolderToWorkBelow));
+  if (opened) sweepFreshFiles(opened.get());
 }
 
 }  // namespace corvane

@@ -1,4 +1,4 @@
-// Property-list files through the product's own codec. Stateless.
+// Property-list files through the product's own codec.
 #pragma once
 
 #include "platform/PropertyListFiles.h"
@@ -11,7 +11,12 @@ class PosixPropertyListFiles : public PropertyListFiles {
   /// The new file has mode 0600 whatever the umask: what is written here is staged in a folder of all users,
   /// also settings that nobody but root can read, passwords among them. Its mode is not the target's: whoever
   /// copies it as root keeps that, and gives a new settings file the mode 0644.
+  /// The first write into a folder also removes what killed processes of this user have left in it.
   [[nodiscard]] bool write(const std::string& path, const PropertyList& value) override;
+
+ private:
+  void sweepOnce(const std::string& folder);
+  std::string swept_;  // the folder written to last
 };
 
 }  // namespace corvane

@@ -1,10 +1,7 @@
 #include "posix/RegularFile.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstdint>
-#include <cstdio>
 #include <new>
 
 #include <fcntl.h>
@@ -12,6 +9,7 @@
 #include <unistd.h>
 
 #include "posix/Differences.h"
+#include "posix/FreshFile.h"
 
 namespace corvane {
 namespace {
@@ -47,18 +45,6 @@ bool writeAll(int descriptor, std::string_view bytes) {
   return true;
 }
 
-std::optional<std::string> unpredictableName() {
-  std::array<std::uint8_t, 16> random{};
-  if (!fillWithRandomBytes(random.data(), random.size())) return std::nullopt;
-  std::string name = ".corvane-";
-  for (const std::uint8_t byte : random) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    name += kDigits[byte >> 4U];
-    name += kDigits[byte & 15U];
-  }
-  return name;
-}
-
 }  // namespace
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
@@ -85,19 +71,13 @@ bool replaceRegularFile(const std::string& path, std::string_view bytes) {
   if (name.empty() || name == "." || name == "..") return false;
 
   const FileDescriptor folder(::open(folderPath.c_str(), kFolderToWorkBelow));
-  const std::optional<std::string> temporary = unpredictableName();
-  if (!folder || !temporary) return false;
-  FileDescriptor file(
-      ::openat(folder.get(), temporary->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-  if (!file) return false;
-  const bool complete =
-      writeAll(file.get(), bytes) && ::fchmod(file.get(), 0600) == 0 && ::fsync(file.get()) == 0;
-  file.reset();
-  if (!complete || ::renameat(folder.get(), temporary->c_str(), folder.get(), name.c_str()) != 0) {
-    ::unlinkat(folder.get(), temporary->c_str(), 0);
+  if (!folder) return false;
+  FreshFile file = FreshFile::in(folder.get());
+  if (!file || !writeAll(file.descriptor(), bytes) || ::fsync(file.descriptor()) != 0 ||
+      file.nameInPlaceOf(name) != 0) {
     return false;
   }
-  // Makes the rename itself last. A folder that can be written but not read can't be flushed; the file is in
+  // Makes the name itself last. A folder that can be written but not read can't be flushed; the file is in
   // place.
   const FileDescriptor readable(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (readable) static_cast<void>(::fsync(readable.get()));

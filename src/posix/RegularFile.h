@@ -13,8 +13,8 @@ namespace corvane {
 /// process.
 [[nodiscard]] std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
 
-/// Puts a file with these bytes, which only the user can read (whatever the umask), at the path: a new file
-/// with an unpredictable name in the same folder, flushed and renamed. What stood at the path is replaced, a
+/// Puts a file with these bytes, which only the user can read (whatever the umask), at the path: a new file,
+/// flushed, which only then is found under any name (see FreshFile). What stood at the path is replaced, a
 /// link is never followed. False when that is not possible (a folder stands there, the folder is missing or
 /// may not be written, the disk is full, the file of somebody else in a sticky folder); then the path is as
 /// it was and no temporary file stays.

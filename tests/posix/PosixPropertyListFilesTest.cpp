@@ -96,6 +96,16 @@ TEST(PosixPropertyListFiles, FileForWhichThereIsNoMemoryIsNothing) {
 }
 #endif
 
+TEST(PosixPropertyListFiles, TheFirstWriteIntoAFolderRemovesWhatAKilledProcessHasLeft) {
+  const TemporaryFolder folder;
+  const std::string left = folder.writeFile(".corvane-0123456789abcdef0123456789abcdef", "secret");
+  const timespec times[] = {{1, 0}, {1, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, left.c_str(), times, 0), 0);
+  PosixPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
+}
+
 TEST(PosixPropertyListFiles, LinkAtThePathIsReplacedAndItsTargetKept) {
   const TemporaryFolder folder;
   folder.writeFile("victim", "precious");

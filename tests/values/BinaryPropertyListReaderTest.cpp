@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "values/BinaryFile.h"
+#include "support/BinaryFile.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane {

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "values/BinaryFile.h"
+#include "support/BinaryFile.h"
 #include "values/MemoryWatch.h"
 #include "values/PropertyListCodec.h"
 
