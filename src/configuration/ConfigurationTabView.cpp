@@ -10,11 +10,8 @@ ConfigurationTabView::ConfigurationTabView() {
   clientGroupTextField.setPlaceholder("None");
   uninstallButton.setToolTip("Remove the client and all its settings, after a confirmation");
 
-  runClientButton.setAccessibleName("Run Client Now");
-  updateClientNowButton.setAccessibleName("Check for Updates Now");
-  runIntervalTextField.setAccessibleName("Run interval in hours");
-  clientGroupTextField.setAccessibleName("Client group");
-  uninstallButton.setAccessibleName("Uninstall the client");
+  runIntervalTextField.setAccessibleName("Run the client every so many hours");
+  clientGroupTextField.setAccessibleName("Group of this computer");
 }
 
 }  // namespace corvane

@@ -23,6 +23,18 @@ AuthorizationView::~AuthorizationView() = default;
 
 void AuthorizationView::updateStatus() { didChange(); }
 
+std::string AuthorizationView::accessibleName() const {
+  switch (state_) {
+    case State::Asking:
+      return Control::accessibleName() + ", waiting";
+    case State::Open:
+      return Control::accessibleName() + ", open";
+    case State::Closed:
+      break;
+  }
+  return Control::accessibleName() + ", closed";
+}
+
 std::string AuthorizationView::label() const {
   switch (state_) {
     case State::Asking:

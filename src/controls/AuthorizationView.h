@@ -33,6 +33,8 @@ class AuthorizationView final : public Control {
   [[nodiscard]] State state() const { return state_; }
   /// The rights while the lock is open, else null.
   [[nodiscard]] Authorization* authorization() const { return authorization_.get(); }
+  /// With the state, which is seen only.
+  [[nodiscard]] std::string accessibleName() const override;
   /// What stands beside the lock.
   [[nodiscard]] std::string label() const;
 

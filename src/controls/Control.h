@@ -34,9 +34,10 @@ class Control {
   void setFrame(const Rect& frame);
   [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
   void setToolTip(std::string text);
-  /// What assistive technology calls the control; unique within the pane. Plain labels have none: their text
-  /// speaks.
-  [[nodiscard]] const std::string& accessibleName() const { return accessibleName_; }
+  /// What assistive technology calls the control; unique within the pane. Where the control shows a text,
+  /// that text speaks and there is no name, unless it would not be understood alone: then the name contains
+  /// it, so that what is seen can be said.
+  [[nodiscard]] virtual std::string accessibleName() const { return accessibleName_; }
   void setAccessibleName(std::string name);
 
   /// For the shell: called after any change of what is shown.

@@ -53,34 +53,28 @@ void OptionsTabView::setFrames() {
   timeMachineWarningTrailingButton.setFrame({410, 54, 60, 18});
 }
 
-// Plain labels have none: their text speaks.
+// What shows a text of its own speaks by it, unless the text is only a part of a sentence.
 void OptionsTabView::setAccessibleNames() {
   volumesScrollView.setAccessibleName("List of volumes");
   volumesTable.setAccessibleName("Volumes");
   volumeOptionsBox.setAccessibleName(volumeTextField.stringValue());
-  showAllVolumeTypesButton.setAccessibleName("Show or hide system volumes");
-  purgeButton.setAccessibleName("Remove the selected volume from the list");
-  monitorPresenceCheckbox.setAccessibleName("Warn when the selected volume is absent");
-  monitorPresenceThresholdTextField.setAccessibleName("Minutes of absence before the warning");
-  monitorUsageCheckbox.setAccessibleName("Warn when the selected volume fills up");
-  monitorUsageThresholdTextField.setAccessibleName("Percentage of use that raises the warning");
+  monitorPresenceCheckbox.setAccessibleName("Absence: Warn after some minutes");
+  monitorPresenceThresholdTextField.setAccessibleName("Absence: Warn after so many minutes");
+  monitorUsageCheckbox.setAccessibleName("Usage: Warn at some percent full");
+  monitorUsageThresholdTextField.setAccessibleName("Usage: Warn at so many percent full");
 
-  bootVolumeWarningCheckbox.setAccessibleName("Warn when the startup disk fills up");
-  bootVolumeFullTextField.setAccessibleName("Percentage of the startup disk in use");
-  bootVolumeWarningTrailingButton.setAccessibleName("Switch the startup disk warning");
-  timeMachineWarningCheckbox.setAccessibleName("Warn when Time Machine backups are old");
-  timeMachineInactiveTextField.setAccessibleName("Days since the last Time Machine backup");
-  timeMachineWarningTrailingButton.setAccessibleName("Switch the Time Machine warning");
-  advancedButton.setAccessibleName("Advanced Time Machine options");
-  automountCheckbox.setAccessibleName(automountCheckbox.title());
+  bootVolumeWarningCheckbox.setAccessibleName("Warn when the startup disk is nearly full");
+  bootVolumeFullTextField.setAccessibleName("Startup disk: so many percent full");
+  bootVolumeWarningTrailingButton.setAccessibleName("percent full: switch the startup disk warning");
+  timeMachineWarningCheckbox.setAccessibleName("Warn when a backup is older than some days");
+  timeMachineInactiveTextField.setAccessibleName("Time Machine: older than so many days");
+  timeMachineWarningTrailingButton.setAccessibleName("days: switch the Time Machine warning");
+  advancedButton.setAccessibleName("Advanced… Time Machine options");
 
   timeMachineAdvancedWindow.setAccessibleName(timeMachineAdvancedWindow.title());
-  manuallyTriggerTextField.setAccessibleName("Days without a backup");
-  timeOfDayTextField.setAccessibleName("Hour at which the backup starts");
-  amPmButton.setAccessibleName("Before or after noon");
-  timeMachineRemovalWarning.setAccessibleName(timeMachineRemovalWarning.title());
-  sheetCancelButton.setAccessibleName("Cancel the Time Machine options");
-  sheetOkButton.setAccessibleName("Save the Time Machine options");
+  manuallyTriggerTextField.setAccessibleName("Start a backup after so many days without one");
+  timeOfDayTextField.setAccessibleName("Time of day: hour");
+  amPmButton.setAccessibleName("Time of day: AM or PM");
 }
 
 void OptionsTabView::setToolTips() {

@@ -12,9 +12,6 @@ PaneView::PaneView(AuthorizationServices& authorization) : authView(authorizatio
   authView.setAccessibleName("Lock");
   tabView.setAccessibleName("Settings");
   quorlenIconButton.setAccessibleName("Client icon");
-  greetingButton.setAccessibleName("Greeting");
-  urlButton.setAccessibleName("Support link");
-  clientVersionButton.setAccessibleName("Client version");
   urlButton.setToolTip("Contact support");
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ConfigurationTabTest.h"
+#include "support/NamedControls.h"
 
 namespace corvane {
 namespace {
@@ -25,7 +26,7 @@ TEST_F(ConfigurationTabStatus, EveryControlForTheUserHasATextAndAUniqueAccessibl
                                                 &view_.uninstallButton};
   for (const Control* control : controls) {
     EXPECT_THAT(control->toolTip(), ::testing::Not(IsEmpty()));
-    EXPECT_TRUE(names.insert(control->accessibleName()).second) << control->accessibleName();
+    EXPECT_TRUE(names.insert(test::spokenName(*control)).second) << test::spokenName(*control);
   }
   EXPECT_FALSE(names.contains(""));
 }

@@ -220,6 +220,16 @@ TEST_F(AuthorizationViewTest, ItsLabelTellsWhatAClickDoes) {
                                               "Click the lock to make changes."}));
 }
 
+TEST_F(AuthorizationViewTest, AssistiveTechnologyHearsTheStateThatIsOnlySeen) {
+  view->setAccessibleName("Lock");
+  std::vector<std::string> names{view->accessibleName()};
+  view->onChange = [&] { names.push_back(view->accessibleName()); };
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  view->click();
+  EXPECT_EQ(names, (std::vector<std::string>{"Lock, closed", "Lock, waiting", "Lock, open", "Lock, closed"}));
+}
+
 TEST_F(AuthorizationViewTest, ARefusedLockSaysSoUntilItIsAskedAgain) {
   constexpr const char* kRefused =
       "The lock could not be opened; the system log says why. Click it to try again.";

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "Assistive.h"
 #include "GuiFixture.h"
 #include "support/DemoClient.h"
 #include "tabs/ConfigurationTabPage.h"
@@ -61,7 +62,7 @@ TEST_F(ConfigurationPage, AllThatNeedsRightsIsDisabledUntilTheLockOpens) {
 
 TEST_F(ConfigurationPage, EveryControlHasAnAccessibleNameAndEveryLabelSpeaksForItself) {
   openDemo();
-  for (const char* name : kControls) EXPECT_FALSE(widget(name).accessibleName().isEmpty()) << name;
+  for (const char* name : kControls) EXPECT_FALSE(spokenName(widget(name)).isEmpty()) << name;
   for (const auto* label : widget("ConfigurationTabPage").findChildren<QLabel*>()) {
     EXPECT_TRUE(label->accessibleName().isEmpty()) << label->objectName().toStdString();
     EXPECT_FALSE(label->text().isEmpty()) << label->objectName().toStdString();

@@ -45,7 +45,7 @@ TEST_F(PaneWindow, PlacesTheHeaderWhereTheCoreSaysAndShowsItsTexts) {
   EXPECT_EQ(url.x(), 332);
   EXPECT_EQ(url.width(), 130);
   EXPECT_EQ(greeting.y(), url.y());
-  EXPECT_EQ(url.accessibleName(), QStringLiteral("Support link"));
+  EXPECT_EQ(url.toolTip(), QStringLiteral("Contact support"));
 }
 
 TEST_F(PaneWindow, AGreetingThatIsTooLongStaysInsideTheWindow) {

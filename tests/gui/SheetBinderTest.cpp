@@ -37,7 +37,7 @@ TEST_F(SheetBinder, OpensAndClosesWithTheCoresWindow) {
   ASSERT_TRUE(view.mainWindow.beginSheet(advanced));
   EXPECT_EQ(sheet(), contents);
   EXPECT_TRUE(contents->isVisible());
-  EXPECT_EQ(contents->accessibleName(), QStringLiteral("Advanced"));
+  EXPECT_EQ(contents->windowTitle(), QStringLiteral("Advanced"));
   view.mainWindow.endSheet(advanced);
   EXPECT_EQ(sheet(), nullptr);
   EXPECT_FALSE(contents->isVisible());

@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include "Assistive.h"
 #include "GuiFixture.h"
 #include "Pictures.h"
 #include "tabs/ConfigurationTabPage.h"
@@ -180,9 +181,9 @@ bool isControl(const QWidget& widget) {
 TEST_F(WholePane, EveryControlHasAnAccessibleNameOfItsOwn) {
   open();
   std::map<QString, QString> names;  // to the object that has it
-  for (const QWidget* control : window().findChildren<QWidget*>()) {
+  for (QWidget* control : window().findChildren<QWidget*>()) {
     if (!isControl(*control)) continue;
-    const QString name = control->accessibleName();
+    const QString name = spokenName(*control);
     EXPECT_FALSE(name.isEmpty()) << control->objectName().toStdString() << " has no name";
     EXPECT_EQ(names.count(name), 0U) << control->objectName().toStdString() << " and "
                                      << names[name].toStdString() << " are both called "

@@ -2,6 +2,7 @@
 
 #include "options/OptionsTabFixture.h"
 #include "options/OptionsTabView.h"
+#include "support/NamedControls.h"
 
 namespace corvane::test {
 namespace {
@@ -54,8 +55,8 @@ TEST_F(OptionsTabViewTest, TheRowsReadAsSentences) {
 TEST_F(OptionsTabViewTest, EveryActingControlHasAnAccessibleNameOfItsOwn) {
   std::set<std::string> names;
   for (const Control* control : actingControls()) {
-    EXPECT_FALSE(control->accessibleName().empty());
-    EXPECT_TRUE(names.insert(control->accessibleName()).second) << control->accessibleName();
+    EXPECT_FALSE(spokenName(*control).empty());
+    EXPECT_TRUE(names.insert(spokenName(*control)).second) << spokenName(*control);
   }
 }
 

@@ -13,6 +13,19 @@ struct NamedControl {
   Control* control;
 };
 
+/// The text that the control itself shows; not what is typed into it.
+inline std::string shownText(const Control& control) {
+  if (const auto* button = dynamic_cast<const Button*>(&control)) return button->title();
+  const auto* field = dynamic_cast<const TextField*>(&control);
+  return field != nullptr && !field->editable() ? field->stringValue() : std::string();
+}
+
+/// What assistive technology says of the control.
+inline std::string spokenName(const Control& control) {
+  const std::string name = control.accessibleName();
+  return name.empty() ? shownText(control) : name;
+}
+
 #define CORVANE_NAMED(control) \
   NamedControl { #control, &(control) }
 

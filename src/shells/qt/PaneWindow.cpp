@@ -8,6 +8,7 @@
 
 #include "Fonts.h"
 #include "Text.h"
+#include "accessibility/AccessibleWidgets.h"
 #include "appearance/Appearance.h"
 #include "binders/AuthorizationViewBinder.h"
 #include "binders/ButtonBinder.h"
@@ -19,6 +20,7 @@ namespace corvane::qt {
 
 PaneWindow::PaneWindow(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PaneWindow>()), sheets_(new SheetHost(this)) {
+  installAccessibleWidgets();
   ui_->setupUi(this);
   // The header's room is measured for this font; a text that comes without one is shown in it too.
   const QFont header = toQFont(Font{Font::Family::Arial, 14});

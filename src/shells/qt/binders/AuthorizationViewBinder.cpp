@@ -1,20 +1,23 @@
 #include "binders/AuthorizationViewBinder.h"
 
 #include "Text.h"
+#include "accessibility/Spoken.h"
 
 namespace corvane::qt {
 
 AuthorizationViewBinder::AuthorizationViewBinder(AuthorizationView& view, LockButton& button, QLabel& label)
     : Binder(view, button), view_(view), button_(button), label_(label) {
   label_.setTextFormat(Qt::PlainText);
-  connect(&button_, &QAbstractButton::clicked, this, [this] { view_.click(); });
+  connect(&button_, &QAbstractButton::clicked, this, [this] {
+    if (isInReach()) view_.click();
+  });
   refresh();
 }
 
 void AuthorizationViewBinder::show() {
   const QString text = toQString(view_.label());
   button_.setOpen(view_.state() == AuthorizationView::State::Open);
-  button_.setAccessibleDescription(text);  // says whether it is open
+  setSpokenDescription(button_, text);
   label_.setText(text);
 }
 

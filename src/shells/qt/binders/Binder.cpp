@@ -1,10 +1,13 @@
 #include "binders/Binder.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <algorithm>
 
 #include "Text.h"
+#include "accessibility/Spoken.h"
 #include "widgets/KeyboardParking.h"
+#include "widgets/SheetHost.h"
 
 namespace corvane::qt {
 
@@ -19,12 +22,20 @@ Binder::Binder(Control& control, QWidget& widget) : QObject(&widget), control_(c
 Binder::~Binder() { control_.onChange = nullptr; }
 
 void Binder::refresh() {
-  widget_.setAccessibleName(toQString(control_.accessibleName()));
+  setSpokenName(namedWidget(), toQString(control_.accessibleName()));
   widget_.setToolTip(plainToolTip(control_.toolTip()));
   show();
   enableOrDisable();
   showOrHide();
   place();
+}
+
+bool Binder::isInReach() const {
+  if (!widget_.isVisible()) return false;
+  const QWidget* panel = QApplication::activeModalWidget();
+  if (panel != nullptr && panel != widget_.window()) return false;
+  const auto* sheets = widget_.window()->findChild<SheetHost*>(QString(), Qt::FindDirectChildrenOnly);
+  return sheets == nullptr || sheets->current() == nullptr || sheets->isAncestorOf(&widget_);
 }
 
 void Binder::enableOrDisable() {

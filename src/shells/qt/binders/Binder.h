@@ -31,6 +31,11 @@ class Binder : public QObject {
   void refresh();
   /// Shows what the kind adds.
   virtual void show() = 0;
+  /// Which widget has the control's accessible name; a kind may show its control in several.
+  [[nodiscard]] virtual QWidget& namedWidget() { return widget_; }
+  /// Whether an act that reached the widget may reach the control: not while the widget is hidden or a
+  /// sheet or a panel stands before it. Mouse and keyboard don't get there then; assistive technology does.
+  [[nodiscard]] bool isInReach() const;
   /// Whether the widget takes acts at all; a kind may take some while its control is disabled.
   [[nodiscard]] virtual bool takesActs() const { return control_.enabled(); }
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -10,12 +10,19 @@ namespace corvane::qt {
 
 ButtonBinder::ButtonBinder(Button& button, QAbstractButton& widget)
     : Binder(button, widget), button_(button), widget_(widget) {
-  // A check box has changed its own state when it reports the click; the control's state is the one that
-  // counts, also when the click was not taken.
-  connect(&widget_, &QAbstractButton::clicked, this, [this] {
-    button_.click();
-    refresh();
-  });
+  if (auto* checkBox = qobject_cast<QCheckBox*>(&widget_)) {
+    // Assistive technology switches the box without a click.
+    connect(checkBox, &QCheckBox::stateChanged, this, &ButtonBinder::act);
+  } else {
+    connect(&widget_, &QAbstractButton::clicked, this, &ButtonBinder::act);
+  }
+  refresh();
+}
+
+// A check box has changed its own state when it reports that; the control's state is the one that counts,
+// also when the act was not taken.
+void ButtonBinder::act() {
+  if (isInReach()) button_.click();
   refresh();
 }
 

@@ -16,6 +16,7 @@ class ButtonBinder final : public Binder {
 
  private:
   void show() override;
+  void act();
 
   Button& button_;
   QAbstractButton& widget_;

@@ -16,6 +16,8 @@ class PopUpButtonBinder final : public Binder {
 
  private:
   void show() override;
+  void choose(int index);
+  void showInList();
 
   PopUpButton& button_;
   QComboBox& widget_;

@@ -15,7 +15,7 @@ SheetBinder::SheetBinder(Window& sheet, QWidget& contents, SheetHost& host)
 SheetBinder::~SheetBinder() { sheet_.onChange = nullptr; }
 
 void SheetBinder::refresh() {
-  contents_.setAccessibleName(toQString(sheet_.title()));
+  contents_.setWindowTitle(toQString(sheet_.title()));
   if (sheet_.isSheet()) {
     host_.open(&contents_);
   } else {

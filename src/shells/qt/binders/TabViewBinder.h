@@ -16,6 +16,7 @@ class TabViewBinder final : public Binder {
 
  private:
   void show() override;
+  [[nodiscard]] QWidget& namedWidget() override;
 
   TabView& tabView_;
   TabPane& widget_;

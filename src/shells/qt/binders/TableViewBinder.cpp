@@ -127,10 +127,11 @@ void TableViewBinder::showSelection() {
   if (followsSelection_) widget_.scrollTo(row);
 }
 
-void TableViewBinder::userSelected() {
+// What was added counts, not what is selected now: assistive technology first takes the selection away and
+// then adds to it what meanwhile is selected again.
+void TableViewBinder::userSelected(const QItemSelection& selected) {
   if (showing_) return;
-  const QModelIndexList rows = widget_.selectionModel()->selectedRows();
-  table_.clickRow(rows.isEmpty() ? -1 : rows.first().row());
+  if (isInReach() && !selected.isEmpty()) table_.clickRow(selected.first().top());
   showSelection();  // what the control has made of it
 }
 

@@ -2,6 +2,7 @@
 // is disabled looks so and lets no row be chosen, but it can be scrolled, by mouse and keyboard.
 #pragma once
 
+#include <QItemSelection>
 #include <QTableView>
 
 #include "binders/Binder.h"
@@ -29,7 +30,7 @@ class TableViewBinder final : public Binder {
   /// Home and End choose the first and the last row; the toolkit would go to the row's first and last cell.
   bool chooseEndWith(int key);
   void showSelection();
-  void userSelected();
+  void userSelected(const QItemSelection& selected);
 
   TableView& table_;
   QTableView& widget_;

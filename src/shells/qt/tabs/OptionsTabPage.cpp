@@ -5,6 +5,7 @@
 
 #include "Fonts.h"
 #include "Text.h"
+#include "accessibility/Spoken.h"
 #include "binders/ButtonBinder.h"
 #include "binders/LabelBinder.h"
 #include "binders/PopUpButtonBinder.h"
@@ -38,6 +39,7 @@ OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget*
   ui_->volumeOptionMountPathButton->setAlignment(Qt::AlignRight);
   for (LabelButton* stored : {ui_->volumeOptionMountPathButton, ui_->volumeOptionPathButton})
     stored->setForegroundRole(QPalette::Text);  // to be read also while it may not be changed
+  setSpokenName(*ui_->volumeOptionsBox, toQString(view_.volumeOptionsBox.accessibleName()));
   setBold(*ui_->volumeTextField);
   makeHint(*ui_->minutesTextField);
   makeHint(*ui_->percentageTextField);

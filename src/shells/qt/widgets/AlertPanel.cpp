@@ -51,6 +51,7 @@ AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
     : QWidget(parent), alert_(alert), ui_(std::make_unique<Ui::AlertPanel>()) {
   ui_->setupUi(this);
   setFocusPolicy(Qt::ClickFocus);
+  setWindowTitle(toQString(alert.messageText));
   ui_->icon->setPixmap(alertIcon(alert, devicePixelRatioF()));
   ui_->message->setText(toQString(alert.messageText));
   QFont bold = font();
@@ -61,6 +62,7 @@ AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
   while (informative.endsWith(QLatin1Char('\n'))) informative.chop(1);
   ui_->informative->setText(breakable(informative));
   ui_->informative->setAccessibleName(informative);
+  setAccessibleDescription(informative);
   ui_->informative->setVisible(!informative.isEmpty());
   if (alert.accessory) addAccessory(*alert.accessory);
   addButtons(alert.buttons);

@@ -34,10 +34,13 @@ void LabelButton::setActive(bool active) {
   showShape();
 }
 
+bool LabelButton::isLink() const {
+  return std::any_of(text_.runs.begin(), text_.runs.end(),
+                     [](const auto& run) { return run.attributes.underlined; });
+}
+
 void LabelButton::showShape() {
-  const bool isLink = std::any_of(text_.runs.begin(), text_.runs.end(),
-                                  [](const auto& run) { return run.attributes.underlined; });
-  if (isLink && focusPolicy() != Qt::NoFocus) {
+  if (isLink() && isActive()) {
     setCursor(Qt::PointingHandCursor);
   } else {
     unsetCursor();

@@ -16,6 +16,9 @@ class LabelButton final : public PaintedButton {
   void setAttributedText(const AttributedText& text);
   /// Whether a click does something; a mere label takes no focus.
   void setActive(bool active);
+  [[nodiscard]] bool isActive() const { return focusPolicy() != Qt::NoFocus; }
+  /// Whether it looks like one.
+  [[nodiscard]] bool isLink() const;
   void setAlignment(Qt::Alignment alignment);
 
   [[nodiscard]] QSize sizeHint() const override;

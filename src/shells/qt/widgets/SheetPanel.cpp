@@ -37,6 +37,10 @@ void SheetPanel::setContents(QWidget* contents) {
   }
 }
 
+QWidget* SheetPanel::contents() const {
+  return layout_->count() > 0 ? layout_->itemAt(0)->widget() : nullptr;
+}
+
 void SheetPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -87,7 +91,7 @@ void SheetPanel::keyPressEvent(QKeyEvent* event) {
 }
 
 void SheetPanel::takeFocus() {
-  QWidget* contents = layout_->count() > 0 ? layout_->itemAt(0)->widget() : nullptr;
+  QWidget* contents = this->contents();
   if (contents == nullptr) return;
   QWidget* first = contents->focusProxy();
   if (first == nullptr && contents->focusPolicy() != Qt::NoFocus) first = contents;

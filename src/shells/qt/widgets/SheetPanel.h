@@ -15,6 +15,8 @@ class SheetPanel final : public QWidget {
  public:
   explicit SheetPanel(QWidget* parent);
   void setContents(QWidget* contents);
+  /// Null while no sheet is open.
+  [[nodiscard]] QWidget* contents() const;
   /// Gives the keyboard focus to the contents' focus proxy or, without one, to the first control.
   void takeFocus();
 

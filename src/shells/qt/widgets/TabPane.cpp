@@ -40,6 +40,7 @@ void TabPane::setPage(int index, QWidget* page) {
   QWidget* before = pages_->widget(index);
   if (before == nullptr) return;
   const int shown = pages_->currentIndex();
+  page->setAccessibleName(bar_->tabText(index));
   pages_->removeWidget(before);
   delete before;
   pages_->insertWidget(index, page);

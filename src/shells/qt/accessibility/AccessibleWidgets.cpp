@@ -1,0 +1,77 @@
+#include "accessibility/AccessibleWidgets.h"
+
+#include <QAccessibleWidget>
+
+#include "PaneWindow.h"
+#include "widgets/LabelButton.h"
+#include "widgets/SheetPanel.h"
+
+namespace corvane::qt {
+namespace {
+
+/// A sheet is a dialog that is called what its contents are called, and that stands before everything else of
+/// its window.
+class AccessibleSheet final : public QAccessibleWidget {
+ public:
+  explicit AccessibleSheet(SheetPanel& panel)
+      : QAccessibleWidget(&panel, QAccessible::Dialog), panel_(panel) {}
+
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
+    const QWidget* contents = panel_.contents();
+    if (contents != nullptr && kind == QAccessible::Name) return contents->windowTitle();
+    if (contents != nullptr && kind == QAccessible::Description) return contents->accessibleDescription();
+    return QAccessibleWidget::text(kind);
+  }
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.modal = true;
+    return state;
+  }
+
+ private:
+  const SheetPanel& panel_;
+};
+
+/// A text that can be clicked is a button, or a link where it looks like one; one that cannot is a text.
+class AccessibleLabelButton final : public QAccessibleWidget {
+ public:
+  explicit AccessibleLabelButton(LabelButton& button) : QAccessibleWidget(&button), button_(button) {}
+
+  [[nodiscard]] QAccessible::Role role() const override {
+    if (!button_.isActive()) return QAccessible::StaticText;
+    return button_.isLink() ? QAccessible::Link : QAccessible::PushButton;
+  }
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
+    const QString own = QAccessibleWidget::text(kind);
+    return kind == QAccessible::Name && own.isEmpty() ? button_.text() : own;
+  }
+  [[nodiscard]] QStringList actionNames() const override {
+    QStringList names = QAccessibleWidget::actionNames();
+    if (button_.isActive() && button_.isEnabled()) names.prepend(pressAction());
+    return names;
+  }
+  void doAction(const QString& name) override {
+    if (name != pressAction()) {
+      QAccessibleWidget::doAction(name);
+    } else if (actionNames().contains(name)) {
+      button_.animateClick();
+    }
+  }
+
+ private:
+  LabelButton& button_;
+};
+
+QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
+  if (auto* window = qobject_cast<PaneWindow*>(object))
+    return new QAccessibleWidget(window, QAccessible::Window);
+  if (auto* panel = qobject_cast<SheetPanel*>(object)) return new AccessibleSheet(*panel);
+  if (auto* button = qobject_cast<LabelButton*>(object)) return new AccessibleLabelButton(*button);
+  return nullptr;
+}
+
+}  // namespace
+
+void installAccessibleWidgets() { QAccessible::installFactory(makeAccessible); }
+
+}  // namespace corvane::qt
