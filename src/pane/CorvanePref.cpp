@@ -9,6 +9,8 @@ namespace {
 constexpr const char* kRight = "system.privilege.admin";
 /// How long after the loss of the client settings the pane locks itself, in seconds.
 constexpr double kLockDelay = 5.0;
+constexpr const char* kAnotherPane =
+    "Another pane is open on %@; where both change a file, what was written last counts";
 
 }  // namespace
 
@@ -82,6 +84,10 @@ void CorvanePref::mainViewDidLoad() {
     platform_.log.write(formatText("Could not open %@", {paths_.installFolder}));
     platform_.dialogs.runModalAlert(
         warningAlert("Monitoring Client Error", "The monitoring client may have been partially uninstalled"));
+  }
+  claim_ = platform_.files.claimTree(paths_.installFolder);
+  if (claim_.isTaken) {
+    platform_.log.write(formatText(kAnotherPane, {paths_.installFolder}));
   }
   monitor_.start();
   outlets_.view.tabView.selectTabViewItemAtIndex(0);

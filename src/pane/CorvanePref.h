@@ -90,6 +90,7 @@ class CorvanePref final : public PaneServices,
   Outlets outlets_;
   PrivilegedExecution execution_;
   RootFileOperations rootFiles_;
+  Files::Held claim_;  // of the tree, while this pane is open on it
   ClientHeader header_;
   QLDefaultsController quorlen_;
   QLDefaultsController quorlenBackup_;  // without a delegate: never written

@@ -10,11 +10,13 @@
 #include <sys/event.h>
 #include <sys/random.h>
 #else
+#include <algorithm>
 #include <cstdio>
-#include <string>
 
 #include <sys/random.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
+#include <sys/un.h>
 #endif
 
 namespace corvane {
@@ -34,6 +36,11 @@ int linkFileWithoutName(int, int, const char*) {
 
 int renameWithoutReplacing(int folder, const char* from, const char* to) {
   return ::renameatx_np(folder, from, folder, to, RENAME_EXCL);
+}
+
+FileDescriptor claimName(const std::string&) {
+  errno = ENOTSUP;
+  return {};
 }
 
 bool openPipe(int (&ends)[2]) {
@@ -84,6 +91,18 @@ int linkFileWithoutName(int descriptor, int folder, const char* name) {
 
 int renameWithoutReplacing(int folder, const char* from, const char* to) {
   return ::renameat2(folder, from, folder, to, RENAME_NOREPLACE);
+}
+
+FileDescriptor claimName(const std::string& name) {
+  // The address of a socket that nobody connects to; with a NUL before it, it is no file.
+  FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  const std::size_t length = std::min(name.size(), sizeof address.sun_path - 1);
+  std::copy_n(name.begin(), length, &address.sun_path[1]);
+  const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);
+  if (socket && ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), size) != 0) socket.reset();
+  return socket;
 }
 
 bool openPipe(int (&ends)[2]) { return ::pipe2(ends, O_CLOEXEC) == 0; }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <ctime>
+#include <string>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -31,6 +32,9 @@ inline constexpr int kFolderToWorkBelow = O_PATH | O_DIRECTORY | O_CLOEXEC;
 // rename that can't be made dependent on that is EINVAL or ENOTSUP.
 [[nodiscard]] int linkFileWithoutName(int descriptor, int folder, const char* name);
 [[nodiscard]] int renameWithoutReplacing(int folder, const char* from, const char* to);
+/// Takes a name that one process of the machine can have, until the descriptor is closed. None with errno
+/// EADDRINUSE when another one has it; none where there are no such names.
+[[nodiscard]] FileDescriptor claimName(const std::string& name);
 /// Like pipe(2), both ends closed in programs that are started.
 [[nodiscard]] bool openPipe(int (&ends)[2]);
 /// A descriptor that becomes readable when the child has ended; none when it can't be watched.

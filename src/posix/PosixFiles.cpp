@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <iterator>
+#include <thread>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include "posix/Differences.h"
@@ -36,11 +39,55 @@ std::optional<std::vector<Entry>> list(FileDescriptor folder, const std::string&
 
 bool holdsNul(const std::string& path) { return path.find('\0') != std::string::npos; }
 
+std::optional<struct stat> attributesOf(const std::string& path) {
+  struct stat status {};
+  return !holdsNul(path) && ::stat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+/// A lock belongs to the open folder: a process that was started meanwhile may have it open, too, so that it
+/// is not enough to close it.
+struct FolderLock {
+  explicit FolderLock(FileDescriptor locked) : folder(std::move(locked)) {}
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+  ~FolderLock() { ::flock(folder.get(), LOCK_UN); }
+  FileDescriptor folder;
+};
+
 }  // namespace
 
-bool PosixFiles::exists(const std::string& path) {
-  struct stat status {};
-  return !holdsNul(path) && ::stat(path.c_str(), &status) == 0;
+bool PosixFiles::exists(const std::string& path) { return attributesOf(path).has_value(); }
+
+bool PosixFiles::areSame(const std::string& one, const std::string& other) {
+  if (one == other) return true;
+  const auto first = attributesOf(one);
+  const auto second = attributesOf(other);
+  return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+}
+
+Files::Held PosixFiles::holdFolder(const std::string& folder, double patience) {
+  if (holdsNul(folder)) return {};
+  FileDescriptor opened = FolderReader::open(AT_FDCWD, folder.c_str());
+  if (!opened) return {};
+  using Clock = std::chrono::steady_clock;
+  const auto deadline = Clock::now() + std::chrono::duration<double>(patience);
+  // The others hold it for some milliseconds. Not a lock that waits: somebody could keep it for ever.
+  while (::flock(opened.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK) return {};
+    if (Clock::now() >= deadline) return {.hold = nullptr, .isTaken = true};
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+  return {.hold = std::make_shared<FolderLock>(std::move(opened))};
+}
+
+Files::Held PosixFiles::claimTree(const std::string& folder) {
+  const auto status = attributesOf(folder);
+  if (!status) return {};
+  FileDescriptor name = claimName("org.example.corvane.pane/" + std::to_string(status->st_dev) + ":" +
+                                  std::to_string(status->st_ino));
+  if (!name) return {.hold = nullptr, .isTaken = errno == EADDRINUSE};
+  return {.hold = std::make_shared<FileDescriptor>(std::move(name))};
 }
 
 Files::ModificationDate PosixFiles::modificationDate(const std::string& path) {

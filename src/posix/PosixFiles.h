@@ -15,6 +15,11 @@ class PosixFiles : public Files {
   /// everywhere in the pane, so such a name could be neither shown nor stored. What vanishes during the walk
   /// is left out.
   [[nodiscard]] std::optional<std::vector<std::string>> walk(const std::string& folder) override;
+  [[nodiscard]] bool areSame(const std::string& one, const std::string& other) override;
+  /// By a lock on the open folder (flock), which ends with the process: whoever may read the folder can take
+  /// it.
+  [[nodiscard]] Held holdFolder(const std::string& folder, double patience) override;
+  [[nodiscard]] Held claimTree(const std::string& folder) override;
 };
 
 }  // namespace corvane

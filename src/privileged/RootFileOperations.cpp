@@ -3,12 +3,27 @@
 #include "values/Text.h"
 
 namespace corvane {
+namespace {
+
+constexpr const char* kNotStaged = "Failed to write tmp file";
+/// How long another pane's write is waited for, in seconds; it takes some milliseconds.
+constexpr double kPatience = 2.0;
+
+}  // namespace
 
 void RootFileOperations::setPlistFileValues(const std::string& target, const PropertyList& values) {
   const std::string staging = paths_.writeStaging(target);
+  const std::string folder = deletingLastPathComponent(staging);
+  // Such a file would be removed as a staging file, before and after the write.
+  if (platform_.files.areSame(folder, deletingLastPathComponent(target))) {
+    return refuse(target, "files are staged in its folder");
+  }
+  // Targets of one name have one staging file, also those of another pane. Writes of this one never overlap.
+  const Files::Held held = platform_.files.holdFolder(folder, kPatience);
+  if (held.isTaken) return refuse(target, "another pane is writing");
   deleteFile(staging);  // of an earlier write that did not end
   if (!platform_.propertyLists.write(staging, values)) {
-    platform_.log.write("Failed to write tmp file");
+    platform_.log.write(kNotStaged);
     return;
   }
   if (hasPrefixIgnoringCase(paths_.onClient(target), kRootHomePrefix)) {
@@ -22,6 +37,11 @@ void RootFileOperations::setPlistFileValues(const std::string& target, const Pro
   const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {staging, target});
   if (status != 0) logStatus("Error writing plist file: %d", status);
   deleteFile(staging);
+}
+
+void RootFileOperations::refuse(const std::string& target, const char* reason) {
+  platform_.log.write(formatText("Not writing %@: %@", {target, reason}));
+  platform_.log.write(kNotStaged);
 }
 
 Dictionary RootFileOperations::readRootFile(const std::string& source) {

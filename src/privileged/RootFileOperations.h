@@ -19,7 +19,9 @@ class RootFileOperations {
 
   /// Replaces the contents of the file by the value (a dictionary or an array), written as XML: staged as the
   /// user, then copied over the target as root. An existing target keeps its owner and mode. `target` is
-  /// absolute, below the root prefix. When the staging file can't be written the target is left alone.
+  /// absolute, below the root prefix. When the staging file can't be written the target is left alone; so it
+  /// is when it lies in the staging folder itself, or when another pane's write takes longer than two
+  /// seconds.
   void setPlistFileValues(const std::string& target, const PropertyList& values);
   /// The dictionary in a file that only root can read, through a staging copy that is left in place; nothing
   /// when it can't be copied or read.
@@ -34,6 +36,7 @@ class RootFileOperations {
  private:
   [[nodiscard]] std::string housekeepingFiles() const;
   void runShell(const std::string& command, std::string_view failureFormat);
+  void refuse(const std::string& target, const char* reason);
   void logStatus(std::string_view format, std::int16_t status);
 
   Platform& platform_;

@@ -63,6 +63,13 @@ TEST_F(CorvanePrefTest, AwakeningASecondTimeOnlyRefreshes) {
   EXPECT_EQ(calls_, allRefreshed_);
 }
 
+TEST_F(CorvanePrefTest, ASecondPaneOnTheTreeSaysSoOnce) {
+  platform_.files.isTaken = true;
+  load();
+  EXPECT_THAT(platform_.log.lines, ElementsAre("Another pane is open on " + platform_.paths.installFolder +
+                                               "; where both change a file, what was written last counts"));
+}
+
 TEST_F(CorvanePrefTest, WithoutTheInstallFolderThePaneIsUninstalledFromTheStart) {
   platform_.remove(platform_.paths.installFolder);
   createPane().awakeFromNib();

@@ -1,5 +1,6 @@
 #include <array>
 #include <filesystem>
+#include <functional>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -7,8 +8,11 @@
 #include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "posix/FileDescriptor.h"
+#include "posix/Pipe.h"
 #include "posix/PosixFiles.h"
 #include "support/OtherUser.h"
 #include "support/TemporaryFolder.h"
@@ -204,6 +208,81 @@ TEST(PosixFiles, WalkNeedsFewDescriptorsForADeepTree) {
   ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
   ASSERT_TRUE(paths);
   EXPECT_EQ(paths->size(), 500U);
+}
+
+/// Runs the body in another process and answers what it answers.
+int inAnotherProcess(const std::function<int()>& body) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(body());
+  int status = 0;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+enum : int { kHeld, kTaken, kNeither };
+int outcomeOf(const Files::Held& held) { return held.hold ? kHeld : held.isTaken ? kTaken : kNeither; }
+
+TEST(PosixFiles, FolderIsHeldByOneProcessAndWaitedForNoLongerThanAsked) {
+  const TemporaryFolder folder;
+  const auto holdInAnother = [&](double patience) {
+    return inAnotherProcess([&] { return outcomeOf(PosixFiles().holdFolder(folder.path(), patience)); });
+  };
+  auto held = PosixFiles().holdFolder(folder.path(), 0);
+  ASSERT_EQ(outcomeOf(held), kHeld);
+  EXPECT_EQ(holdInAnother(0), kTaken);
+  EXPECT_EQ(holdInAnother(0.01), kTaken);
+  held.hold.reset();
+  EXPECT_EQ(holdInAnother(0), kHeld) << "and let go of when that process ended";
+  EXPECT_EQ(outcomeOf(PosixFiles().holdFolder(folder.path(), 0)), kHeld);
+}
+
+TEST(PosixFiles, FolderThatIsLetGoOfInTimeIsHeldByWhoWaits) {
+  const TemporaryFolder folder;
+  auto held = PosixFiles().holdFolder(folder.path(), 0);
+  const auto ready = makePipe();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    (void)::write(ready.writeEnd.get(), "x", 1);
+    ::_exit(outcomeOf(PosixFiles().holdFolder(folder.path(), 60)));
+  }
+  char byte = 0;
+  ASSERT_EQ(::read(ready.readEnd.get(), &byte, 1), 1);
+  held.hold.reset();
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), kHeld);
+}
+
+TEST(PosixFiles, WhatCannotBeHeldIsNotTaken) {
+  const TemporaryFolder folder;
+  for (const std::string& path : {folder / "missing", folder.writeFile("file"), std::string("\0", 1)})
+    EXPECT_EQ(outcomeOf(PosixFiles().holdFolder(path, 60)), kNeither);
+}
+
+TEST(PosixFiles, TreeIsClaimedByOneProcessHoweverItIsReached) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory_symlink(folder.path(), folder / "link");
+  auto claim = PosixFiles().claimTree(folder.path());
+  if (!claim.hold) GTEST_SKIP() << "NOT TESTED: this system has no names for processes";
+  for (const std::string& path : {folder.path(), folder / "link"}) {
+    EXPECT_EQ(inAnotherProcess([&] { return outcomeOf(PosixFiles().claimTree(path)); }), kTaken);
+  }
+  const TemporaryFolder other;
+  EXPECT_EQ(outcomeOf(PosixFiles().claimTree(other.path())), kHeld);
+  EXPECT_EQ(outcomeOf(PosixFiles().claimTree(folder / "missing")), kNeither);
+  claim.hold.reset();
+  EXPECT_EQ(inAnotherProcess([&] { return outcomeOf(PosixFiles().claimTree(folder.path())); }), kHeld);
+}
+
+TEST(PosixFiles, PathsThatLeadToOneFileAreTheSame) {
+  const TemporaryFolder folder;
+  folder.makeFolder("a");
+  std::filesystem::create_directory_symlink("a", folder / "b");
+  PosixFiles files;
+  EXPECT_TRUE(files.areSame(folder / "a", folder / "b"));
+  EXPECT_TRUE(files.areSame(folder / "a/../a/.", folder / "b/"));
+  EXPECT_TRUE(files.areSame(folder / "missing", folder / "missing"));
+  EXPECT_FALSE(files.areSame(folder / "a", folder.path()));
+  EXPECT_FALSE(files.areSame(folder / "missing", folder / "a"));
 }
 
 }  // namespace

@@ -68,6 +68,46 @@ TEST_F(RootFileOperationsTest, AStagingFileThatCannotBeWrittenStopsTheWrite) {
   EXPECT_EQ(platform_.readPlist(target_), Dictionary::make({{"Old", PropertyList::integer(1)}}));
 }
 
+TEST_F(RootFileOperationsTest, TheStagingFolderIsHeldFromTheFirstActOfAWriteToItsLast) {
+  platform_.writeText(staging_, "stale");
+  std::vector<std::vector<std::string>> holds;
+  platform_.authorization.onCommand = [&](const test::RootCommand&) {
+    holds.push_back(platform_.files.holds);
+  };
+  operations_.setPlistFileValues(target_, values_);
+  const std::vector<std::string> held = {platform_.paths.onDisk("/private/tmp")};
+  EXPECT_EQ(holds, (std::vector<std::vector<std::string>>{held, held, held})) << "rm, cp, rm";
+  EXPECT_TRUE(platform_.files.holds.empty());
+}
+
+TEST_F(RootFileOperationsTest, AWriteThatAnotherPaneDoesNotLetBeginTouchesNothing) {
+  platform_.writePlist(target_, Dictionary::make({{"Old", PropertyList::integer(1)}}));
+  platform_.writeText(staging_, "of the other pane");
+  platform_.files.isTaken = true;
+  operations_.setPlistFileValues(target_, values_);
+  EXPECT_TRUE(platform_.authorization.commands.empty());
+  EXPECT_EQ(platform_.readPlist(target_), Dictionary::make({{"Old", PropertyList::integer(1)}}));
+  EXPECT_EQ(platform_.files.contents(staging_, 100), "of the other pane");
+  EXPECT_EQ(platform_.log.lines,
+            (std::vector<std::string>{"Not writing " + target_ + ": another pane is writing",
+                                      "Failed to write tmp file"}));
+}
+
+TEST_F(RootFileOperationsTest, AFileInTheStagingFolderIsNotWrittenAndNotRemoved) {
+  std::filesystem::create_directory_symlink("private/tmp", platform_.paths.onDisk("/tmp"));
+  for (const char* path : {"/private/tmp/x.plist", "/tmp/x.plist"}) {
+    const std::string target = platform_.paths.onDisk(path);
+    platform_.log.lines.clear();
+    platform_.writePlist(target, values_);
+    operations_.setPlistFileValues(target, Dictionary::make());
+    EXPECT_TRUE(platform_.authorization.commands.empty());
+    EXPECT_EQ(platform_.readPlist(target), values_);
+    EXPECT_EQ(platform_.log.lines,
+              (std::vector<std::string>{"Not writing " + target + ": files are staged in its folder",
+                                        "Failed to write tmp file"}));
+  }
+}
+
 TEST_F(RootFileOperationsTest, AFileInRootsHomeGetsItsParentFolderFirst) {
   for (const char* path : {"/var/root/Library/a/x.plist", "/VAR/Root/Library/b/x.plist"}) {
     platform_.authorization.commands.clear();

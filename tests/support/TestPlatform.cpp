@@ -105,6 +105,19 @@ std::optional<std::vector<std::string>> RealFiles::walk(const std::string& folde
   return found;
 }
 
+bool RealFiles::areSame(const std::string& one, const std::string& other) {
+  std::error_code missing;
+  return one == other || std::filesystem::equivalent(one, other, missing);
+}
+
+Files::Held RealFiles::holdFolder(const std::string& folder, double) {
+  if (isTaken) return {.hold = nullptr, .isTaken = true};
+  holds.push_back(folder);
+  return {.hold = std::shared_ptr<void>(this, [this, folder](void*) { std::erase(holds, folder); })};
+}
+
+Files::Held RealFiles::claimTree(const std::string&) { return {.hold = nullptr, .isTaken = isTaken}; }
+
 PropertyList RealPropertyListFiles::read(const std::string& path) {
   reads.push_back(path);
   const auto bytes = RealFiles().contents(path, std::size_t{1} << 30U);

@@ -34,8 +34,13 @@ class RealFiles final : public Files {
   ModificationDate modificationDate(const std::string& path) override;
   std::optional<std::string> contents(const std::string& path, std::size_t limit) override;
   std::optional<std::vector<std::string>> walk(const std::string& folder) override;
+  bool areSame(const std::string& one, const std::string& other) override;
+  Held holdFolder(const std::string& folder, double patience) override;
+  Held claimTree(const std::string& folder) override;
   /// Played instead of the real date of a path.
   std::map<std::string, ModificationDate> dates;
+  std::vector<std::string> holds;  // the folders that are held now
+  bool isTaken = false;            // by another process: every folder and tree
 };
 
 /// Real property-list files; reads are counted, writes can be made to fail.
