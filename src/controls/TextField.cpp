@@ -28,6 +28,11 @@ void TextField::setStringValue(std::string text) {
 void TextField::setIntValue(std::int32_t value) { setObjectValue(PropertyList::integer(value)); }
 
 void TextField::setObjectValue(PropertyList value) {
+  editing_ = false;
+  setObjectValueBehindEditing(std::move(value));
+}
+
+void TextField::setObjectValueBehindEditing(PropertyList value) {
   objectValue_ = std::move(value);
   if (!editing_) showObjectValue();
 }

@@ -1,8 +1,9 @@
 // A field that shows a text or lets the user type one, with an optional formatter between its value and its
 // text. Static labels are fields that are not editable.
 //
-// While the user is typing in it, a value that a controller sets does not disturb the text: it is shown when
-// the editing ends without a change.
+// What is being typed is not yet the value. What a new value means for it, only the owner of the field knows
+// and says: `setObjectValue` shows the value and drops what was typed, `setObjectValueBehindEditing` lets the
+// user go on.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +31,10 @@ class TextField final : public Control, private Formatter::Client {
   void setStringValue(std::string text);
   void setIntValue(std::int32_t value);
   /// Shows the value as the formatter (or, without one, its plain description) gives it; nothing shows as
-  /// empty.
+  /// empty. A text that is being typed is dropped.
   void setObjectValue(PropertyList value);
+  /// The same, but a text that is being typed stays; the value is shown if its editing is aborted.
+  void setObjectValueBehindEditing(PropertyList value);
 
   [[nodiscard]] const std::shared_ptr<Formatter>& formatter() const { return formatter_; }
   void setFormatter(std::shared_ptr<Formatter> formatter);

@@ -139,7 +139,6 @@ void OptionsTabViewController::tableViewSelectionDidChange(TableView& /*table*/)
 }
 
 void OptionsTabViewController::advancedButtonAction() {
-  sheet_.forgetEdits();
   refreshTimeMachine();
   sheet_.begin();
 }

@@ -43,20 +43,15 @@ void TimeMachineSheet::detachFormatters() {
 }
 
 void TimeMachineSheet::showSettings() {
+  // A formatter remembers that its field was cleared, and would show its default in place of the file's
+  // value.
+  attachFormatters();
   const QLDefaultsController& store = timeMachine_.store();
   const ClockHour shown = clockHour(intValue(store.value(time_machine_key::kManualRunHour)));
   view_.amPmButton.selectItemAtIndex(shown.half);
   view_.timeOfDayTextField.setIntValue(shown.hour);
   view_.manuallyTriggerTextField.setIntValue(intValue(store.value(time_machine_key::kDaysUntilManualRun)));
   view_.timeMachineRemovalWarning.setIntState(intValue(store.value(time_machine_key::kEnableOnRemoval)));
-}
-
-void TimeMachineSheet::forgetEdits() {
-  view_.timeOfDayTextField.abortEditing();
-  view_.manuallyTriggerTextField.abortEditing();
-  // A formatter remembers that its field was cleared, and would show its default in place of the file's
-  // value.
-  attachFormatters();
 }
 
 void TimeMachineSheet::begin() { view_.window.beginSheet(view_.timeMachineAdvancedWindow); }

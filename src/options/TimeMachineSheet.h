@@ -18,10 +18,9 @@ class TimeMachineSheet {
   /// Gives the number fields new formatters, which know nothing of an earlier edit.
   void attachFormatters();
   void detachFormatters();
-  /// Fills the controls from the store.
+  /// Fills the controls from the store, all of them: an hour that is being typed goes together with the half
+  /// of the day, so that no hour is ever made up of one from the user and one from the file.
   void showSettings();
-  /// Drops what an earlier opening has left in the fields. To be called before the settings are shown.
-  void forgetEdits();
   /// Opens the sheet on the tab's window.
   void begin();
   /// Writes the settings and closes the sheet.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <initializer_list>
+#include <utility>
 
 #include "options/VolumeKeys.h"
 #include "values/Conversions.h"
@@ -27,6 +28,12 @@ PropertyList shownThreshold(const PropertyList& stored) {
   return isNumber(stored) ? stored : PropertyList();
 }
 
+bool isOnlyOneOfItsVolume(const VolumeList& volumes, const Dictionary& entry) {
+  return std::ranges::count_if(volumes.entries(), [&](const Dictionary& other) {
+           return volumeName(other) == volumeName(entry) && volumePath(other) == volumePath(entry);
+         }) == 1;
+}
+
 }  // namespace
 
 Dictionary VolumeSettingsEditor::selectedEntry() const {
@@ -45,18 +52,32 @@ void VolumeSettingsEditor::refreshVolumeControls() {
   view_.showAllVolumeTypesButton.setEnabled(pane_.unlocked());
 }
 
-/// A rebuild of the list leaves what is being typed alone as long as it is about the same volume; what was
-/// typed for a volume that has gone must not stand there as the threshold of another one.
-void VolumeSettingsEditor::forgetTypingForAnotherVolume(const Dictionary& entry) {
-  if (volumeName(entry) == shownName_ && volumePath(entry) == shownPath_) return;
-  shownName_ = volumeName(entry);
-  shownPath_ = volumePath(entry);
-  view_.monitorUsageThresholdTextField.abortEditing();
-  view_.monitorPresenceThresholdTextField.abortEditing();
+/// A rebuild makes new entries; an old one is found again by its name and path where no other entry has the
+/// same.
+bool VolumeSettingsEditor::isShownAlready(const Dictionary& entry) const {
+  if (!shown_) return false;
+  if (shown_.isSameObject(entry)) return true;
+  return shownIsTheOnlyOne_ && isOnlyOneOfItsVolume(catalogue_.volumes(), entry) &&
+         volumeName(shown_) == volumeName(entry) && volumePath(shown_) == volumePath(entry);
+}
+
+/// Each number is stored as it is typed, so a text that is being typed stays only as long as the entry holds
+/// what was stored for it: neither a volume's threshold that has changed meanwhile nor that of another volume
+/// is hidden by it.
+void VolumeSettingsEditor::showThresholds(const Dictionary& entry) {
+  const bool isShown = isShownAlready(entry);
+  shown_ = entry;
+  shownIsTheOnlyOne_ = isOnlyOneOfItsVolume(catalogue_.volumes(), entry);
+  for (const auto& [field, key] :
+       {std::pair{&view_.monitorUsageThresholdTextField, volume_key::kUsageThreshold},
+        std::pair{&view_.monitorPresenceThresholdTextField, volume_key::kPresenceThreshold}}) {
+    const PropertyList threshold = shownThreshold(entry.value(key));
+    if (isShown && field->objectValue() == threshold) continue;
+    field->setObjectValue(threshold);
+  }
 }
 
 void VolumeSettingsEditor::showEntry(const Dictionary& entry) {
-  forgetTypingForAnotherVolume(entry);
   const std::string_view name = volumeName(entry);
   const std::string_view path = volumePath(entry);
   const bool unlocked = pane_.unlocked();
@@ -68,10 +89,7 @@ void VolumeSettingsEditor::showEntry(const Dictionary& entry) {
     view_.volumeOptionPathButton.setTitle(std::string(path));
     view_.volumeOptionPathButton.setToolTip(std::string(path));  // a long path is cut off
   }
-  view_.monitorUsageThresholdTextField.setObjectValue(
-      shownThreshold(entry.value(volume_key::kUsageThreshold)));
-  view_.monitorPresenceThresholdTextField.setObjectValue(
-      shownThreshold(entry.value(volume_key::kPresenceThreshold)));
+  showThresholds(entry);
 
   const bool editable = unlocked && !catalogue_.isVolumeDuplicatePath(name, path);
   for (Control* control : std::initializer_list<Control*>{
@@ -114,21 +132,22 @@ void VolumeSettingsEditor::setMonitored(const char* key, const Button& sender) {
   catalogue_.write();
 }
 
-void VolumeSettingsEditor::controlTextDidChange(const TextField& field) {
+void VolumeSettingsEditor::controlTextDidChange(TextField& field) {
   const std::int32_t value = intValue(field.stringValue());
   const bool belowEnd = value <= kLargestThreshold;
   if (&field == &view_.monitorPresenceThresholdTextField) {
-    if (value >= kLeastPresenceThreshold && belowEnd) setThreshold(volume_key::kPresenceThreshold, value);
+    if (value >= kLeastPresenceThreshold && belowEnd) setThreshold(volume_key::kPresenceThreshold, value, field);
   } else if (&field == &view_.monitorUsageThresholdTextField) {
-    if (value >= kLeastUsageThreshold && belowEnd) setThreshold(volume_key::kUsageThreshold, value);
+    if (value >= kLeastUsageThreshold && belowEnd) setThreshold(volume_key::kUsageThreshold, value, field);
   }
   catalogue_.write();
 }
 
-void VolumeSettingsEditor::setThreshold(const char* key, std::int32_t value) {
+void VolumeSettingsEditor::setThreshold(const char* key, std::int32_t value, TextField& field) {
   Dictionary entry = selectedEntry();
   if (!entry) return;
   entry.set(key, PropertyList::integer(value));
+  field.setObjectValueBehindEditing(PropertyList::integer(value));
   view_.volumesTable.reloadData();
 }
 

@@ -2,8 +2,6 @@
 // once after every edit.
 #pragma once
 
-#include <string>
-
 #include "options/JournalDaemon.h"
 #include "options/OptionsTabView.h"
 #include "options/PaneConnection.h"
@@ -23,24 +21,25 @@ class VolumeSettingsEditor {
   void toggleMonitorPresenceCheckbox(const Button& sender);
   void toggleMonitorUsageCheckbox(const Button& sender);
   /// Every keystroke in one of the threshold fields. The list is written also when the value was refused.
-  void controlTextDidChange(const TextField& field);
+  void controlTextDidChange(TextField& field);
   /// Lays the box over the table's area to the right of the name column, below the header.
   void positionVolumeOptions();
 
  private:
   [[nodiscard]] Dictionary selectedEntry() const;
   void showEntry(const Dictionary& entry);
-  void forgetTypingForAnotherVolume(const Dictionary& entry);
+  void showThresholds(const Dictionary& entry);
+  [[nodiscard]] bool isShownAlready(const Dictionary& entry) const;
   void setMonitored(const char* key, const Button& sender);
-  void setThreshold(const char* key, std::int32_t value);
+  void setThreshold(const char* key, std::int32_t value, TextField& field);
   void hideBoxControls(bool hidden);
 
   OptionsTabView& view_;
   VolumeCatalogue& catalogue_;
   const JournalDaemon& daemon_;
   const PaneConnection& pane_;
-  std::string shownName_;  // of the volume whose settings were shown last
-  std::string shownPath_;
+  Dictionary shown_;              // the entry whose settings were shown last
+  bool shownIsTheOnlyOne_ = false;  // with its name and path, when it was shown
 };
 
 }  // namespace corvane

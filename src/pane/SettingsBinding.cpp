@@ -49,7 +49,8 @@ void SettingsBinding::show() {
     return;
   }
   const bool fits = kind_ == Kind::Text ? stored.asString() != nullptr : isNumber(stored);
-  field_->setObjectValue(fits ? stored : PropertyList());
+  // What is being typed counts; it is stored when it is finished.
+  field_->setObjectValueBehindEditing(fits ? stored : PropertyList());
 }
 
 PropertyList SettingsBinding::editedValue() const {

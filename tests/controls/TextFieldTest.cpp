@@ -116,10 +116,28 @@ TEST_F(TextFieldTest, AClearedNumberFieldStaysEmptyUntilItsEditingEndsAndThenHol
   EXPECT_EQ(edits, 1);
 }
 
-TEST_F(TextFieldTest, AValueThatIsSetWhileTheUserTypesIsShownWhenTheEditingIsDropped) {
+TEST_F(TextFieldTest, AValueThatIsSetIsShownAndDropsWhatIsBeingTyped) {
   field.setStringValue("old");
   ASSERT_TRUE(field.typeText("typed"));
   field.setStringValue("new");
+  EXPECT_EQ(field.stringValue(), "new");
+  EXPECT_FALSE(field.editing());
+  field.endEditing();
+  EXPECT_EQ(field.objectValue(), PropertyList::string("new"));
+  EXPECT_EQ(edits, 0);
+}
+
+TEST_F(TextFieldTest, AValueThatIsSetWhileATextIsReportedStandsInItsPlace) {
+  field.textDidChange = [](TextField& sender) { sender.setStringValue("better"); };
+  EXPECT_TRUE(field.typeText("typed"));
+  EXPECT_EQ(field.stringValue(), "better");
+  EXPECT_FALSE(field.editing());
+}
+
+TEST_F(TextFieldTest, AValueThatIsSetBehindTheEditingIsShownWhenTheEditingIsDropped) {
+  field.setStringValue("old");
+  ASSERT_TRUE(field.typeText("typed"));
+  field.setObjectValueBehindEditing(PropertyList::string("new"));
   EXPECT_EQ(field.stringValue(), "typed");
   field.abortEditing();
   EXPECT_EQ(field.stringValue(), "new");
@@ -127,9 +145,9 @@ TEST_F(TextFieldTest, AValueThatIsSetWhileTheUserTypesIsShownWhenTheEditingIsDro
   EXPECT_EQ(edits, 0);
 }
 
-TEST_F(TextFieldTest, WhatWasTypedWinsOverAValueThatWasSetMeanwhile) {
+TEST_F(TextFieldTest, WhatWasTypedWinsOverAValueThatWasSetBehindIt) {
   ASSERT_TRUE(field.typeText("typed"));
-  field.setStringValue("new");
+  field.setObjectValueBehindEditing(PropertyList::string("new"));
   field.endEditing();
   EXPECT_EQ(field.objectValue(), PropertyList::string("typed"));
   EXPECT_EQ(edits, 1);

@@ -230,6 +230,24 @@ TEST_F(TimeMachineSheetTest, AFieldThatWasClearedBeforeCancellingShowsTheFileAga
   EXPECT_EQ(view_.manuallyTriggerTextField.stringValue(), "8");
 }
 
+TEST_F(TimeMachineSheetTest, AFileThatChangesUnderTheOpenSheetFillsAllOfItAlsoWhatIsBeingTyped) {
+  for (const char* typed : {"7", ""}) {
+    writeTimeMachine({{"Manual_Run_Hour", text("20")}, {"Days_Until_Manual_Run", number(3)}});
+    openUnlockedTab();
+    view_.advancedButton.click();
+    EXPECT_TRUE(view_.timeOfDayTextField.typeText(typed));
+    EXPECT_TRUE(view_.manuallyTriggerTextField.typeText(typed));
+    writeTimeMachine({{"Manual_Run_Hour", text("9")}, {"Days_Until_Manual_Run", number(4)}});
+    tab_->refreshTimeMachine();
+    EXPECT_EQ(view_.timeOfDayTextField.stringValue(), "9");
+    EXPECT_EQ(view_.amPmButton.indexOfSelectedItem(), 0);
+    EXPECT_EQ(view_.manuallyTriggerTextField.stringValue(), "4");
+    view_.sheetOkButton.click();
+    EXPECT_EQ(lastWrite().value("Manual_Run_Hour"), text("9"));
+    EXPECT_EQ(lastWrite().value("Days_Until_Manual_Run"), number(4));
+  }
+}
+
 TEST_F(TimeMachineSheetTest, AnUnreadableFileIsNotOverwrittenAndTheSheetCloses) {
   platform_.writeText(paths_.timeMachineSettings, "broken");
   openUnlockedTab();

@@ -347,6 +347,56 @@ TEST_F(VolumeSettingsEditorTest, ARebuildWhileTheUserTypesKeepsTheTypedText) {
   EXPECT_TRUE(view_.monitorUsageThresholdTextField.editing());
 }
 
+TEST_F(VolumeSettingsEditorTest, DroppingWhatIsBeingTypedShowsWhatIsStored) {
+  openWithOneVolume();
+  TextField& minutes = view_.monitorPresenceThresholdTextField;
+  ASSERT_TRUE(minutes.typeText("1"));
+  ASSERT_TRUE(minutes.typeText("15"));
+  minutes.abortEditing();
+  EXPECT_EQ(minutes.stringValue(), "15");
+  EXPECT_EQ(entryAt(0).value("PresenceThreshold"), number(15));
+}
+
+TEST_F(VolumeSettingsEditorTest, AThresholdThatTheFileChangesIsShownInPlaceOfWhatIsBeingTyped) {
+  openWithOneVolume();
+  TextField& minutes = view_.monitorPresenceThresholdTextField;
+  ASSERT_TRUE(minutes.typeText("1"));
+  Dictionary changed = entry("Data", "/Volumes/Data");
+  changed.set("PresenceThreshold", number(33));
+  writeSavedList({changed});
+  tab_->refreshVolumes();
+  EXPECT_EQ(minutes.stringValue(), "33");
+  EXPECT_FALSE(minutes.editing());
+  minutes.endEditing();
+  EXPECT_EQ(minutes.stringValue(), "33");
+}
+
+TEST_F(VolumeSettingsEditorTest, WhatIsBeingTypedForOneOfTwoEntriesOfAVolumeIsNotStoredForTheOther) {
+  Dictionary second = entry("Data", "/Volumes/Data");
+  second.set("UsageThreshold", number(34));
+  writeSavedList({entry("Data", "/Volumes/Data"), second});
+  openUnlockedTab();
+  view_.volumesTable.clickRow(1);
+  TextField& minutes = view_.monitorPresenceThresholdTextField;
+  ASSERT_TRUE(minutes.typeText("1"));
+  tab_->refreshVolumes();
+  ASSERT_EQ(view_.volumesTable.selectedRow(), 0) << "the first one with the name and the path";
+  EXPECT_EQ(minutes.stringValue(), "5");
+  EXPECT_FALSE(minutes.editing());
+  EXPECT_EQ(entryAt(0).value("PresenceThreshold"), number(5));
+  EXPECT_EQ(entryAt(1).value("PresenceThreshold"), number(1));
+  EXPECT_EQ(view_.monitorUsageThresholdTextField.stringValue(), "90");
+}
+
+TEST_F(VolumeSettingsEditorTest, ASecondEntryOfTheVolumeThatIsBeingTypedForEndsTheTyping) {
+  openWithOneVolume();
+  TextField& percent = view_.monitorUsageThresholdTextField;
+  ASSERT_TRUE(percent.typeText(""));
+  writeSavedList({entry("Data", "/Volumes/Data"), entry("Data", "/Volumes/Data")});
+  tab_->refreshVolumes();
+  EXPECT_FALSE(percent.editing()) << "which of the two it was typed for is not known";
+}
+
 TEST_F(VolumeSettingsEditorTest, WhatIsBeingTypedForOneVolumeIsNotShownForAnother) {
   Dictionary other = entry("Other", "/Volumes/Other");
   other.set("PresenceThreshold", number(12));
