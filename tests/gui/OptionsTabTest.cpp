@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include "InputMethod.h"
 #include "OptionsTabFixture.h"
 #include "widgets/LabelButton.h"
 #include "widgets/TabPane.h"
@@ -78,6 +79,18 @@ TEST_F(OptionsPage, EveryKeyTypedIntoAThresholdIsWritten) {
   type(minutes, "6");  // 456 is out of range
   EXPECT_EQ(minutes.text(), QStringLiteral("45"));
   EXPECT_EQ(pane.writes.size(), 2U);
+}
+
+TEST_F(OptionsPage, EscapeInAThresholdShowsWhatTheFileHas) {
+  open();
+  clickRow(2);
+  auto& minutes = find<QLineEdit>(window, "monitorPresenceThresholdTextField");
+  minutes.setFocus();
+  minutes.selectAll();
+  type(minutes, "45");
+  press(window, Qt::Key_Escape);
+  EXPECT_EQ(minutes.text(), QStringLiteral("45"));
+  EXPECT_EQ(savedEntry(2).value("PresenceThreshold"), number(45));
 }
 
 // The write of a keystroke comes back as a change of the file, and the list is rebuilt.
@@ -236,6 +249,25 @@ TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {
   EXPECT_EQ(written.value("Manual_Run_Hour"), text("7"));
   EXPECT_EQ(written.value("Days_Until_Manual_Run"), number(3));
   EXPECT_EQ(written.value("Enable_On_Removal"), flag(true));
+}
+
+TEST_F(OptionsPage, AFileThatChangesUnderTheSheetIsShownWhole) {
+  open();
+  click(find<QPushButton>(window, "advancedButton"));
+  auto& hour = find<QLineEdit>(*sheet(), "timeOfDayTextField");
+  hour.setFocus();
+  hour.selectAll();
+  compose(hour, "´");
+  commit(hour, "7");
+  Dictionary file = platform.readPlist(platform.paths.timeMachineSettings).asDictionary();
+  file.set("Manual_Run_Hour", text("9"));
+  platform.writePlist(platform.paths.timeMachineSettings, file);
+  tab->refreshTimeMachine();
+  EXPECT_EQ(hour.text(), QStringLiteral("9"));
+  EXPECT_EQ(find<QComboBox>(*sheet(), "amPmButton").currentText(), QStringLiteral("AM"));
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(platform.readPlist(platform.paths.timeMachineSettings).asDictionary().value("Manual_Run_Hour"),
+            text("9"));
 }
 
 TEST_F(OptionsPage, TheSheetIsCancelledByEscapeAndForgetsWhatWasTyped) {

@@ -121,9 +121,18 @@ TEST_F(TextFieldBinder, EscapeBringsBackTheValue) {
   EXPECT_FALSE(field.editing());
 }
 
-TEST_F(TextFieldBinder, AValueThatComesWhileTypingDoesNotDisturbTheText) {
+TEST_F(TextFieldBinder, AValueThatComesWhileTypingReplacesTheText) {
   type(*edit, "abc");
   field.setStringValue("from the file");
+  EXPECT_EQ(edit->text(), QStringLiteral("from the file"));
+  other->setFocus();
+  EXPECT_TRUE(eventually([this] { return other->hasFocus(); }));
+  EXPECT_EQ(edits, 0);
+}
+
+TEST_F(TextFieldBinder, AValueThatComesBehindTheEditingDoesNotDisturbTheText) {
+  type(*edit, "abc");
+  field.setObjectValueBehindEditing(PropertyList::string("from the file"));
   EXPECT_EQ(edit->text(), QStringLiteral("abc"));
   press(window, Qt::Key_Escape);
   EXPECT_EQ(edit->text(), QStringLiteral("from the file"));
