@@ -254,6 +254,25 @@ TEST(DemoPlugins, RunInAFolderOfTheirOwnAndAreToldTheirArguments) {
               HasSubstr("Warns 30 days before the end; arguments: -v --test-mode"));
 }
 
+// The pane reads an answer once.
+TEST(DemoPlugins, AnswerInOneWrite) {
+  const DemoClient demo;
+  const auto writesOf = [&](const std::string& plugin) {
+    return Started({demo.paths.plugins + "/" + plugin, "-v", "--test-mode"}, Started::Output::WriteByWrite)
+        .writes();
+  };
+  for (const char* plugin : {"check_web_sites", "check_file_server", "extra/check_certificates"}) {
+    EXPECT_EQ(writesOf(plugin), 1) << plugin;
+  }
+  constexpr int kNothing = 3, kTwoPieces = 5, kHangs = 7;
+  for (int choice = 0; choice <= 9; ++choice) {
+    if (choice == kHangs) continue;
+    std::ofstream(demo.paths.pluginSupport + "/check_test_mode_settings.plist", std::ios::trunc)
+        << *writeXmlPropertyList(Dictionary::make({{"Outcome", PropertyList::integer(choice)}}));
+    EXPECT_EQ(writesOf("check_test_mode"), choice == kNothing ? 0 : choice == kTwoPieces ? 2 : 1) << choice;
+  }
+}
+
 TEST(DemoPlugins, PrintNothingOutsideTestMode) {
   const DemoClient demo;
   for (const char* name :

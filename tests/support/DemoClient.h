@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,12 +36,15 @@ inline bool waitUntil(const std::function<bool()>& condition) {
   return true;
 }
 
-/// A program that was started: its standard output comes through a pipe.
+/// A program that was started: its standard output comes through a pipe, or through a socket that keeps its
+/// writes apart.
 class Started {
  public:
-  explicit Started(const std::vector<std::string>& command) {
+  enum class Output { Pipe, WriteByWrite };
+  explicit Started(const std::vector<std::string>& command, Output kind = Output::Pipe) {
     int ends[2];
-    if (::pipe(ends) != 0) return;
+    const int made = kind == Output::Pipe ? ::pipe(ends) : ::socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends);
+    if (made != 0) return;
     std::vector<char*> vector;
     for (const std::string& word : command) vector.push_back(const_cast<char*>(word.c_str()));
     vector.push_back(nullptr);
@@ -79,6 +83,13 @@ class Started {
     char buffer[1000];
     const ssize_t count = ::read(output_, buffer, sizeof buffer);
     return {buffer, count > 0 ? static_cast<std::size_t>(count) : 0};
+  }
+  /// How often it writes until it closes its output.
+  [[nodiscard]] int writes() {
+    char buffer[4096];
+    int writes = 0;
+    while (::read(output_, buffer, sizeof buffer) > 0) ++writes;
+    return writes;
   }
   /// Waits for its end; 128 and more for a signal.
   int exitCode() {
