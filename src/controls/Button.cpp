@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "controls/ActGuard.h"
+
 namespace corvane {
 
 Button::Button(ButtonKind kind, std::string title) : kind_(kind), title_(std::move(title)) {}
@@ -29,7 +31,8 @@ void Button::setIntState(int state) {
 }
 
 void Button::click() {
-  if (!takesUserActs()) return;
+  if (!takesUserActs() || isActing_) return;
+  const ActGuard acting(isActing_);
   if (kind_ == ButtonKind::CheckBox) {
     setState(state_ == ButtonState::On ? ButtonState::Off : ButtonState::On);
     if (onUserEdit) onUserEdit();

@@ -28,7 +28,7 @@ class Button final : public Control {
   void setIntState(int state);
 
   /// The user's click: a check box changes its state (anything but on becomes on), a binding hears of it,
-  /// then the action is called.
+  /// then the action is called. A click that comes while another one is still being carried out does nothing.
   void click();
   std::function<void(Button&)> action;
 
@@ -36,6 +36,7 @@ class Button final : public Control {
   ButtonKind kind_;
   AttributedText title_;
   ButtonState state_ = ButtonState::Off;
+  bool isActing_ = false;
 };
 
 }  // namespace corvane

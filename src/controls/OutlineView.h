@@ -177,6 +177,7 @@ class OutlineView final : public Control {
   bool holdsReloads_ = false;
   bool reloadIsDue_ = false;
   CellReference selectedCell_;
+  bool isActing_ = false;  // a click is being carried out
   std::unique_ptr<Implementation> tree_;
 };
 

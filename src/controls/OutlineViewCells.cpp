@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "controls/ActGuard.h"
 #include "controls/OutlineView.h"
 #include "values/Conversions.h"
 
@@ -141,7 +142,7 @@ PartialStringCheck OutlineView::checkPartialString(const Cell& cell, const std::
 }
 
 void OutlineView::clickCell(int row, const Column& column) {
-  if (!takesUserActs()) return;
+  if (!takesUserActs() || isActing_) return;
   const OutlineItem item = itemAtRow(row);
   if (!item) return;
   // Held here: what is called below may replace the selected cell.
@@ -150,6 +151,7 @@ void OutlineView::clickCell(int row, const Column& column) {
   selectRow(rowForItem(item));
   const auto* button = std::get_if<ButtonCell>(cell.get());
   if (button == nullptr) return;
+  const ActGuard acting(isActing_);
   if (button->action) {
     button->action(*this);
   } else if (button->kind == ButtonCell::Kind::Switch && dataSource_ != nullptr) {

@@ -78,6 +78,20 @@ TEST(Button, AnIntegerStateIsOffForZeroMixedForMinusOneAndElseOn) {
   }
 }
 
+TEST(Button, AClickThatComesWhileOneIsBeingCarriedOutDoesNothing) {
+  Button button(ButtonKind::CheckBox);
+  int actions = 0;
+  button.action = [&](Button& sender) {
+    ++actions;
+    sender.click();  // as from an event loop in which the action waits
+  };
+  button.click();
+  EXPECT_EQ(actions, 1);
+  EXPECT_EQ(button.state(), ButtonState::On);
+  button.click();
+  EXPECT_EQ(actions, 2);
+}
+
 TEST(Button, APlainTitleReplacesAStyledOne) {
   Button button(ButtonKind::Label, "old");
   int changes = 0;

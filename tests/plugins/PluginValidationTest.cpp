@@ -53,6 +53,16 @@ TEST_F(PluginValidationTest, TheDefinitionsArgumentsStayAsTheyAre) {
   EXPECT_EQ(pane.validations.at(1).arguments, (Texts{executable("check_x"), "--test-mode"}));
 }
 
+TEST_F(PluginValidationTest, ASecondClickWhileThePluginAnswersStartsNoSecondOne) {
+  awakeWithArguments(texts({"check_x"}));
+  pane.whileValidating = [this] { click(valueRow()); };
+  click(valueRow());
+  EXPECT_EQ(pane.validations.size(), 1U);
+  EXPECT_EQ(platform.dialogs.sheets.size(), 1U);
+  click(valueRow());
+  EXPECT_EQ(pane.validations.size(), 2U);
+}
+
 struct VerdictCase {
   std::optional<std::string> reply;
   bool succeeded;

@@ -42,6 +42,7 @@ void FakePane::executeQLHelperArguments(const std::string& program,
 std::optional<std::string> FakePane::validatePluginWithArguments(const std::string& plugin,
                                                                  const std::vector<std::string>& arguments) {
   validations.push_back({plugin, arguments});
+  if (whileValidating) whileValidating();
   if (replies.empty()) return "0,OK";
   const auto reply = replies.front();
   replies.pop_front();

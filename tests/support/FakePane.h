@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -44,6 +45,7 @@ class FakePane final : public PaneServices {
   std::vector<HelperCall> helperCalls;
   std::vector<HelperCall> validations;
   std::deque<std::optional<std::string>> replies;  // what the next validations answer
+  std::function<void()> whileValidating;           // what goes on in the pane until they do
 
  private:
   bool unlocked_ = false;
