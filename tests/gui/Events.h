@@ -40,6 +40,17 @@ inline void press(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modi
   QTest::keyClick(focus != nullptr ? focus : window.window(), key, modifiers);
 }
 
+/// A key that was pressed before and is still held down.
+inline void hold(const QWidget& window, Qt::Key key) {
+  QWidget* focus = window.window()->focusWidget();
+  QWidget* receiver = focus != nullptr ? focus : window.window();
+  const QString text = key == Qt::Key_Space ? QStringLiteral(" ") : QString();
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, {}, text, true);
+    QApplication::sendEvent(receiver, &event);
+  }
+}
+
 inline void type(QWidget& widget, const char* text) { QTest::keyClicks(&widget, QString::fromUtf8(text)); }
 
 /// Does an act that opens a panel with an event loop of its own and answers the panel from inside of that;

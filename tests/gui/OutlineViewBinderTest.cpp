@@ -322,5 +322,31 @@ TEST(OutlineTree, LettersFindARowAlsoWhereTheCurrentOneIsBelowAClosedRow) {
   EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("apple"));
 }
 
+TEST(OutlineTree, ABlankBetweenWordsThatAreTypedBelongsToTheSearch) {
+  const int interval = QApplication::keyboardInputInterval();
+  QApplication::setKeyboardInputInterval(600000);  // however busy the machine is
+  QStandardItemModel model;
+  for (const char* name : {"Test", "Test mode", "Tests"}) {
+    model.appendRow(new QStandardItem(QString::fromLatin1(name)));
+  }
+  qt::OutlineTree tree;
+  tree.setModel(&model);
+  int activations = 0;
+  QObject::connect(&tree, &qt::OutlineTree::rowActivated, [&] { ++activations; });
+  showActive(tree);
+  tree.setCurrentCell(model.index(2, 0));
+  QTest::keyClicks(&tree, QStringLiteral("test m"));
+  EXPECT_EQ(tree.currentIndex().data().toString(), QStringLiteral("Test mode"));
+  EXPECT_EQ(activations, 0);
+  QTest::keyClick(&tree, Qt::Key_Down);  // ends the search
+  QTest::keyClick(&tree, Qt::Key_Space);
+  EXPECT_EQ(activations, 1);
+  QApplication::setKeyboardInputInterval(0);  // so long ago that it is over
+  QTest::keyClick(&tree, Qt::Key_T);
+  QTest::keyClick(&tree, Qt::Key_Space);
+  EXPECT_EQ(activations, 2);
+  QApplication::setKeyboardInputInterval(interval);
+}
+
 }  // namespace
 }  // namespace corvane::test

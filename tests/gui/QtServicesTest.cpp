@@ -128,6 +128,37 @@ TEST(TestingPanel, EndsWhenTheAnswerComesOrTheUserCancels) {
   ::close(ends[1]);
 }
 
+TEST(TestingPanel, NoKeyThatBeganTheTestCancelsIt) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  QWidget window;
+  bool isOpen = false;
+  QTimer::singleShot(0, &window, [&] {
+    QWidget* panel = QApplication::activeModalWidget();
+    ASSERT_NE(panel, nullptr);
+    QWidget& cancel = find(*panel, "cancelButton");
+    EXPECT_EQ(panel->focusWidget(), &cancel);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape}) {
+      hold(*panel, key);
+    }
+    press(*panel, Qt::Key_Return);
+    press(*panel, Qt::Key_Enter);
+    QTest::keyRelease(&cancel, Qt::Key_Space);  // the one that was pressed before
+    isOpen = panel->isVisible();
+    ASSERT_EQ(::write(ends[1], "x", 1), 1);
+  });
+  EXPECT_TRUE(qt::waitReadable(&window, ends[0]));
+  EXPECT_TRUE(isOpen);
+  char byte = 0;
+  ASSERT_EQ(::read(ends[0], &byte, 1), 1);
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Space}) {
+    QTimer::singleShot(0, &window, [&] { press(*QApplication::activeModalWidget(), key); });
+    EXPECT_FALSE(qt::waitReadable(&window, ends[0]));
+  }
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
 class OpenPanel : public ::testing::Test {
  protected:
   void SetUp() override {

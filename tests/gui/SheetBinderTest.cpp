@@ -4,6 +4,7 @@
 
 #include "WindowFixture.h"
 #include "binders/SheetBinder.h"
+#include "widgets/PushButton.h"
 
 namespace corvane::test {
 namespace {
@@ -18,7 +19,7 @@ class SheetBinder : public WindowTest {
     layout->addWidget(ok);
     ok->setAutoDefault(false);
     ok->setDefault(true);
-    cancel->setProperty("escapeButton", true);
+    cancel->setEscapes(true);
     QObject::connect(ok, &QPushButton::clicked, contents, [this] { pressed.emplace_back("OK"); });
     QObject::connect(cancel, &QPushButton::clicked, contents, [this] { pressed.emplace_back("Cancel"); });
     new qt::SheetBinder(advanced, *contents, window.sheets());
@@ -27,8 +28,8 @@ class SheetBinder : public WindowTest {
   Window advanced{"Advanced"};
   QWidget* contents = new QWidget;
   QLineEdit* field = new QLineEdit(contents);
-  QPushButton* cancel = new QPushButton(contents);
-  QPushButton* ok = new QPushButton(contents);
+  qt::PushButton* cancel = new qt::PushButton(contents);
+  qt::PushButton* ok = new qt::PushButton(contents);
   std::vector<std::string> pressed;
 };
 

@@ -10,17 +10,6 @@
 namespace corvane::test {
 namespace {
 
-/// A key that was pressed before and is still held down.
-void hold(const QWidget& window, Qt::Key key) {
-  QWidget* focus = window.window()->focusWidget();
-  QWidget* receiver = focus != nullptr ? focus : window.window();
-  const QString text = key == Qt::Key_Space ? QStringLiteral(" ") : QString();
-  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-    QKeyEvent event(type, key, {}, text, true);
-    QApplication::sendEvent(receiver, &event);
-  }
-}
-
 class SheetKeys : public WindowTest {
  protected:
   void begin(std::vector<AlertButton> buttons, bool withCheckBox = false) {
@@ -28,7 +17,8 @@ class SheetKeys : public WindowTest {
     description.style = AlertStyle::Critical;
     description.messageText = "Please confirm removal.";
     description.buttons = std::move(buttons);
-    if (withCheckBox) description.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
+    if (withCheckBox)
+      description.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
     dialogs.beginSheet(description, SheetWindow::PaneWindow,
                        [this](const AlertResult& result) { codes.push_back(result.returnCode); });
     ASSERT_TRUE(eventually([this] { return sheet()->isAncestorOf(window.focusWidget()); }));
@@ -38,6 +28,16 @@ class SheetKeys : public WindowTest {
   }
   std::vector<int> codes;
 };
+
+/// Whether the theme of this desktop has Return press the button that has the keyboard.
+bool returnPressesTheToolkitsOwnButton() {
+  QPushButton plain;
+  plain.setAutoDefault(false);
+  bool pressed = false;
+  QObject::connect(&plain, &QPushButton::clicked, [&] { pressed = true; });
+  QTest::keyClick(&plain, Qt::Key_Return);
+  return pressed;
+}
 
 struct Question {
   const char* name;
@@ -53,6 +53,9 @@ class SheetKeysOfQuestions : public SheetKeys, public ::testing::WithParamInterf
 };
 
 TEST_P(SheetKeysOfQuestions, ReturnCancelsWhicheverButtonHasTheKeyboard) {
+  if (qEnvironmentVariableIsSet("CORVANE_TEST_RETURN_PRESSES")) {
+    ASSERT_TRUE(returnPressesTheToolkitsOwnButton()) << "this desktop proves nothing";
+  }
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
     codes.clear();
     ask();
@@ -74,14 +77,16 @@ TEST_P(SheetKeysOfQuestions, AKeyThatIsHeldDownPressesNothing) {
   ask();
   for (const bool onTheAct : {false, true}) {
     if (onTheAct) press(window, Qt::Key_Tab);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape}) hold(window, key);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape})
+      hold(window, key);
   }
   EXPECT_TRUE(codes.empty());
   EXPECT_NE(sheet(), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SheetKeysOfQuestions,
-                         ::testing::Values(Question{"Removal", "Remove", false}, Question{"Caution", "Continue", false},
+                         ::testing::Values(Question{"Removal", "Remove", false},
+                                           Question{"Caution", "Continue", false},
                                            Question{"Uninstall", "Uninstall", true}),
                          [](const auto& test) { return std::string(test.param.name); });
 

@@ -4,11 +4,27 @@
 #include <QSocketNotifier>
 
 #include "ui_TestingPanel.h"
+#include "widgets/ButtonKeys.h"
 
 namespace corvane::qt {
+namespace {
+
+/// No key presses "Cancel" but Escape, and Space on the button itself: the Return that has begun the test may
+/// come twice.
+class TestingPanel final : public QDialog {
+ public:
+  using QDialog::QDialog;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!pressButtonOf(*this, *event)) QDialog::keyPressEvent(event);
+  }
+};
+
+}  // namespace
 
 bool waitReadable(QWidget* window, int descriptor) {
-  QDialog panel(window);
+  TestingPanel panel(window);
   Ui::TestingPanel ui;
   ui.setupUi(&panel);
   panel.setWindowModality(Qt::ApplicationModal);
@@ -17,6 +33,7 @@ bool waitReadable(QWidget* window, int descriptor) {
   ui.progress->setAccessibleName(panel.windowTitle());
   ui.cancelButton->setText(QStringLiteral("Cancel"));
   QObject::connect(ui.cancelButton, &QPushButton::clicked, &panel, &QDialog::reject);
+  ui.cancelButton->setFocus();
 
   QSocketNotifier notifier(descriptor, QSocketNotifier::Read);
   QObject::connect(&notifier, &QSocketNotifier::activated, &panel, [&] {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "appearance/Shapes.h"
+#include "widgets/ButtonKeys.h"
 
 namespace corvane::qt {
 namespace {
@@ -184,10 +185,13 @@ QString OutlineTree::wordsOf(const QModelIndex& row) const {
   return row.siblingAtColumn(qMax(0, treePosition())).data().toString().trimmed();
 }
 
+bool OutlineTree::isSearching() const {
+  return sinceLetter_.isValid() && sinceLetter_.elapsed() < QApplication::keyboardInputInterval();
+}
+
 // The toolkit's own search takes the blank before a plug-in's name for its first letter.
 void OutlineTree::keyboardSearch(const QString& letters) {
-  const bool goesOn =
-      sinceLetter_.isValid() && sinceLetter_.elapsed() < QApplication::keyboardInputInterval();
+  const bool goesOn = isSearching();
   sought_ = goesOn ? sought_ + letters : letters;
   sinceLetter_.start();
   if (letters.isEmpty() || model()->rowCount() == 0) return;
@@ -211,6 +215,11 @@ void OutlineTree::keyboardSearch(const QString& letters) {
 
 void OutlineTree::keyPressEvent(QKeyEvent* event) {
   setMarksCurrentRow(true);
+  const ButtonKey button = buttonKeyOf(*event);
+  if (button == ButtonKey::Space && isSearching()) {
+    keyboardSearch(event->text());  // a blank between two words that are being typed
+    return;
+  }
   if (event->text().trimmed().isEmpty() && !isModifier(event->key())) sinceLetter_.invalidate();
   switch (event->key()) {
     case Qt::Key_Left:
@@ -220,14 +229,18 @@ void OutlineTree::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      if (button != ButtonKey::Held) activateCurrentRow();
+      return;
     case Qt::Key_F2:
-      // A key that is held down acts once.
-      if (!event->isAutoRepeat() && currentIndex().isValid() && state() != EditingState)
-        emit rowActivated(currentIndex());
+      if (!event->isAutoRepeat()) activateCurrentRow();
       return;
     default:
       QTreeView::keyPressEvent(event);
   }
+}
+
+void OutlineTree::activateCurrentRow() {
+  if (currentIndex().isValid() && state() != EditingState) emit rowActivated(currentIndex());
 }
 
 void OutlineTree::focusInEvent(QFocusEvent* event) {

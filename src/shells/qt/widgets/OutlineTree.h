@@ -89,6 +89,9 @@ class OutlineTree final : public QTreeView {
   void setMouseDown(bool isDown);
   void setMarksCurrentRow(bool marks);
   void showShapeAt(const QPoint& point);
+  void activateCurrentRow();
+  /// Whether the next letter goes on with a word that is being typed.
+  [[nodiscard]] bool isSearching() const;
   /// What the row says, without the blanks around it.
   [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
 

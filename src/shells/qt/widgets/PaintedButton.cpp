@@ -1,15 +1,18 @@
 #include "widgets/PaintedButton.h"
 
-#include <QKeyEvent>
+#include "widgets/ButtonKeys.h"
 
 namespace corvane::qt {
 
 void PaintedButton::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    // A key that is held down clicks once.
-    if (!event->isAutoRepeat()) click();
-  } else {
-    QAbstractButton::keyPressEvent(event);
+  switch (buttonKeyOf(*event)) {
+    case ButtonKey::Held:
+      return;
+    case ButtonKey::Return:
+      click();
+      return;
+    default:
+      QAbstractButton::keyPressEvent(event);
   }
 }
 

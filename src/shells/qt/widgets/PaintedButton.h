@@ -1,4 +1,5 @@
-// What the buttons that the pane paints by itself have in common: the Return key clicks them as Space does.
+// What the buttons that the pane paints by itself have in common: the keyboard presses them by the rules of
+// `ButtonKeys.h`.
 #pragma once
 
 #include <QAbstractButton>

@@ -1,12 +1,11 @@
 #include "widgets/SheetPanel.h"
 
-#include <QKeyEvent>
 #include <QPainter>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "appearance/Appearance.h"
 #include "appearance/Shapes.h"
+#include "widgets/ButtonKeys.h"
 
 namespace corvane::qt {
 namespace {
@@ -77,17 +76,7 @@ bool SheetPanel::focusNextPrevChild(bool next) {
 }
 
 void SheetPanel::keyPressEvent(QKeyEvent* event) {
-  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (!isReturn && event->key() != Qt::Key_Escape) {
-    QWidget::keyPressEvent(event);
-    return;
-  }
-  for (QPushButton* button : findChildren<QPushButton*>()) {
-    if (isReturn ? button->isDefault() : button->property("escapeButton").toBool()) {
-      button->click();
-      return;
-    }
-  }
+  if (!pressButtonOf(*this, *event)) QWidget::keyPressEvent(event);
 }
 
 void SheetPanel::takeFocus() {

@@ -1,6 +1,5 @@
 // The visible part of a sheet: a panel with a shadow that hangs from the window's top. The Tab key stays
-// inside; Return presses the default button of the contents, Escape the one whose property "escapeButton" is
-// set in the interface file.
+// inside; Return presses the default button of the contents, Escape the one whose property `escapes` is set.
 #pragma once
 
 #include <QWidget>
