@@ -2,6 +2,8 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <ostream>
 
@@ -55,6 +57,53 @@ TEST_F(AlertSheet, BreaksAWordThatIsLongerThanALine) {
   const int lines = label.fontMetrics().horizontalAdvance(shown) / label.width() + 1;
   EXPECT_GE(lines, 5);
   EXPECT_GE(label.height(), lines * label.fontMetrics().height());
+}
+
+TEST_F(AlertSheet, ATextThatIsTooLongForTheWindowScrollsAndTheButtonStaysInReach) {
+  AlertDescription description = alert({{"OK", std::nullopt}});
+  for (int line = 0; line < 80; ++line) description.informativeText += "Line " + std::to_string(line) + "\n";
+  begin(description);
+  auto& panel = find(window, "sheet");
+  ASSERT_TRUE(eventually([&] { return panel.y() == 0; }));
+  auto& area = find<QScrollArea>(*sheet(), "informativeScroll");
+  auto& label = find<QLabel>(*sheet(), "informative");
+  const auto shows = [&](int y) {
+    return area.viewport()->rect().contains(label.mapTo(area.viewport(), QPoint(0, y)));
+  };
+  EXPECT_EQ(label.height(), label.heightForWidth(label.width())) << "as long as the text";
+  EXPECT_LE(panel.height(), window.height());
+  const QRect ok(button("OK").mapTo(&window, QPoint()), button("OK").size());
+  EXPECT_TRUE(window.rect().contains(ok));
+  EXPECT_TRUE(shows(1));
+  EXPECT_FALSE(shows(label.height() - 2));
+  for (int page = 0; page < 20; ++page) press(window, Qt::Key_PageDown);
+  EXPECT_TRUE(shows(label.height() - 2));
+  press(window, Qt::Key_PageUp);
+  EXPECT_FALSE(shows(label.height() - 2));
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(codes, (std::vector<int>{1000}));
+}
+
+TEST_F(AlertSheet, ATextThatFitsHasNoScrollBar) {
+  AlertDescription description = alert({{"OK", std::nullopt}});
+  description.informativeText =
+      "A verdict of a plug-in that is longer than one line of the sheet, and goes on for more.";
+  begin(description);
+  ASSERT_TRUE(eventually([&] { return find(window, "sheet").y() == 0; }));
+  auto& area = find<QScrollArea>(*sheet(), "informativeScroll");
+  EXPECT_FALSE(area.verticalScrollBar()->isVisible());
+  EXPECT_EQ(area.height(), find<QLabel>(*sheet(), "informative").height());
+}
+
+TEST_F(AlertSheet, TheWindowsOwnWordsStandBelowThoseOfTheNextAlertAlone) {
+  dialogs.addToNextSheet(QStringLiteral("It was you."));
+  begin(alert({{"OK", std::nullopt}}));
+  EXPECT_EQ(find<QLabel>(*sheet(), "informative").text(), QStringLiteral("Something will happen."));
+  EXPECT_EQ(find<QLabel>(*sheet(), "note").text(), QStringLiteral("It was you."));
+  EXPECT_TRUE(find<QLabel>(*sheet(), "note").isVisible());
+  click(button("OK"));
+  begin(alert({{"OK", std::nullopt}}));
+  EXPECT_FALSE(find<QLabel>(*sheet(), "note").isVisible());
 }
 
 TEST_F(AlertSheet, HangsFromTheTopInTheMiddleOfTheWindow) {

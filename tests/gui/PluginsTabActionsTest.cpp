@@ -29,6 +29,8 @@ class PluginsTabActions : public PluginsTab {
     return QString::fromStdString(paths.onDisk(clientPath));
   }
   [[nodiscard]] QString message() { return find<QLabel>(*sheet(), "message").text(); }
+  [[nodiscard]] QString informative() { return find<QLabel>(*sheet(), "informative").text(); }
+  [[nodiscard]] QString note() { return find<QLabel>(*sheet(), "note").text(); }
   [[nodiscard]] QString explanation() { return find<QLabel>(*sheet(), "informative").text(); }
   [[nodiscard]] Array list(std::initializer_list<const char*> entries) {
     Array array = Array::make();
@@ -209,6 +211,8 @@ TEST_F(PluginsTabActions, CancelEndsAHangingPluginAndAllThatItHasStarted) {
   EXPECT_TRUE(eventually([&] { return !isRunning(child) && !isRunning(parent); }));
   ASSERT_NE(sheet(), nullptr);
   EXPECT_EQ(message(), QStringLiteral("Plugin Validation Failed"));
+  EXPECT_EQ(informative(), QStringLiteral("Error running plugin"));
+  EXPECT_EQ(note(), QStringLiteral("You have cancelled the test before the plug-in answered."));
   answerSheet("OK");
   EXPECT_EQ(sheet(), nullptr);
   clickCell(option(QStringLiteral("Tick")));  // the tab is usable as before

@@ -11,11 +11,18 @@ LinuxPane::LinuxPane(const std::string& root)
     : window_(std::make_unique<PaneWindow>()),
       dialogs_(window_->sheets()),
       system_(runLoop_, {dialogs_, workspace_, bundle_},
-              {root, [this](int descriptor) { return waitReadable(window_.get(), descriptor); }}),
+              {root, [this](int descriptor) { return waitForOutput(descriptor); }}),
       assembly_(system_.platform(), root) {}
 
 // The widgets go before the controls that they show.
 LinuxPane::~LinuxPane() { window_.reset(); }
+
+bool LinuxPane::waitForOutput(int descriptor) {
+  if (waitReadable(window_.get(), descriptor)) return true;
+  // The sheet that follows tells of a plug-in that gave no answer; it was not asked to the end.
+  dialogs_.addToNextSheet(QStringLiteral("You have cancelled the test before the plug-in answered."));
+  return false;
+}
 
 void LinuxPane::open() {
   // The frame comes first and its contents together: a client on a slow or a large volume takes its time to

@@ -32,6 +32,9 @@ class LinuxPane {
   [[nodiscard]] bool isDirect() const { return system_.isDirect(); }
 
  private:
+  /// False when the user does not wait any longer.
+  [[nodiscard]] bool waitForOutput(int descriptor);
+
   QtRunLoop runLoop_;
   QtBundle bundle_;
   QtWorkspace workspace_;

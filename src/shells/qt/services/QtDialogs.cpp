@@ -5,9 +5,11 @@
 #include <QHeaderView>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "Text.h"
 #include "widgets/AlertPanel.h"
+#include "widgets/ButtonKeys.h"
 
 namespace corvane::qt {
 namespace {
@@ -32,6 +34,11 @@ class ModalAlert final : public QDialog {
   void reject() override { panel_->cancel(); }
   [[nodiscard]] const AlertResult& alertResult() const { return result_; }
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!pressButtonOf(*this, *event)) QDialog::keyPressEvent(event);
+  }
+
  private:
   AlertPanel* panel_;
   AlertResult result_;
@@ -55,13 +62,14 @@ QWidget* QtDialogs::visibleWindow() const {
 
 void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/,
                            std::function<void(const AlertResult&)> ended) {
+  const QString note = std::exchange(nextNote_, QString());
   // What is already said, or about to be, is not said twice.
   for (AlertPanel* open : host_.findChildren<AlertPanel*>()) {
     if (!open->tells(alert)) continue;
     if (ended) QObject::connect(open, &AlertPanel::ended, open, ended);
     return;
   }
-  auto* panel = new AlertPanel(alert, &host_);
+  auto* panel = new AlertPanel(alert, note, &host_);
   QObject::connect(panel, &AlertPanel::ended, panel,
                    [this, panel, ended = std::move(ended)](const AlertResult& result) {
                      const auto report = ended;  // the panel, and with it this call, may go away meanwhile

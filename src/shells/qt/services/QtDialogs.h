@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
+#include <utility>
 
 #include "platform/Dialogs.h"
 #include "widgets/SheetHost.h"
@@ -14,6 +16,10 @@ class QtDialogs final : public Dialogs {
   /// Every sheet belongs to the one window of the host.
   explicit QtDialogs(SheetHost& host) : host_(host) {}
 
+  /// What the window alone knows about the sheet that is begun next, and says in words of its own below the
+  /// alert's.
+  void addToNextSheet(QString note) { nextNote_ = std::move(note); }
+
   void beginSheet(const AlertDescription& alert, SheetWindow window,
                   std::function<void(const AlertResult&)> ended) override;
   AlertResult runModalAlert(const AlertDescription& alert) override;
@@ -23,6 +29,7 @@ class QtDialogs final : public Dialogs {
   [[nodiscard]] QWidget* visibleWindow() const;
 
   SheetHost& host_;
+  QString nextNote_;
 };
 
 }  // namespace corvane::qt

@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPushButton>
+#include <QScrollBar>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
@@ -11,6 +11,8 @@
 #include "appearance/Appearance.h"
 #include "appearance/Shapes.h"
 #include "ui_AlertPanel.h"
+#include "widgets/PushButton.h"
+#include "widgets/ScrollingText.h"
 
 namespace corvane::qt {
 namespace {
@@ -47,7 +49,7 @@ QString breakable(const QString& text) {
 
 }  // namespace
 
-AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
+AlertPanel::AlertPanel(const AlertDescription& alert, const QString& note, QWidget* parent)
     : QWidget(parent), alert_(alert), ui_(std::make_unique<Ui::AlertPanel>()) {
   ui_->setupUi(this);
   setFocusPolicy(Qt::ClickFocus);
@@ -62,8 +64,10 @@ AlertPanel::AlertPanel(const AlertDescription& alert, QWidget* parent)
   while (informative.endsWith(QLatin1Char('\n'))) informative.chop(1);
   ui_->informative->setText(breakable(informative));
   ui_->informative->setAccessibleName(informative);
-  setAccessibleDescription(informative);
-  ui_->informative->setVisible(!informative.isEmpty());
+  setAccessibleDescription(note.isEmpty() ? informative : informative + QLatin1Char('\n') + note);
+  ui_->informativeScroll->setVisible(!informative.isEmpty());
+  ui_->note->setText(note);
+  ui_->note->setVisible(!note.isEmpty());
   if (alert.accessory) addAccessory(*alert.accessory);
   addButtons(alert.buttons);
 }
@@ -85,13 +89,12 @@ void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
 void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
   for (std::size_t index = 0; index < buttons.size(); ++index) {
     const AlertButton& description = buttons[index];
-    auto* button = new QPushButton(withoutShortcuts(toQString(description.title)), this);
+    auto* button = new PushButton(withoutShortcuts(toQString(description.title)), this);
     button->setObjectName(toQString("button " + description.title));
     button->setAccessibleName(toQString(description.title));
     button->setMinimumWidth(kSmallestButton);
-    button->setAutoDefault(false);
     ui_->buttonLayout->insertWidget(1, button);  // the first button ends up rightmost
-    connect(button, &QPushButton::clicked, this, [this, index] { finish(static_cast<int>(index)); });
+    connect(button, &QAbstractButton::clicked, this, [this, index] { finish(static_cast<int>(index)); });
     buttons_.push_back(button);
     // By the platform's rule the first button has the Return key unless the alert says otherwise.
     const std::string key = description.keyEquivalent.value_or(index == 0 ? kReturnKey : "");
@@ -99,6 +102,7 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     if (description.title == "Cancel") cancel_ = button;
   }
   if (buttons_.size() == 1) cancel_ = buttons_.front();
+  if (cancel_ != nullptr) cancel_->setEscapes(true);
   // The Tab key goes from the left to the right.
   for (std::size_t index = buttons_.size(); index-- > 1;) setTabOrder(buttons_[index], buttons_[index - 1]);
   if (default_ != nullptr) {
@@ -125,13 +129,13 @@ void AlertPanel::cancel() {
 }
 
 void AlertPanel::keyPressEvent(QKeyEvent* event) {
+  QScrollBar* bar = ui_->informativeScroll->verticalScrollBar();
   switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (default_ != nullptr) default_->click();
+    case Qt::Key_PageUp:
+      bar->triggerAction(QAbstractSlider::SliderPageStepSub);
       return;
-    case Qt::Key_Escape:
-      cancel();
+    case Qt::Key_PageDown:
+      bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
       return;
     default:
       QWidget::keyPressEvent(event);

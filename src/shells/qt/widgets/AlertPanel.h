@@ -1,5 +1,6 @@
 // The contents of an alert: icon, bold message, informative text, perhaps a check box, and buttons from the
-// right. Return presses the button with that key; Escape presses "Cancel" or the only button.
+// right. Return presses the button with that key; Escape presses "Cancel" or the only button. A text that is
+// too long for the window scrolls, also with the Page keys.
 #pragma once
 
 #include <QWidget>
@@ -9,18 +10,20 @@
 #include "platform/Dialogs.h"
 
 class QCheckBox;
-class QPushButton;
 namespace Ui {
 class AlertPanel;
 }
 
 namespace corvane::qt {
 
+class PushButton;
+
 class AlertPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit AlertPanel(const AlertDescription& alert, QWidget* parent = nullptr);
+  /// `note`: what the window itself has to say about it, below the alert's own texts.
+  explicit AlertPanel(const AlertDescription& alert, const QString& note = {}, QWidget* parent = nullptr);
   ~AlertPanel() override;
 
   /// Whether it still stands there, or waits, to say exactly this, and there is nothing to decide.
@@ -42,9 +45,9 @@ class AlertPanel final : public QWidget {
 
   AlertDescription alert_;
   std::unique_ptr<Ui::AlertPanel> ui_;
-  std::vector<QPushButton*> buttons_;
-  QPushButton* default_ = nullptr;
-  QPushButton* cancel_ = nullptr;
+  std::vector<PushButton*> buttons_;
+  PushButton* default_ = nullptr;
+  PushButton* cancel_ = nullptr;
   QCheckBox* accessory_ = nullptr;
   bool ended_ = false;
 };
