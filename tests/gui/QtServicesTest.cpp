@@ -213,6 +213,19 @@ class OpenPanel : public ::testing::Test {
   }
 };
 
+TEST_F(OpenPanel, AReturnThatIsHeldDownChoosesNothing) {
+  OpenPanelDescription folders = description();
+  folders.canChooseFiles = false;
+  folders.canChooseDirectories = true;
+  bool staysOpen = false;
+  EXPECT_TRUE(run(folders, {}, [&](QFileDialog& panel) {
+                hold(panel, Qt::Key_Return);
+                hold(panel, Qt::Key_Enter);
+                staysOpen = panel.isVisible();
+              }).empty());
+  EXPECT_TRUE(staysOpen);
+}
+
 TEST_F(OpenPanel, StartsInTheGivenFolderAndAnswersWithTheChosenFile) {
   QString start;
   EXPECT_EQ(run(description(), {QStringLiteral("b.txt")},

@@ -1,5 +1,6 @@
 #include "services/QtDialogs.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
 #include <QHeaderView>
@@ -42,6 +43,18 @@ class ModalAlert final : public QDialog {
  private:
   AlertPanel* panel_;
   AlertResult result_;
+};
+
+/// While it lives, a Return that is still held down from before does not answer the panel that has come up
+/// under it.
+class IgnoringHeldReturn final : public QObject {
+ public:
+  IgnoringHeldReturn() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto& key = *static_cast<const QKeyEvent*>(event);
+    return key.key() != Qt::Key_Space && buttonKeyOf(key) == ButtonKey::Held;
+  }
 };
 
 /// Shows the dates and kinds of files whole, which the toolkit's own panel would cut off.
@@ -100,6 +113,7 @@ std::vector<std::string> QtDialogs::runOpenPanel(const OpenPanelDescription& des
   }
   makeRoom(panel);
   if (!description.directory.empty()) panel.setDirectory(toQString(description.directory));
+  const IgnoringHeldReturn ignoring;
   if (panel.exec() != QDialog::Accepted) return {};
   std::vector<std::string> paths;
   for (const QString& path : panel.selectedFiles()) paths.push_back(fromQString(path));
