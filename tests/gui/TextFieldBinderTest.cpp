@@ -1,4 +1,6 @@
 #include <QAccessible>
+#include <QApplication>
+#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -204,6 +206,18 @@ TEST_F(TextFieldBinder, ATextThatAssistiveTechnologySetsIsStoredAlsoWithoutTheKe
   EXPECT_EQ(edits, 1);
   EXPECT_EQ(edit->text(), QStringLiteral("7"));
   EXPECT_FALSE(field.editing());
+}
+
+TEST_F(TextFieldBinder, AssistiveTechnologySetsNoTextBehindAPanel) {
+  field.setStringValue("before");
+  QDialog panel;
+  panel.setModal(true);
+  panel.show();
+  ASSERT_TRUE(eventually([&] { return QApplication::activeModalWidget() == &panel; }));
+  QAccessible::queryAccessibleInterface(edit)->setText(QAccessible::Value, QStringLiteral("after"));
+  EXPECT_EQ(edit->text(), QStringLiteral("before"));
+  EXPECT_EQ(field.stringValue(), "before");
+  EXPECT_EQ(edits, 0);
 }
 
 TEST_F(TextFieldBinder, NoTextIsTooLongForTheToolkit) {

@@ -26,6 +26,7 @@ void TextFieldBinder::endEditingFromAfar() {
 /// Also a refused text may change what the field shows: the default, which it showed because a field with the
 /// same formatter was cleared, gives way to the value.
 std::optional<QString> TextFieldBinder::textAfter(const QString& proposed) {
+  if (!isInReach()) return std::nullopt;
   const std::string before = field_.stringValue();
   const bool taken = field_.typeText(fromQString(proposed));
   if (!taken && field_.stringValue() == before) return std::nullopt;
