@@ -282,8 +282,7 @@ void KeyboardPerson::switchAccessory() {
 
 void KeyboardPerson::goToRow(const TreeRow& row) {
   tabTo(tree());
-  // The letters of its first word find the plug-in, or a row that begins alike and stands above it; Space
-  // would act.
+  // The letters of its first word find the plug-in, or a row that begins alike and stands above it.
   key(Qt::Key_Home);
   const QModelIndex plugin = pluginRow(row.plugin).siblingAtColumn(0);
   if (tree().currentIndex().siblingAtColumn(0) != plugin)
@@ -306,7 +305,8 @@ void KeyboardPerson::goDownTo(const QModelIndex& row) {
 
 void KeyboardPerson::actOn(const TreeRow& row, Spot /*spot*/) {
   goToRow(row);
-  key(Qt::Key_Space);
+  // Right after the letters of a plug-in's name Space would be a part of it.
+  key(row.option == nullptr ? Qt::Key_Return : Qt::Key_Space);
 }
 
 void KeyboardPerson::fillCell(const TreeRow& row, const char* text) {
