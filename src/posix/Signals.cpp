@@ -17,6 +17,7 @@ void setAllSignalsToDefault() {
 
 void prepareSignals() {
   setSignal(SIGPIPE, SIG_IGN);
+  setSignal(SIGXFSZ, SIG_IGN);
   setSignal(SIGCHLD, SIG_DFL);
 }
 

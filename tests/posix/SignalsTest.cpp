@@ -1,8 +1,10 @@
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +12,7 @@
 #include "posix/FileDescriptor.h"
 #include "posix/Signals.h"
 #include "support/Isolated.h"
+#include "support/TemporaryFolder.h"
 
 namespace corvane {
 namespace {
@@ -39,6 +42,21 @@ TEST(ProcessSignals, ChildrenCanBeWaitedForThoughTheStarterIgnoredHisOwn) {
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(WEXITSTATUS(status), 7);
+  });
+  EXPECT_EQ(outcome, IsolatedOutcome::Passed);
+}
+
+TEST(ProcessSignals, FileThatWouldBecomeTooLargeIsAFailedWriteAndNotTheEnd) {
+  const auto outcome = test::runIsolated(0, [] {
+    std::signal(SIGXFSZ, SIG_DFL);
+    prepareSignals();
+    const test::TemporaryFolder folder;
+    const rlimit tiny{10, RLIM_INFINITY};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+    const FileDescriptor file(::open((folder / "file").c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+    EXPECT_EQ(::write(file.get(), "0123456789abc", 13), 10);
+    EXPECT_EQ(::write(file.get(), "abc", 3), -1);
+    EXPECT_EQ(errno, EFBIG);
   });
   EXPECT_EQ(outcome, IsolatedOutcome::Passed);
 }
