@@ -31,7 +31,7 @@ struct Check {
     require(isName(command.name) && isPath(command.folder));
   }
   void operator()(const MakeFolders& command) const { require(isPath(command.folder)); }
-  void operator()(const Housekeeping&) const {}
+  void operator()(const ResetModes&) const {}
   void operator()(const RunScript& command) const { require(isPath(command.script)); }
   void operator()(const ValidatePlugin& command) const {
     require(isPath("/" + command.executable) && command.arguments.back() == "--test-mode");

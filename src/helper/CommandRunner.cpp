@@ -1,14 +1,8 @@
 #include "helper/CommandRunner.h"
 
-#include <system_error>
+#include "posix/SystemError.h"
 
 namespace corvane::helper {
-namespace {
-
-/// The shell's exit status for a program that does not exist.
-constexpr int kCommandNotFound = 127;
-
-}  // namespace
 
 /// One overload for each command.
 struct CommandRunner::Dispatch {
@@ -17,7 +11,7 @@ struct CommandRunner::Dispatch {
 
   static Answer only(Reply reply) { return {.reply = std::move(reply), .run = {}}; }
   static Reply notStarted(const std::string& program, int error) {
-    return {.outcome = Outcome::Failed, .message = program + ": " + std::generic_category().message(error)};
+    return {.outcome = Outcome::Failed, .message = program + ": " + systemErrorText(error)};
   }
 
   Answer operator()(const Refusal& refusal) const {
@@ -32,26 +26,7 @@ struct CommandRunner::Dispatch {
   }
   Answer operator()(const MakeFolders& command) const { return only(tree.makeFolders(command.folder)); }
 
-  Answer operator()(const Housekeeping& command) const {
-    for (const auto folder : kHousekeepingFolders) {
-      if (auto reply = tree.checkFolder(std::string(folder)); reply.outcome != Outcome::Started)
-        return only(reply);
-    }
-    const Program shell{"/bin/sh", {"-c", housekeepingText(command.kind, runner.place_.root)}};
-    const auto ending = runToEnd(shell, kToolDeadline, runner.hangup_);
-    if (ending.error != 0) return only(notStarted(shell.path, ending.error));
-    if (ending.timedOut || ending.abandoned) {
-      return only({.outcome = Outcome::Failed, .message = "the command did not end and was killed"});
-    }
-    // Outside the client's own system there is no syntax checker. The check changes nothing, so nothing is
-    // missing.
-    const bool checkerIsAbsent =
-        command.kind == Housekeeping::Kind::CheckSyntax && ending.exitStatus == kCommandNotFound;
-    if (ending.exitStatus == 0 || checkerIsAbsent) return only({});
-    return only(
-        {.exitStatus = ending.exitStatus,
-         .message = shell.arguments.back() + " ended with exit status " + std::to_string(ending.exitStatus)});
-  }
+  Answer operator()(const ResetModes& /*command*/) const { return only(tree.resetModes()); }
 
   Answer operator()(const RunScript& command) const {
     const auto name = command.script.substr(kClientFolder.size() + 1);
@@ -77,8 +52,8 @@ struct CommandRunner::Dispatch {
   }
 };
 
-CommandRunner::CommandRunner(Place place, Caution caution, int hangup)
-    : place_(std::move(place)), tree_(place_.root, caution), hangup_(hangup), lifeline_(makePipe()) {}
+CommandRunner::CommandRunner(Place place, uid_t user, TreeObservers observers)
+    : place_(std::move(place)), tree_(place_.root, user, std::move(observers)), lifeline_(makePipe()) {}
 
 Answer CommandRunner::carryOut(const Request& request) {
   return std::visit(Dispatch{*this}, recognize(request, place_));

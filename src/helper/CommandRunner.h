@@ -11,9 +11,6 @@
 
 namespace corvane::helper {
 
-/// How long a tool that is awaited may run, in seconds; less than the pane waits for an answer.
-inline constexpr int kToolDeadline = 15;
-
 struct Answer {
   Reply reply;
   SupervisedRun run;  // with descriptors when a plug-in was started
@@ -21,20 +18,17 @@ struct Answer {
 
 class CommandRunner {
  public:
-  /// Validation runs end with the runner. `hangup` is a socket that ends an awaited tool when its other end
-  /// closes, or -1.
-  CommandRunner(Place place, Caution caution, int hangup = -1);
+  /// `user` is whose settings these are. Validation runs end with the runner.
+  CommandRunner(Place place, uid_t user, TreeObservers observers = {});
 
   [[nodiscard]] Answer carryOut(const Request& request);
-  /// Why this process should not write staging files below the root prefix; empty when it may.
-  [[nodiscard]] std::string objectionToStaging() const { return tree_.checkStagingPath().message; }
+  [[nodiscard]] const RootTree& tree() const { return tree_; }
 
  private:
   struct Dispatch;
 
   Place place_;
   RootTree tree_;
-  int hangup_;
   Pipe lifeline_;
 };
 

@@ -4,8 +4,6 @@
 #include <array>
 #include <climits>
 
-#include "helper/ShellText.h"
-
 namespace corvane::helper {
 namespace {
 
@@ -81,14 +79,9 @@ Command recognizeFolders(const std::vector<std::string>& arguments, const Place&
   return MakeFolders{std::string(*folder)};
 }
 
-Command recognizeShell(const std::vector<std::string>& arguments, const Place& place) {
-  if (arguments.size() != 2 || arguments[0] != "-c") return Refusal{"\"-c\" and one text are needed"};
-  // The text is only compared, by the words it means; what runs is the text made here.
-  const auto words = shellWords(arguments[1]);
-  for (const auto kind : {Housekeeping::Kind::ResetModes, Housekeeping::Kind::CheckSyntax}) {
-    if (words && words == shellWords(housekeepingText(kind, place.root))) return Housekeeping{kind};
-  }
-  return Refusal{"the text is none of the housekeeping texts"};
+Command recognizeModes(const std::vector<std::string>& arguments) {
+  if (arguments != std::vector<std::string>{"644"}) return Refusal{"\"644\" alone is needed"};
+  return ResetModes{};
 }
 
 struct ScriptLine {
@@ -153,19 +146,6 @@ std::optional<std::string> normalizedRoot(std::string_view root) {
   return std::string(root);
 }
 
-std::string housekeepingText(Housekeeping::Kind kind, std::string_view root) {
-  const auto prefix = quotedForShell(root);
-  std::string text = kind == Housekeeping::Kind::ResetModes ? "/bin/chmod 644" : "/usr/bin/plutil";
-  for (const std::string_view files :
-       {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
-        "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
-    text += " ";
-    text += prefix;
-    text += files;
-  }
-  return text;
-}
-
 Command recognize(const Request& request, const Place& place) {
   if (holdsNul(request.program) || std::ranges::any_of(request.arguments, holdsNul)) {
     return Refusal{"a text holds a null character"};
@@ -175,7 +155,7 @@ Command recognize(const Request& request, const Place& place) {
   if (request.program == "/bin/rm") return recognizeRemoval(request.arguments, place);
   if (request.program == "/bin/cp") return recognizeCopy(request.arguments, place);
   if (request.program == "/bin/mkdir") return recognizeFolders(request.arguments, place);
-  if (request.program == "/bin/sh") return recognizeShell(request.arguments, place);
+  if (request.program == "/bin/chmod") return recognizeModes(request.arguments);
   return Refusal{"not a program that is run as root"};
 }
 

@@ -42,10 +42,8 @@ struct ReadSource {
 struct MakeFolders {
   std::string folder;
 };
-/// "/bin/sh -c" with the resetting of the modes or the checking of the property lists.
-struct Housekeeping {
-  enum class Kind { ResetModes, CheckSyntax } kind;
-};
+/// "/bin/chmod 644" of the files of the housekeeping list, which the request does not name.
+struct ResetModes {};
 /// The helper tool with "/bin/bash" and one of the client's two scripts.
 struct RunScript {
   std::string script;
@@ -60,21 +58,15 @@ struct Refusal {
   std::string reason;
 };
 
-using Command = std::variant<Refusal, RemoveStaging, WriteTarget, ReadSource, MakeFolders, Housekeeping,
+using Command = std::variant<Refusal, RemoveStaging, WriteTarget, ReadSource, MakeFolders, ResetModes,
                              RunScript, ValidatePlugin>;
 
 /// A request that is none of the commands is a refusal.
 [[nodiscard]] Command recognize(const Request& request, const Place& place);
 
-/// The text that the shell is given for a housekeeping command; with an empty root prefix a fixed text.
-[[nodiscard]] std::string housekeepingText(Housekeeping::Kind kind, std::string_view root);
-
 inline constexpr std::string_view kStagingFolder = "/private/tmp";
 inline constexpr std::string_view kClientFolder = "/Library/Corvane";
 inline constexpr std::string_view kPluginsFolder = "/Library/Corvane/Plugins";
 inline constexpr std::string_view kReadPrefix = "read-";
-/// The folders whose files the housekeeping commands name.
-inline constexpr std::string_view kHousekeepingFolders[] = {
-    "/Library/Corvane", "/Library/Corvane/PluginSupport", "/Library/Corvane/Utilities/UpdaterSupport"};
 
 }  // namespace corvane::helper

@@ -1,20 +1,15 @@
 #include "helper/Launch.h"
 
 #include <cerrno>
-#include <csignal>
-#include <ctime>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "helper/Supervisor.h"
-#include "posix/Differences.h"
-#include "posix/Signals.h"
+#include "helper/UsersSession.h"
 
 namespace corvane::helper {
 namespace {
@@ -39,11 +34,7 @@ void closeOnExecFrom(unsigned first) {
 
 /// In a child: becomes the program. Tells the error through `report` when that fails.
 [[noreturn]] void become(char* const* vector, int output, int report) {
-  setAllSignalsToDefault();
-  sigset_t none;
-  ::sigemptyset(&none);
-  ::sigprocmask(SIG_SETMASK, &none, nullptr);
-  ::umask(022);
+  leaveUsersSession();
   const int opened = ::open("/dev/null", O_RDWR);
   // Above the standard streams: in the place of a closed one it would be overwritten by the output.
   const int null = opened < 0 ? -1 : ::fcntl(opened, F_DUPFD, 3);
@@ -116,41 +107,6 @@ int startDetached(const Program& program) {
     become(vector.data(), -1, report.writeEnd.get());
   });
   return error != 0 ? error : startingError(report);
-}
-
-Ending runToEnd(const Program& program, int seconds, int hangup) {
-  Ending ending;
-  auto report = makePipe();
-  if (!report.readEnd) return {.error = errno};
-  auto vector = vectorOf(program);
-  const pid_t child = ::fork();
-  if (child < 0) return {.error = errno};
-  if (child == 0) {
-    ::setsid();
-    become(vector.data(), -1, report.writeEnd.get());
-  }
-  ending.error = startingError(report);
-  const auto ended = watchEndOf(child);
-  pollfd waited[] = {{ended.get(), POLLIN, 0}, {hangup, POLLRDHUP, 0}};
-  timespec end{};
-  ::clock_gettime(CLOCK_MONOTONIC, &end);
-  end.tv_sec += seconds;
-  while (ending.error == 0 && ended && waited[0].revents == 0) {
-    timespec now{};
-    ::clock_gettime(CLOCK_MONOTONIC, &now);
-    const long left = (end.tv_sec - now.tv_sec) * 1000 + (end.tv_nsec - now.tv_nsec) / 1000000;
-    const int ready = left > 0 ? ::poll(waited, 2, static_cast<int>(left)) : 0;
-    if (ready < 0 && errno == EINTR) continue;
-    ending.timedOut = ready == 0;
-    ending.abandoned = ready > 0 && waited[0].revents == 0;
-    if (ending.timedOut || ending.abandoned) {
-      ::kill(-child, SIGKILL);
-      break;
-    }
-  }
-  const int status = awaitEnd(child);
-  ending.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  return ending;
 }
 
 SupervisedRun startSupervised(const Program& program, int lifeline) {

@@ -19,15 +19,6 @@ struct Program {
 /// the error.
 [[nodiscard]] int startDetached(const Program& program);
 
-struct Ending {
-  int error = 0;           // it could not be started
-  bool timedOut = false;   // it was ended after the deadline
-  bool abandoned = false;  // it was ended since `hangup` was hung up
-  int exitStatus = 0;      // 128 and the signal's number after a signal
-};
-/// Runs the program to its end, for at most `seconds`. `hangup` is a socket whose other end may close, or -1.
-[[nodiscard]] Ending runToEnd(const Program& program, int seconds, int hangup);
-
 /// A program that is run for its output.
 struct SupervisedRun {
   int error = 0;          // it could not be started

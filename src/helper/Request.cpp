@@ -99,7 +99,7 @@ std::optional<Reply> decodeReply(std::string_view packet) {
   const auto outcome = reader.takeNumber();
   const auto exitStatus = reader.takeNumber();
   auto message = reader.takeText();
-  if (!outcome || *outcome > static_cast<std::uint32_t>(Outcome::Failed) || !exitStatus || !message ||
+  if (!outcome || *outcome > static_cast<std::uint32_t>(Outcome::Missing) || !exitStatus || !message ||
       message->size() > kLongestMessage || !reader.atEnd()) {
     return std::nullopt;
   }

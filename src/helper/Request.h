@@ -27,7 +27,8 @@ struct Request {
 enum class Outcome : std::uint8_t {
   Started,  // started; a tool that is awaited has ended
   Denied,   // none of the commands that the helper carries out, or something was planted in its way
-  Failed,   // could not be started, or did not end
+  Failed,   // could not be started
+  Missing,  // what was to be read is not there
 };
 
 struct Reply {
@@ -37,7 +38,7 @@ struct Reply {
 };
 
 /// The first packet of a helper, which tells it from a failed start. Changes with the form of the packets.
-inline constexpr std::string_view kHello = "qlhelper 1 ready";
+inline constexpr std::string_view kHello = "qlhelper 2 ready";
 
 /// Nothing when the request is too large for a packet.
 [[nodiscard]] std::optional<std::string> encodeRequest(const Request& request);

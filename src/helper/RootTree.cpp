@@ -1,105 +1,47 @@
 #include "helper/RootTree.h"
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
-#include <climits>
-#include <deque>
-#include <filesystem>
-#include <system_error>
 
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "helper/CommandShapes.h"
-#include "helper/FileContents.h"
+#include "platform/Housekeeping.h"
+#include "posix/FolderReader.h"
+#include "posix/SystemError.h"
 
 namespace corvane::helper {
-
-std::function<void(std::string_view)> RootTree::beforeStep;
-std::function<void()> RootTree::beforeLook;
-
 namespace {
 
 /// How often a step is taken again when something moved under it.
 constexpr int kAttempts = 8;
-constexpr int kMostLinks = 40;  // the kernel's own limit for one path
-constexpr std::string_view kOpenToOthers = "others than root can change the folder or one above it";
-/// What helps when that is said of the whole tree, to a pane that itself runs as root.
-constexpr std::string_view kWhatHelps =
-    "; run the pane as the owner of the tree, or keep the tree where only root can change it";
+constexpr mode_t kReadableByAll = 0644;
+constexpr mode_t kPrivate = 0600;
 
 Reply denied(std::string_view path, std::string_view why) {
   return {.outcome = Outcome::Denied, .message = std::string(path) + ": " + std::string(why)};
 }
 /// What a tool that was started would have answered: a message and an exit status.
 Reply failed(std::string_view path, int error) {
-  return {.exitStatus = 1, .message = std::string(path) + ": " + std::generic_category().message(error)};
+  return {.exitStatus = 1, .message = std::string(path) + ": " + systemErrorText(error)};
 }
-
-int openInside(int top, const std::string& path, int flags) {
-  open_how how{};
-  how.flags = static_cast<std::uint64_t>(flags | O_CLOEXEC);
-  how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
-  for (int attempt = 0;; ++attempt) {
-    const long descriptor = ::syscall(SYS_openat2, top, path.c_str(), &how, sizeof how);
-    if (descriptor >= 0 || errno != EAGAIN || attempt == kAttempts) return static_cast<int>(descriptor);
-  }
+/// The same where it counts as not having been started.
+Reply notStarted(Reply reply) {
+  if (reply.outcome == Outcome::Started && reply.exitStatus != 0) reply.outcome = Outcome::Failed;
+  return reply;
 }
 
 bool sameFile(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-/// Whether others than root can change the folder's entries. The sticky bit keeps them from the entries of
-/// root.
-bool isOpenToOthers(const struct stat& folder, bool stickySuffices) {
-  if (folder.st_uid != 0) return true;
-  if ((folder.st_mode & (S_IWGRP | S_IWOTH)) == 0) return false;
-  return !(stickySuffices && (folder.st_mode & S_ISVTX) != 0);
-}
-
 std::string selfPath(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
-
-/// Where the file really lies; empty when that cannot be told.
-std::filesystem::path placeOf(int descriptor) {
-  std::error_code error;
-  return std::filesystem::read_symlink(selfPath(descriptor), error);
-}
 
 /// Reopens what an O_PATH descriptor stands for; nothing can be swapped in between.
 FileDescriptor reopen(int descriptor, int flags) {
   return FileDescriptor(::open(selfPath(descriptor).c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-}
-
-/// The folder's entry itself, whatever it is, with its attributes.
-struct Entry {
-  FileDescriptor descriptor;
-  struct stat attributes {};
-};
-Entry entryOf(int folder, const std::string& name) {
-  Entry entry;
-  entry.descriptor = FileDescriptor(::openat(folder, name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-  if (entry.descriptor && ::fstat(entry.descriptor.get(), &entry.attributes) != 0) entry.descriptor.reset();
-  return entry;
-}
-
-/// Where the link leads; empty when that cannot be told.
-std::string targetOf(const Entry& link) {
-  std::array<char, PATH_MAX> target{};
-  const ssize_t length = ::readlinkat(link.descriptor.get(), "", target.data(), target.size());
-  return {target.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
-}
-
-/// The parts of a path, without empty ones and ".".
-std::deque<std::string> partsOf(const std::string& path) {
-  std::deque<std::string> parts;
-  for (const auto& part : std::filesystem::path(path).relative_path()) {
-    if (!part.empty() && part != ".") parts.push_back(part.string());
-  }
-  return parts;
 }
 
 /// Why an entry is not a file that may be written, read or removed under a predictable name; empty when it is
@@ -117,102 +59,36 @@ std::string joined(const std::string& folder, std::string_view name) {
 
 }  // namespace
 
-RootTree::RootTree(const std::string& root, Caution caution)
+RootTree::RootTree(const std::string& root, uid_t user, TreeObservers observers)
     : root_(root),
-      caution_(caution),
-      top_(::open(root.empty() ? "/" : root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+      user_(user),
+      beforeStep_(std::move(observers.beforeStep)),
+      walk_(root, std::move(observers.beforeLook)) {}
 
-FileDescriptor RootTree::open(const std::string& path, int flags) const {
-  return FileDescriptor(openInside(top_.get(), path, flags));
-}
-
-/// Whether the path leads to `found`, and nobody else can change a folder in which it is looked up, or a link
-/// that it leads through: the kernel's walk below the prefix, made step by step. It must end at what was
-/// opened before: a link that led there may be gone by now. With -1 nothing was found; then nobody else may
-/// be able to make what is missing.
-bool RootTree::isWayTrusted(const std::string& path, int found) const {
-  if (!caution_.distrust) return true;
-  struct stat wanted {};
-  struct stat ended {};
-  if (found >= 0 && ::fstat(found, &wanted) != 0) return false;
-  // Programs are started by path: the prefix must still be what was opened at the start.
-  if (placeOf(top_.get()) != (root_.empty() ? "/" : root_)) return false;
-  std::deque<std::string> names = partsOf(path);
-  FileDescriptor here = open("/", O_PATH | O_DIRECTORY);
-  for (int links = 0; !names.empty();) {
-    if (!here || !isPlaceTrusted(here.get(), Sticky::Accepted)) return false;
-    const std::string name = std::move(names.front());
-    names.pop_front();
-    if (name == "..") {
-      here = openAbove(here.get());
-      continue;
-    }
-    auto entry = entryOf(here.get(), name);
-    // Whoever may make entries here could make this one.
-    if (!entry.descriptor) return found < 0 && isPlaceTrusted(here.get(), Sticky::Refused);
-    if (S_ISLNK(entry.attributes.st_mode)) {
-      // The sticky bit lets others make what is missing: a link of their own.
-      const auto target = targetOf(entry);
-      if (entry.attributes.st_uid != 0 || target.empty() || ++links > kMostLinks) return false;
-      if (target.front() == '/') here = open("/", O_PATH | O_DIRECTORY);
-      auto further = partsOf(target);
-      names.insert(names.begin(), further.begin(), further.end());
-    } else if (S_ISDIR(entry.attributes.st_mode)) {
-      here = std::move(entry.descriptor);
-    } else {
-      return found >= 0 && names.empty() && sameFile(entry.attributes, wanted);
-    }
+TreeWalk::Found RootTree::findFolder(const std::string& path, Care care) const {
+  auto found = walk_.find(path, care);
+  if (!found.obstacle && !S_ISDIR(found.attributes.st_mode)) {
+    found.obstacle = {.kind = Obstacle::Kind::System, .path = root_ + path, .error = ENOTDIR};
   }
-  return found >= 0 && here && ::fstat(here.get(), &ended) == 0 && sameFile(ended, wanted);
+  return found;
 }
 
-/// The folder above, which for the prefix is the prefix itself.
-FileDescriptor RootTree::openAbove(int folder) const {
-  struct stat here {};
-  struct stat top {};
-  if (::fstat(folder, &here) != 0 || ::fstat(top_.get(), &top) != 0) return {};
-  return FileDescriptor(::openat(folder, sameFile(here, top) ? "." : "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
-}
-
-/// Whether nobody else can change what stands in the folder or in one above it, up to the system's own root.
-bool RootTree::isPlaceTrusted(int folder, Sticky sticky) const {
-  if (!caution_.distrust) return true;
-  FileDescriptor here(::openat(folder, ".", O_PATH | O_DIRECTORY | O_CLOEXEC));
-  bool stickySuffices = sticky == Sticky::Accepted;
-  for (;;) {
-    FileDescriptor parent(::openat(here.get(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
-    struct stat attributes {};
-    struct stat above {};
-    if (!parent || ::fstat(here.get(), &attributes) != 0 || ::fstat(parent.get(), &above) != 0) return false;
-    if (isOpenToOthers(attributes, stickySuffices)) return false;
-    if (sameFile(attributes, above)) return true;
-    here = std::move(parent);
-    stickySuffices = true;
-  }
-}
-
-RootTree::Folder RootTree::openFolder(const std::string& path, Sticky sticky) const {
-  Folder folder;
-  folder.descriptor = open(path, O_PATH | O_DIRECTORY);
-  if (beforeLook) beforeLook();
-  if (!folder.descriptor) {
-    folder.problem = failed(root_ + path, errno);
-  } else if (!isWayTrusted(path, folder.descriptor.get()) ||
-             !isPlaceTrusted(folder.descriptor.get(), sticky)) {
-    folder.descriptor.reset();
-    folder.problem = denied(root_ + path, kOpenToOthers);
-  }
-  return folder;
+Reply RootTree::replyTo(const Obstacle& obstacle) const {
+  const bool isOfTheSystem =
+      obstacle.kind == Obstacle::Kind::Missing || obstacle.kind == Obstacle::Kind::System;
+  return {.outcome = isOfTheSystem ? Outcome::Started : Outcome::Denied,
+          .exitStatus = isOfTheSystem ? 1 : 0,
+          .message = walk_.textOf(obstacle)};
 }
 
 Reply RootTree::removeStaging(const std::string& name) const {
   const auto path = root_ + joined(std::string(kStagingFolder), name);
-  const auto folder = openFolder(std::string(kStagingFolder), Sticky::Accepted);
-  if (!folder.descriptor) return folder.problem;
-  const auto entry = entryOf(folder.descriptor.get(), name);
+  const auto folder = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  if (folder.obstacle) return replyTo(folder.obstacle);
+  const auto entry = TreeWalk::entryOf(folder.descriptor.get(), name);
   if (!entry.descriptor) return failed(path, errno);
   if (const auto why = whyNotPlain(entry.attributes); !why.empty()) return denied(path, why);
-  if (entry.attributes.st_uid != caution_.user && entry.attributes.st_uid != 0) {
+  if (entry.attributes.st_uid != user_ && entry.attributes.st_uid != 0) {
     return denied(path, "the file belongs to another user");
   }
   if (::unlinkat(folder.descriptor.get(), name.c_str(), 0) != 0) return failed(path, errno);
@@ -221,41 +97,15 @@ Reply RootTree::removeStaging(const std::string& name) const {
 
 namespace {
 
-/// Gives a new, whole file the name, which nothing may bear yet. Answers 0 or the error.
-int createWhole(int folder, const std::string& name, const std::string& contents, mode_t mode, uid_t owner,
-                gid_t group) {
-  const auto finish = [&](int descriptor) {
-    int error = fillContents(descriptor, contents, RootTree::beforeStep);
-    if (error == 0 && (owner != ::geteuid() || group != ::getegid()) &&
-        ::fchown(descriptor, owner, group) != 0) {
-      error = errno;
-    }
-    if (error == 0 && ::fchmod(descriptor, mode) != 0) error = errno;
-    return error;
-  };
-  if (const FileDescriptor unnamed(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600)); unnamed) {
-    if (const int error = finish(unnamed.get()); error != 0) return error;
-    if (RootTree::beforeStep) RootTree::beforeStep("name");
-    return ::linkat(AT_FDCWD, selfPath(unnamed.get()).c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0
-               ? 0
-               : errno;
-  }
-  // Not every file system knows unnamed files.
-  const FileDescriptor file(
-      ::openat(folder, name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0600));
-  if (!file) return errno;
-  const int error = finish(file.get());
-  if (error != 0) ::unlinkat(folder, name.c_str(), 0);
-  return error;
-}
-
 /// Writes the folder's file, existing or new. A file that was put in the place of the open one meanwhile (the
 /// client replaces its files) is written too.
-Reply writeFile(int folder, const std::string& name, const std::string& path, const std::string& contents) {
+Reply writeFile(int folder, const std::string& name, const std::string& path, const std::string& contents,
+                const StepObserver& beforeStep) {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const auto entry = entryOf(folder, name);
+    const auto entry = TreeWalk::entryOf(folder, name);
     if (!entry.descriptor && errno == ENOENT) {
-      const int error = createWhole(folder, name, contents, 0644, ::geteuid(), ::getegid());
+      const int error =
+          createWhole(folder, name, contents, {kReadableByAll, ::geteuid(), ::getegid()}, beforeStep);
       if (error == EEXIST) continue;
       // The new name is to survive a power failure like the contents; nothing can be done when it does not.
       if (const auto flushed = reopen(folder, O_RDONLY | O_DIRECTORY); error == 0 && flushed)
@@ -267,12 +117,12 @@ Reply writeFile(int folder, const std::string& name, const std::string& path, co
     if (const auto why = whyNotPlain(entry.attributes); !why.empty()) return denied(path, why);
     const auto file = reopen(entry.descriptor.get(), O_RDWR);
     if (!file) return failed(path, errno);
-    if (const int error = replaceContents(file.get(), contents, kLargestFile, RootTree::beforeStep);
-        error != 0) {
+    if (const int error = replaceContents(file.get(), contents, kLargestFile, beforeStep); error != 0) {
       return failed(path, error);
     }
-    const auto now = entryOf(folder, name);
-    if (now.descriptor && sameFile(now.attributes, entry.attributes)) return {};
+    struct stat now {};
+    if (::fstatat(folder, name.c_str(), &now, AT_SYMLINK_NOFOLLOW) == 0 && sameFile(now, entry.attributes))
+      return {};
   }
   return failed(path, EBUSY);
 }
@@ -281,48 +131,49 @@ Reply writeFile(int folder, const std::string& name, const std::string& path, co
 
 Reply RootTree::writeTarget(const std::string& name, const std::string& folder) const {
   const auto stagingPath = root_ + joined(std::string(kStagingFolder), name);
-  const auto staging = openFolder(std::string(kStagingFolder), Sticky::Accepted);
-  if (!staging.descriptor) return staging.problem;
-  const auto source = entryOf(staging.descriptor.get(), name);
+  const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  if (staging.obstacle) return replyTo(staging.obstacle);
+  const auto source = TreeWalk::entryOf(staging.descriptor.get(), name);
   if (!source.descriptor) return failed(stagingPath, errno);
   if (const auto why = whyNotPlain(source.attributes); !why.empty()) return denied(stagingPath, why);
-  if (source.attributes.st_uid != caution_.user)
-    return denied(stagingPath, "the file belongs to another user");
+  if (source.attributes.st_uid != user_) return denied(stagingPath, "the file belongs to another user");
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
   const auto contents = file ? readAll(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(stagingPath, errno);
 
-  const auto target = openFolder(folder, Sticky::Refused);
-  if (!target.descriptor) return target.problem;
-  return writeFile(target.descriptor.get(), name, root_ + joined(folder, name), *contents);
+  const auto target = findFolder(folder, Care::Full);
+  if (target.obstacle) return replyTo(target.obstacle);
+  return writeFile(target.descriptor.get(), name, root_ + joined(folder, name), *contents, beforeStep_);
 }
 
 Reply RootTree::readSource(const std::string& folder, const std::string& name) const {
   const auto copyName = std::string(kReadPrefix) + name;
   const auto copyPath = root_ + joined(std::string(kStagingFolder), copyName);
-  const auto staging = openFolder(std::string(kStagingFolder), Sticky::Accepted);
-  if (!staging.descriptor) return staging.problem;
+  const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  if (staging.obstacle) return replyTo(staging.obstacle);
   // The copy of an earlier read goes first, so that a read that fails leaves nothing to be taken for its
   // outcome.
-  if (const auto stale = entryOf(staging.descriptor.get(), copyName); stale.descriptor) {
+  if (const auto stale = TreeWalk::entryOf(staging.descriptor.get(), copyName); stale.descriptor) {
     if (auto removed = removeStaging(copyName);
         removed.outcome != Outcome::Started || removed.exitStatus != 0) {
       return removed;
     }
   }
   const auto path = root_ + joined(folder, name);
-  const FileDescriptor sourceFolder = open(folder, O_PATH | O_DIRECTORY);
-  const auto source = sourceFolder ? entryOf(sourceFolder.get(), name) : Entry{};
-  if (!source.descriptor) {
-    const int error = errno;
-    return error == ENOENT ? Reply{.exitStatus = 1, .message = {}} : failed(path, error);
-  }
+  // Whoever can change the way there: what is found is only read.
+  const auto sourceFolder = findFolder(folder, Care::None);
+  if (sourceFolder.obstacle.kind == Obstacle::Kind::Missing)
+    return {.outcome = Outcome::Missing, .message = {}};
+  if (sourceFolder.obstacle) return replyTo(sourceFolder.obstacle);
+  const auto source = TreeWalk::entryOf(sourceFolder.descriptor.get(), name);
+  if (!source.descriptor && errno == ENOENT) return {.outcome = Outcome::Missing, .message = {}};
+  if (!source.descriptor) return failed(path, errno);
   if (!S_ISREG(source.attributes.st_mode)) return denied(path, "what stands there is not a regular file");
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
   const auto contents = file ? readAll(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(path, errno);
   const int error =
-      createWhole(staging.descriptor.get(), copyName, *contents, 0600, caution_.user, ::getegid());
+      createWhole(staging.descriptor.get(), copyName, *contents, {kPrivate, user_, ::getegid()}, beforeStep_);
   if (error == EEXIST) return denied(copyPath, "something was planted there");
   return error == 0 ? Reply{} : failed(copyPath, error);
 }
@@ -330,13 +181,12 @@ Reply RootTree::readSource(const std::string& folder, const std::string& name) c
 Reply RootTree::makeFolders(const std::string& folder) const {
   for (auto end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
     const auto path = folder.substr(0, end);
-    auto here = openFolder(path, Sticky::Refused);
-    if (!here.descriptor && here.problem.outcome == Outcome::Denied) return here.problem;
-    if (!here.descriptor) {
-      const auto slash = path.rfind('/');
-      const auto above = openFolder(slash == 0 ? "/" : path.substr(0, slash), Sticky::Refused);
-      if (!above.descriptor) return above.problem;
-      if (::mkdirat(above.descriptor.get(), path.substr(slash + 1).c_str(), 0755) != 0) {
+    const auto here = findFolder(path, Care::Full);
+    if (here.obstacle.kind != Obstacle::Kind::Missing && here.obstacle) return replyTo(here.obstacle);
+    if (here.obstacle) {
+      const auto above = findFolder(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)), Care::Full);
+      if (above.obstacle) return replyTo(above.obstacle);
+      if (::mkdirat(above.descriptor.get(), path.substr(path.rfind('/') + 1).c_str(), 0755) != 0) {
         return failed(root_ + path, errno);
       }
     }
@@ -344,76 +194,98 @@ Reply RootTree::makeFolders(const std::string& folder) const {
   }
 }
 
-Reply RootTree::checkFolder(const std::string& path) const {
-  auto folder = openFolder(path, Sticky::Refused);
-  if (folder.descriptor) return {};
-  if (folder.problem.outcome == Outcome::Denied) return std::move(folder.problem);
-  return isWayTrusted(path, -1) ? Reply{} : denied(root_ + path, kOpenToOthers);
+namespace {
+
+Reply resetMode(int folder, const std::string& name, const std::string& path) {
+  const auto entry = TreeWalk::entryOf(folder, name);
+  if (!entry.descriptor) return errno == ENOENT ? Reply{} : failed(path, errno);
+  if (const auto why = whyNotPlain(entry.attributes); !why.empty()) return denied(path, why);
+  // Who watches the file need not hear of a change that is none.
+  if ((entry.attributes.st_mode & 07777) == kReadableByAll) return {};
+  // By way of the descriptor: its file need not be readable, and no other can take its place.
+  const int done = ::chmod(selfPath(entry.descriptor.get()).c_str(), kReadableByAll);
+  return done == 0 ? Reply{} : failed(path, errno);
 }
 
-Reply RootTree::checkStagingPath() const {
-  if (!caution_.distrust) return {};
-  std::string path = root_.empty() ? "/" : root_;
-  if (!top_) return failed(path, ENOENT);
-  if (placeOf(top_.get()) != path) return denied(path, "the path leads through a symbolic link");
-  FileDescriptor here = open("/", O_PATH | O_DIRECTORY);
-  auto sticky = Sticky::Accepted;
-  for (const auto& name : std::filesystem::path(kStagingFolder).relative_path()) {
-    auto below = entryOf(here.get(), name);
-    if (!below.descriptor) {
-      // Whoever may make entries here could make this one.
-      sticky = Sticky::Refused;
-      break;
-    }
-    path = joined(path, name.string());
-    if (!S_ISDIR(below.attributes.st_mode)) return denied(path, "what stands there is not a folder");
-    here = std::move(below.descriptor);
+Reply resetModesIn(int folder, std::string_view pattern, const std::string& path) {
+  FolderReader reader(reopen(folder, O_RDONLY | O_DIRECTORY));
+  if (!reader.isOpen()) return failed(path, errno);
+  std::vector<std::string> names;
+  while (const auto entry = reader.next()) {
+    if (housekeeping::matches(entry->name, pattern)) names.emplace_back(entry->name);
   }
-  if (isPlaceTrusted(here.get(), sticky)) return {};
-  return denied(path, std::string(kOpenToOthers) + std::string(kWhatHelps));
+  std::ranges::sort(names);
+  Reply first;
+  for (const auto& name : names) {
+    auto reply = resetMode(folder, name, joined(path, name));
+    if (first.message.empty()) first = std::move(reply);
+  }
+  return first;
+}
+
+}  // namespace
+
+Reply RootTree::resetModes() const {
+  Reply first;
+  for (const auto files : housekeeping::kFiles) {
+    const auto slash = files.rfind('/');
+    const std::string path(files.substr(0, slash));
+    const auto folder = findFolder(path, Care::Full);
+    if (folder.obstacle.kind == Obstacle::Kind::Missing) continue;
+    auto reply = folder.obstacle
+                     ? replyTo(folder.obstacle)
+                     : resetModesIn(folder.descriptor.get(), files.substr(slash + 1), root_ + path);
+    if (first.message.empty()) first = std::move(reply);
+  }
+  return notStarted(std::move(first));
+}
+
+std::string RootTree::objection() const {
+  // The staging file is written by path, and made before any command is asked for.
+  const auto prefix = walk_.find("/", Care::StickySuffices);
+  const auto staging =
+      walk_.find(std::string(kStagingFolder), Care::StickySuffices, TreeWalk::Links::Refused);
+  const auto client = walk_.find(std::string(kClientFolder), Care::Full);
+  for (const auto* found : {&prefix, &staging, &client}) {
+    auto obstacle = found->obstacle;
+    if (obstacle.kind == Obstacle::Kind::Missing && found != &prefix) {
+      // What is missing is no objection where nobody else can make it.
+      if (!found->isInSharedFolder) continue;
+      obstacle = {.kind = Obstacle::Kind::OpenToOthers, .path = TreeWalk::pathOf(found->names)};
+    }
+    if (obstacle.kind == Obstacle::Kind::OpenToOthers) {
+      const char* helps = ::geteuid() == 0 ? "run the pane as the owner of the tree, or " : "";
+      return walk_.textOf(obstacle) + "; " + helps + "keep the tree where only " + walk_.trustedOne() +
+             " can change it";
+    }
+    if (obstacle) return walk_.textOf(obstacle);
+  }
+  return {};
+}
+
+bool RootTree::belongsTo(uid_t owner) const {
+  auto found = walk_.find(std::string(kClientFolder), Care::None, TreeWalk::Links::Refused);
+  if (found.obstacle.kind == Obstacle::Kind::Missing) found = walk_.find("/", Care::None);
+  return !found.obstacle && found.attributes.st_uid == owner;
 }
 
 Reply RootTree::checkProgram(const std::string& folder, const std::string& name, bool executable) const {
-  const auto relative = joined(folder, name);
-  const auto path = root_ + relative;
-  const auto base = openFolder(folder, Sticky::Refused);
-  if (!base.descriptor) {
-    return base.problem.outcome == Outcome::Denied
-               ? base.problem
-               : Reply{.outcome = Outcome::Failed, .message = base.problem.message};
-  }
+  const auto path = root_ + joined(folder, name);
+  auto base = findFolder(folder, Care::Full);
+  if (base.obstacle) return notStarted(replyTo(base.obstacle));
   // Links may lead about below the folder, and not out of it.
-  open_how how{};
-  how.flags = O_PATH | O_CLOEXEC;
-  how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-  const FileDescriptor file(
-      static_cast<int>(::syscall(SYS_openat2, base.descriptor.get(), name.c_str(), &how, sizeof how)));
-  if (!file && errno == EXDEV) return denied(path, "the program lies outside the folder");
-  if (!file) return {.outcome = Outcome::Failed, .message = failed(path, errno).message};
-  struct stat attributes {};
-  struct stat plain {};
-  if (::fstat(file.get(), &attributes) != 0 || !S_ISREG(attributes.st_mode))
-    return denied(path, "not a regular file");
+  const auto file = walk_.findBelow(std::move(base), name, Care::StickySuffices);
+  if (file.obstacle) return notStarted(replyTo(file.obstacle));
+  if (!S_ISREG(file.attributes.st_mode)) return denied(path, "not a regular file");
   // The program is started by its path, which must mean the same to the system as it does inside the prefix.
-  if (::stat(path.c_str(), &plain) != 0 || !sameFile(plain, attributes)) {
+  struct stat plain {};
+  if (::stat(path.c_str(), &plain) != 0 || !sameFile(plain, file.attributes)) {
     return denied(path, "a link on the way leads out of the root prefix");
   }
-  if (caution_.distrust && (attributes.st_uid != 0 || (attributes.st_mode & (S_IWGRP | S_IWOTH)) != 0)) {
-    return denied(path, "others than root can change the program");
+  if (file.isInSharedFolder || !walk_.isClosed(file.attributes)) {
+    return denied(path, std::string("others than ") + walk_.trustedOne() + " can change the program");
   }
-  // The folders on the way to the file, and where it really lies.
-  const auto named = openFolder(relative.substr(0, relative.rfind('/')), Sticky::Refused);
-  if (!named.descriptor) return named.problem;
-  if (caution_.distrust) {
-    const auto real = placeOf(file.get()).parent_path();
-    const FileDescriptor last(::open(real.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!isWayTrusted(relative, file.get()) || !last || !isPlaceTrusted(last.get(), Sticky::Refused)) {
-      return denied(path, kOpenToOthers);
-    }
-  }
-  if (executable && (attributes.st_mode & 0111) == 0) {
-    return {.outcome = Outcome::Failed, .message = failed(path, EACCES).message};
-  }
+  if (executable && (file.attributes.st_mode & 0111) == 0) return notStarted(failed(path, EACCES));
   return {};
 }
 

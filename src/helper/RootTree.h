@@ -1,33 +1,33 @@
-// The files below the root prefix, as root may touch them: the four file operations of the pane, carried out
-// on open descriptors so that nothing another user plants or swaps at a predictable path is ever followed,
-// read or written. Used by the command runner only.
+// The files below the root prefix, as root may touch them: the file operations of the pane, carried out on
+// open descriptors so that nothing another user plants or swaps at a predictable path is ever followed, read
+// or written. Used by the command runner only.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
 #include <sys/types.h>
 
+#include "helper/FileContents.h"
 #include "helper/Request.h"
-#include "posix/FileDescriptor.h"
+#include "helper/TreeWalk.h"
 
 namespace corvane::helper {
-
-/// For whom, and how carefully, the tree is worked on.
-struct Caution {
-  uid_t user = 0;  // whose settings these are: the owner of staging files
-  /// True when root does the work: a folder in which somebody else could plant or swap something is refused.
-  bool distrust = true;
-};
 
 /// The largest file that is copied, in bytes.
 inline constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
+/// For tests that change something, or end the process, in the middle of an operation.
+struct TreeObservers {
+  StepObserver beforeStep = {};  // of a copy
+  TreeWalk::Observer beforeLook = {};
+};
+
 class RootTree {
  public:
-  /// `root` is a normalized root prefix; a folder that is missing makes every operation fail.
-  RootTree(const std::string& root, Caution caution);
+  /// `root` is a normalized root prefix; where there is no such folder every operation fails. `user` is whose
+  /// settings these are, the owner of the staging files.
+  RootTree(const std::string& root, uid_t user, TreeObservers observers = {});
 
   /// Removes a staging file: a regular file with one link, of the user or of root.
   [[nodiscard]] Reply removeStaging(const std::string& name) const;
@@ -35,43 +35,36 @@ class RootTree {
   /// in place and keeps its owner and mode; a new one has mode 644. When the copy fails, a file that existed
   /// has its old contents and the staging file stays.
   [[nodiscard]] Reply writeTarget(const std::string& name, const std::string& folder) const;
-  /// Copies the folder's file into a fresh staging file "read-NAME" that only the user can read. A file that
-  /// is missing is an exit status without a message: asking for one is no mistake.
+  /// Copies the folder's file into a fresh staging file "read-NAME" that only the user can read. Asking for a
+  /// file that is missing is no mistake, and an outcome of its own.
   [[nodiscard]] Reply readSource(const std::string& folder, const std::string& name) const;
   /// Makes the folder and those above it that are missing, with mode 755.
   [[nodiscard]] Reply makeFolders(const std::string& folder) const;
+  /// Gives the files of the housekeeping list the mode 644: regular ones with one link. What is missing is
+  /// passed over. The others are done whatever becomes of one; the answer is the first that was not.
+  [[nodiscard]] Reply resetModes() const;
   /// Nothing (Started) when the program may be run: a regular file below the folder, reached through folders
   /// and links that nobody else can change, standing at the same place for a shell that resolves the path
   /// below the prefix.
   [[nodiscard]] Reply checkProgram(const std::string& folder, const std::string& name, bool executable) const;
-  /// Nothing (Started) when nobody else can change what the folder holds, or when there is no such folder.
-  [[nodiscard]] Reply checkFolder(const std::string& folder) const;
-  /// Nothing (Started) when the prefix and the staging folder, or what there is of the way to it, are what
-  /// their paths say and stay so: no links, and nobody else can change them. Then a process of root may
-  /// itself write staging files by path.
-  [[nodiscard]] Reply checkStagingPath() const;
 
-  /// Called with the name of each step of a copy before it is taken; for tests that end the process there.
-  static std::function<void(std::string_view)> beforeStep;
-  /// Called when a folder has been opened and the way to it is not yet looked at; for tests that change it
-  /// there.
-  static std::function<void()> beforeLook;
+  /// Why nothing should be changed here: others than root and the process's own user can change the prefix,
+  /// the client's folder, the staging folder or a folder above these, or a link stands where the process
+  /// itself uses a path. Empty where nothing speaks against it, and then it stays so.
+  [[nodiscard]] std::string objection() const;
+  /// Whether the client's folder, or the prefix where that is missing, is the user's own. A link on the way
+  /// says nothing of whose the tree is.
+  [[nodiscard]] bool belongsTo(uid_t owner) const;
 
  private:
-  enum class Sticky { Refused, Accepted };
-  struct Folder {
-    FileDescriptor descriptor;
-    Reply problem;  // set when there is no descriptor
-  };
-  [[nodiscard]] Folder openFolder(const std::string& path, Sticky sticky) const;
-  [[nodiscard]] bool isWayTrusted(const std::string& path, int found) const;
-  [[nodiscard]] bool isPlaceTrusted(int folder, Sticky sticky) const;
-  [[nodiscard]] FileDescriptor openAbove(int folder) const;
-  [[nodiscard]] FileDescriptor open(const std::string& path, int flags) const;
+  [[nodiscard]] TreeWalk::Found findFolder(const std::string& path, Care care) const;
+  [[nodiscard]] Reply replyTo(const Obstacle& obstacle) const;
+  [[nodiscard]] std::string objectionTo(const TreeWalk::Found& found) const;
 
   std::string root_;
-  Caution caution_;
-  FileDescriptor top_;
+  uid_t user_;
+  StepObserver beforeStep_;
+  TreeWalk walk_;
 };
 
 }  // namespace corvane::helper

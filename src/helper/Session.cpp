@@ -7,8 +7,6 @@
 
 #include <sys/socket.h>
 
-#include "helper/CommandRunner.h"
-
 namespace corvane::helper {
 
 bool sendPacket(int socket, std::string_view packet, int firstDescriptor, int secondDescriptor) {
@@ -59,8 +57,7 @@ Packet receivePacket(int socket) {
   return packet;
 }
 
-int serveSession(int socket, const Place& place, Caution caution) {
-  CommandRunner runner(place, caution, socket);
+int serveSession(int socket, CommandRunner& runner) {
   if (!sendPacket(socket, kHello)) return 0;
   for (;;) {
     const auto packet = receivePacket(socket);

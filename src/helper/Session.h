@@ -4,16 +4,13 @@
 
 #include <string>
 
-#include <sys/types.h>
-
-#include "helper/CommandShapes.h"
-#include "helper/RootTree.h"
+#include "helper/CommandRunner.h"
 
 namespace corvane::helper {
 
 /// Serves the requests that arrive at the socket (kept-apart packets). Returns the process's exit status: 0
 /// after the other end has closed, 1 after something that is no request.
-[[nodiscard]] int serveSession(int socket, const Place& place, Caution caution);
+[[nodiscard]] int serveSession(int socket, CommandRunner& runner);
 
 /// One packet with the descriptors that accompany it. False when the other end is gone.
 [[nodiscard]] bool sendPacket(int socket, std::string_view packet, int firstDescriptor = -1,

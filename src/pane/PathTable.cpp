@@ -10,8 +10,6 @@ std::string normalizedPrefix(std::string_view prefix) {
   return result == "/" ? std::string() : result;
 }
 
-std::string inSingleQuotes(std::string_view text) { return "'" + replaceAll(text, "'", "'\\''") + "'"; }
-
 }  // namespace
 
 PathTable::PathTable(std::string_view rootPrefix)
@@ -49,10 +47,6 @@ std::string PathTable::onClient(std::string_view diskPath) const {
   const std::string_view rest = diskPath.substr(rootPrefix_.size());
   if (rest.empty()) return "/";
   return std::string(rest.starts_with('/') ? rest : diskPath);
-}
-
-std::string PathTable::shellQuoted(std::string_view clientPath) const {
-  return (rootPrefix_.empty() ? std::string() : inSingleQuotes(rootPrefix_)) + std::string(clientPath);
 }
 
 std::string PathTable::writeStaging(std::string_view target) const {

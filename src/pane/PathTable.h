@@ -20,8 +20,6 @@ inline constexpr const char* kRm = "/bin/rm";
 inline constexpr const char* kSh = "/bin/sh";
 inline constexpr const char* kBash = "/bin/bash";
 inline constexpr const char* kPs = "/bin/ps";
-inline constexpr const char* kChmod = "/bin/chmod";
-inline constexpr const char* kPlutil = "/usr/bin/plutil";
 }  // namespace tool
 
 /// Beginnings of paths on the client, compared without regard to case.
@@ -48,8 +46,6 @@ class PathTable {
   [[nodiscard]] std::string onDisk(std::string_view clientPath) const;
   /// The path as the client's system knows it; a path outside the prefix stays as it is.
   [[nodiscard]] std::string onClient(std::string_view diskPath) const;
-  /// The path for a shell's command text: what the prefix brings in stands in single quotes.
-  [[nodiscard]] std::string shellQuoted(std::string_view clientPath) const;
 
   /// "/private/tmp/%@" and "/private/tmp/read-%@" with the last path component of the target or the source.
   [[nodiscard]] std::string writeStaging(std::string_view target) const;

@@ -16,6 +16,7 @@ namespace corvane {
 using LaunchStatus = std::int32_t;
 namespace launch_status {
 inline constexpr LaunchStatus kStarted = 0;
+inline constexpr LaunchStatus kNothingToRead = -43;            // what was to be copied for reading is missing
 inline constexpr LaunchStatus kInvalidAuthorization = -60002;  // the lock is closed
 inline constexpr LaunchStatus kDenied = -60005;                // the helper refuses this command
 inline constexpr LaunchStatus kToolExecuteFailure = -60031;    // the program could not be started

@@ -1,5 +1,6 @@
 #include "privileged/RootFileOperations.h"
 
+#include "platform/Housekeeping.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -47,6 +48,7 @@ void RootFileOperations::refuse(const std::string& target, const char* reason) {
 Dictionary RootFileOperations::readRootFile(const std::string& source) {
   const std::string staging = paths_.readStaging(source);
   const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {source, staging});
+  if (status == launch_status::kNothingToRead) return {};  // what stands at the path is not of this read
   if (status != 0) {
     logStatus("Error copying plist file to /private/tmp: %d", status);
     return {};
@@ -62,25 +64,16 @@ void RootFileOperations::deleteFile(const std::string& path) {
 }
 
 void RootFileOperations::checkPermissions() {
-  runShell(std::string(tool::kChmod) + " 644" + housekeepingFiles(), "Error modifying file permissions: %d");
+  runShell(housekeeping::kResetModes, "Error modifying file permissions: %d");
 }
 
 void RootFileOperations::convertBinaryFiles() {
-  // Without an option the tool only checks each file's syntax. This is intended.
-  runShell(tool::kPlutil + housekeepingFiles(), "Error converting plist format: %d");
+  runShell(housekeeping::kCheckSyntax, "Error converting plist format: %d");
 }
 
-std::string RootFileOperations::housekeepingFiles() const {
-  std::string list;
-  for (const char* file : {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
-                           "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
-    list.append(" ").append(paths_.shellQuoted(file));
-  }
-  return list;
-}
-
-void RootFileOperations::runShell(const std::string& command, std::string_view failureFormat) {
-  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kSh, {"-c", command});
+void RootFileOperations::runShell(std::string_view command, std::string_view failureFormat) {
+  const std::int16_t status = execution_.executeWithPrivilegesArguments(
+      tool::kSh, {"-c", housekeeping::text(command, paths_.rootPrefix())});
   if (status != 0) logStatus(failureFormat, status);
 }
 

@@ -34,8 +34,7 @@ class RootFileOperations {
   void convertBinaryFiles();
 
  private:
-  [[nodiscard]] std::string housekeepingFiles() const;
-  void runShell(const std::string& command, std::string_view failureFormat);
+  void runShell(std::string_view command, std::string_view failureFormat);
   void refuse(const std::string& target, const char* reason);
   void logStatus(std::string_view format, std::int16_t status);
 

@@ -1,10 +1,8 @@
-// Programs that are awaited: how they end is told, and none is waited for beyond its time.
+// Programs that are started: what is told of their start, and what they print.
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,44 +11,11 @@
 namespace corvane::helper::test {
 namespace {
 
-constexpr int kLong = 20;  // seconds
-
-/// A tool that does not end by itself, nor asks to be ended.
-const Program kHanging{"/bin/sh", {"-c", "trap '' TERM HUP INT; sleep 1000"}};
-
 bool leftNoChild() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
-TEST(RunToEnd, TellsTheExitStatusOrTheSignal) {
-  EXPECT_EQ(runToEnd({"/bin/true", {}}, kLong, -1).exitStatus, 0);
-  EXPECT_EQ(runToEnd({"/bin/sh", {"-c", "exit 7"}}, kLong, -1).exitStatus, 7);
-  EXPECT_EQ(runToEnd({"/bin/sh", {"-c", "kill -TERM $$"}}, kLong, -1).exitStatus, 128 + SIGTERM);
-  EXPECT_TRUE(leftNoChild());
-}
-
-TEST(RunToEnd, ProgramThatCannotBeStartedIsAnError) {
-  EXPECT_EQ(runToEnd({"/nonexistent", {}}, kLong, -1).error, ENOENT);
-  EXPECT_EQ(runToEnd({"/etc/passwd", {}}, kLong, -1).error, EACCES);
+TEST(StartDetached, ProgramThatCannotBeStartedIsAnError) {
   EXPECT_EQ(startDetached({"/nonexistent", {}}), ENOENT);
-  EXPECT_TRUE(leftNoChild());
-}
-
-TEST(RunToEnd, ProgramIsKilledAfterItsTime) {
-  const auto ending = runToEnd(kHanging, 0, -1);
-  EXPECT_TRUE(ending.timedOut);
-  EXPECT_FALSE(ending.abandoned);
-  EXPECT_EQ(ending.exitStatus, 128 + SIGKILL);
-  EXPECT_TRUE(leftNoChild());
-}
-
-TEST(RunToEnd, ProgramIsKilledWhenWhoeverAskedIsGone) {
-  int ends[2];
-  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends), 0);
-  const FileDescriptor ours(ends[0]);
-  FileDescriptor theirs(ends[1]);
-  theirs.reset();
-  const auto ending = runToEnd(kHanging, kLong, ours.get());
-  EXPECT_TRUE(ending.abandoned);
-  EXPECT_FALSE(ending.timedOut);
+  EXPECT_EQ(startDetached({"/etc/passwd", {}}), EACCES);
   EXPECT_TRUE(leftNoChild());
 }
 

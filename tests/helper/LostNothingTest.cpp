@@ -54,7 +54,7 @@ TEST_P(KilledCopy, LeavesTheOldOrTheNewContentsAfterEveryStep) {
     if (!old.empty()) folder.writeFile(kTarget, old);
     stage("a.plist", fresh);
     const int ending = inChild([&] {
-      RootTree::beforeStep = [left = steps](std::string_view) mutable {
+      observers.beforeStep = [left = steps](std::string_view) mutable {
         if (left-- == 0) ::raise(SIGKILL);
       };
       return tree().writeTarget("a.plist", kSupport).exitStatus;
@@ -128,7 +128,7 @@ TEST_F(LosesNothing, WriteThatFailsInTheMiddlePutsTheOldContentsBack) {
   folder.writeFile(kTarget, std::string(5000, 'o'));
   stage("a.plist", std::string(500000, 'n'));
   EXPECT_EQ(inChild([&] {
-              RootTree::beforeStep = [](std::string_view step) {
+              observers.beforeStep = [](std::string_view step) {
                 if (step == "write") (void)limitFileSize(100000);
               };
               const auto reply = tree().writeTarget("a.plist", kSupport);
@@ -143,14 +143,13 @@ TEST_F(LosesNothing, FileThatTheClientReplacesMeanwhileIsWrittenToo) {
   folder.writeFile(kTarget, "old");
   stage("a.plist", "new");
   bool replaced = false;
-  RootTree::beforeStep = [&](std::string_view step) {
+  observers.beforeStep = [&](std::string_view step) {
     if (step != "write" || replaced) return;
     replaced = true;
     folder.writeFile("Library/Corvane/PluginSupport/b", "of the client");
     std::filesystem::rename(folder / "Library/Corvane/PluginSupport/b", folder / kTarget);
   };
   const auto reply = tree().writeTarget("a.plist", kSupport);
-  RootTree::beforeStep = nullptr;
   expectDone(reply);
   EXPECT_TRUE(replaced);
   EXPECT_EQ(folder.readFile(kTarget), "new");
@@ -159,13 +158,12 @@ TEST_F(LosesNothing, FileThatTheClientReplacesMeanwhileIsWrittenToo) {
 TEST_F(LosesNothing, FileThatTheClientMakesMeanwhileIsWrittenToo) {
   stage("a.plist", "new");
   ino_t made = 0;
-  RootTree::beforeStep = [&](std::string_view step) {
+  observers.beforeStep = [&](std::string_view step) {
     if (step != "name") return;
     folder.writeFile(kTarget, "of the client");
     made = attributesOf(kTarget).st_ino;
   };
   const auto reply = tree().writeTarget("a.plist", kSupport);
-  RootTree::beforeStep = nullptr;
   expectDone(reply);
   EXPECT_EQ(folder.readFile(kTarget), "new");
   EXPECT_EQ(attributesOf(kTarget).st_ino, made);
@@ -173,11 +171,10 @@ TEST_F(LosesNothing, FileThatTheClientMakesMeanwhileIsWrittenToo) {
 
 TEST_F(LosesNothing, FileThatIsPlantedDuringAReadIsNotWrittenThrough) {
   folder.writeFile(kTarget, "settings");
-  RootTree::beforeStep = [&](std::string_view step) {
+  observers.beforeStep = [&](std::string_view step) {
     if (step == "name") folder.writeFile("private/tmp/read-a.plist", "planted");
   };
   const auto reply = tree().readSource(kSupport, "a.plist");
-  RootTree::beforeStep = nullptr;
   expectDenied(reply, "something was planted there");
   EXPECT_EQ(folder.readFile("private/tmp/read-a.plist"), "planted");
 }

@@ -100,7 +100,7 @@ TEST(Reply, HalfOrUnknownPacketIsNothing) {
   EXPECT_FALSE(decodeReply(packet + "x"));
   EXPECT_FALSE(decodeReply(*encodeRequest(kRequest)));
   auto unknown = packet;
-  unknown[4] = 3;
+  unknown[4] = 4;
   EXPECT_FALSE(decodeReply(unknown));
 }
 

@@ -86,13 +86,14 @@ TEST_F(Copying, ReadCopyIsTheUsersAloneAndReplacesAnEarlierOne) {
   }
 }
 
-TEST_F(Copying, MissingSourceIsSilentAndLeavesNoEarlierCopy) {
-  stage("read-a.plist", "stale");
-  const auto reply = tree().readSource(kSupport, "a.plist");
-  EXPECT_EQ(reply.outcome, Outcome::Started);
-  EXPECT_EQ(reply.exitStatus, 1);
-  EXPECT_EQ(reply.message, "");
-  EXPECT_FALSE(exists("private/tmp/read-a.plist"));
+TEST_F(Copying, MissingSourceIsAnOutcomeOfItsOwnAndLeavesNoEarlierCopy) {
+  for (const char* source : {kSupport, "/Library/None"}) {
+    stage("read-a.plist", "stale");
+    const auto reply = tree().readSource(source, "a.plist");
+    EXPECT_EQ(reply.outcome, Outcome::Missing);
+    EXPECT_EQ(reply.message, "");
+    EXPECT_FALSE(exists("private/tmp/read-a.plist"));
+  }
 }
 
 TEST_F(Copying, SourceThatIsNoFileIsDenied) {
@@ -256,15 +257,15 @@ TEST_P(OpenFolder, DecidesWhetherRootWritesAndRuns) {
   ASSERT_EQ(::chown(path.c_str(), GetParam().owner, 4713), 0);
   ASSERT_EQ(::chmod(path.c_str(), GetParam().mode), 0);
   const auto written = tree().writeTarget("a.plist", kSupport);
-  const auto checked = tree().checkFolder(kSupport);
+  const auto reset = tree().resetModes();
   const auto program = tree().checkProgram(kSupport, "tool", true);
   if (GetParam().trusted) {
     expectDone(written);
-    expectDone(checked);
+    expectDone(reset);
     expectDone(program);
   } else {
     expectDenied(written, "others than root");
-    expectDenied(checked, "others than root");
+    expectDenied(reset, "others than root");
     expectDenied(program, "others than root");
     EXPECT_EQ(folder.readFile(kTarget), "old");
   }
@@ -303,22 +304,13 @@ TEST_F(Copying, StagingFolderOfAStrangerIsNotUsedByRoot) {
   expectDenied(tree().readSource(kSupport, "a.plist"), "others than root");
 }
 
-TEST_F(Copying, OwnTreeIsNotDistrusted) {
-  own(folder / "Library", kStranger);
-  ::chmod((folder / "Library").c_str(), 0777);
-  folder.writeFile("private/tmp/a.plist", "new");
-  expectDone(
-      RootTree(folder.path(), {.user = ::geteuid(), .distrust = false}).writeTarget("a.plist", kSupport));
-  EXPECT_EQ(folder.readFile(kTarget), "new");
-}
-
 TEST_F(Copying, PrefixWithBlanksQuotesAndLineBreaksIsJustAFolder) {
   const auto odd = folder.makeFolder("a 'b\" \n$(c)");
   folder.makeFolder("a 'b\" \n$(c)/private/tmp");
   folder.makeFolder("a 'b\" \n$(c)/Library");
   ::chmod((odd + "/private/tmp").c_str(), 01777);
   own(folder.writeFile("a 'b\" \n$(c)/private/tmp/a.plist", "new"), user);
-  expectDone(RootTree(odd, {.user = user, .distrust = ::geteuid() == 0}).writeTarget("a.plist", "/Library"));
+  expectDone(RootTree(odd, user).writeTarget("a.plist", "/Library"));
   EXPECT_EQ(folder.readFile("a 'b\" \n$(c)/Library/a.plist"), "new");
 }
 

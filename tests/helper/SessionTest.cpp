@@ -1,4 +1,5 @@
 // The helper tool itself: a session over its standard input, and the program that runs its first argument.
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -178,16 +179,83 @@ TEST_F(Session, FoldersThatItMakesAreOpenToReadersWhateverTheMaskOfTheUsersSessi
   EXPECT_EQ(attributesOf("var/root/Library").st_mode & 07777, 0755U);
 }
 
-TEST_F(Session, LimitsOfTheUsersSessionDoNotReachTheHelper) {
-  Helper helper(folder.path(), [] {
-    const rlimit tiny{10, RLIM_INFINITY};
-    ::setrlimit(RLIMIT_FSIZE, &tiny);
-    (void)std::signal(SIGXFSZ, SIG_DFL);
-  });
+struct Limit {
+  __rlimit_resource_t resource;
+  char letter;  // of the shell's "ulimit"
+  rlim_t unit;
+  rlim_t usual = RLIM_INFINITY;  // what a program of root's has
+};
+constexpr Limit kSessionLimits[] = {{RLIMIT_CORE, 'c', 1024},      {RLIMIT_DATA, 'd', 1024},
+                                    {RLIMIT_FSIZE, 'f', 1024},     {RLIMIT_MEMLOCK, 'l', 1024},
+                                    {RLIMIT_NOFILE, 'n', 1, 1024}, {RLIMIT_STACK, 's', 1024, 8 << 20},
+                                    {RLIMIT_CPU, 't', 1},          {RLIMIT_NPROC, 'u', 1},
+                                    {RLIMIT_AS, 'v', 1024},        {RLIMIT_SIGPENDING, 'i', 1}};
+
+/// A user's session with little of everything.
+void narrowSession() {
+  for (const auto& limit : kSessionLimits) {
+    rlimit little{};
+    ::getrlimit(limit.resource, &little);
+    little.rlim_cur = limit.resource == RLIMIT_NOFILE ? 10 : limit.unit * 64;
+    if (limit.resource == RLIMIT_STACK || limit.resource == RLIMIT_AS || limit.resource == RLIMIT_DATA)
+      little.rlim_cur = rlim_t{64} << 20;
+    ::setrlimit(limit.resource, &little);
+  }
+  ::setpriority(PRIO_PROCESS, 0, 7);
+  const FileDescriptor score(::open("/proc/self/oom_score_adj", O_WRONLY | O_CLOEXEC));
+  (void)!::write(score.get(), "500", 3);
+  (void)std::signal(SIGXFSZ, SIG_DFL);
+}
+
+TEST_F(Session, LimitsAndPriorityOfTheUsersSessionReachNeitherTheHelperNorWhatItStarts) {
+  CORVANE_NEEDS_ROOT();
+  std::string text = "#!/bin/bash\n";
+  std::string expected;
+  for (const auto& [resource, letter, unit, usual] : kSessionLimits) {
+    rlimit own{};
+    ::getrlimit(resource, &own);
+    // Where root may not widen what this machine has set, nobody can.
+    if (usual == RLIM_INFINITY && own.rlim_max != RLIM_INFINITY) continue;
+    text += std::string("echo -n \"") + letter + " $(ulimit -S" + letter + ") \"\n";
+    expected +=
+        std::string(1, letter) + " " +
+        (usual == RLIM_INFINITY ? "unlimited" : std::to_string(std::min(usual, own.rlim_max) / unit)) + " ";
+  }
+  const auto plugin =
+      script("Library/Corvane/Plugins/check_x", text + "echo $(nice) $(cat /proc/self/oom_score_adj)\n");
+  Helper helper(folder.path(), narrowSession);
   ASSERT_TRUE(helper.saysHello());
   const auto staging = stage("a.plist", std::string(5000, 'n'));
   expectDone(helper.ask(
       {.program = "/bin/cp", .arguments = {staging, folder / "Library/Corvane/PluginSupport/a.plist"}}));
+  expectDone(helper.ask(validation(plugin)));
+  ASSERT_TRUE(helper.last.descriptors[0]);
+  EXPECT_EQ(readToEnd(helper.last.descriptors[0].get()), expected + "0 0\n");
+}
+
+/// A write in a process that may open no further file fails for that reason, and for no other.
+TEST_F(Session, WithoutDescriptorsACommandFailsForThisReason) {
+  stage("a.plist", "new");
+  folder.writeFile("Library/Corvane/PluginSupport/a.plist", "old");
+  int done = 0;
+  for (rlim_t most = 3; most < 20; ++most) {
+    const RootTree tree(folder.path(), user);
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit few{most, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &few);
+    const auto reply = tree.writeTarget("a.plist", "/Library/Corvane/PluginSupport");
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    if (reply.exitStatus == 0) {
+      expectDone(reply);
+      ++done;
+    } else {
+      EXPECT_EQ(reply.outcome, Outcome::Started);
+      EXPECT_THAT(reply.message, HasSubstr("Too many open files")) << most;
+    }
+  }
+  EXPECT_GT(done, 0);
+  EXPECT_EQ(folder.readFile("Library/Corvane/PluginSupport/a.plist"), "new");
 }
 
 /// Makes a terminal the controlling one of this process, which leads a session of its own; its other side.
@@ -330,6 +398,20 @@ TEST_F(Session, DoesNotStartOnABadPrefixOrWithoutASocket) {
   }
   Helper withoutSocket(folder.path(), [] { ::dup2(::open("/dev/null", O_RDWR), 0); });
   EXPECT_EQ(withoutSocket.exitStatus(), 2);
+}
+
+TEST_F(Session, DoesNotStartOnATreeThatOthersCanChange) {
+  CORVANE_NEEDS_ROOT();
+  for (const char* open : {"Library/Corvane", "Library", "private"}) {
+    own(folder / open, kStranger);
+    Helper helper(folder.path());
+    EXPECT_EQ(helper.receive().state, Packet::State::Closed) << open;
+    EXPECT_EQ(helper.exitStatus(), 2) << open;
+    own(folder / open, 0);
+  }
+  Helper helper(folder.writeFile("file"));
+  EXPECT_EQ(helper.receive().state, Packet::State::Closed) << "the prefix is a file";
+  EXPECT_EQ(helper.exitStatus(), 2);
 }
 
 /// Runs the tool to its end; answers what it printed and how it ended.

@@ -48,11 +48,10 @@ class TreeFixture : public testing::Test {
     EXPECT_EQ(::lstat((folder / relative).c_str(), &attributes), 0) << relative;
     return attributes;
   }
-  [[nodiscard]] RootTree tree() const {
-    return RootTree(folder.path(), {.user = user, .distrust = ::geteuid() == 0});
-  }
+  [[nodiscard]] RootTree tree() const { return RootTree(folder.path(), user, observers); }
 
   corvane::test::TemporaryFolder folder;
+  TreeObservers observers;
   const uid_t user = ::geteuid() == 0 ? kUser : ::geteuid();
 };
 

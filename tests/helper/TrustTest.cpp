@@ -8,58 +8,80 @@
 #include <sys/stat.h>
 
 #include "TreeFixture.h"
+#include "support/OtherUser.h"
 
 namespace corvane::helper::test {
 namespace {
 
 namespace fs = std::filesystem;
+using corvane::test::OtherUser;
 constexpr const char* kTarget = "/Users/Shared/Corp";
 
 class Trust : public TreeFixture {
  protected:
-  ~Trust() override { RootTree::beforeLook = nullptr; }
-
-  /// Lays a stranger's link, in a folder where everybody may make one, to the folder of root "etc". Expects a
-  /// write through it to be refused when this happens between root's opening of the folder and its look at
-  /// the way there.
-  void expectTheLinkToLeadNowhereAfter(std::function<void()> step) {
+  /// In a folder where everybody may make one, a stranger lays a link to the folder of root "etc".
+  std::string layLink() {
     folder.makeFolder("etc");
     ::chmod(folder.makeFolder("Users/Shared").c_str(), 01777);
-    link = folder / "Users/Shared/Corp";
+    const auto link = folder / "Users/Shared/Corp";
     fs::create_directory_symlink("/etc", link);
     own(link, kStranger);
     stage("a.plist", "new");
-    RootTree::beforeLook = [this, step = std::move(step)] {
-      if (++opened == 2) step();  // the first is the staging folder
-    };
-    expectDenied(tree().writeTarget("a.plist", kTarget), "others than root");
-    EXPECT_EQ(opened, 2);
-    EXPECT_FALSE(exists("etc/a.plist"));
+    return link;
   }
-
-  std::string link;
-  int opened = 0;  // folders
 };
 
-TEST_F(Trust, LinkThatIsGoneByTheTimeOfTheLookHasLedNowhere) {
+TEST_F(Trust, LinkOfAStrangerLeadsNowhere) {
   CORVANE_NEEDS_ROOT();
-  expectTheLinkToLeadNowhereAfter([this] { fs::remove(link); });
+  const auto link = layLink();
+  const auto reply = tree().writeTarget("a.plist", kTarget);
+  EXPECT_EQ(reply.outcome, Outcome::Denied);
+  EXPECT_EQ(reply.message, link + ": others than root can turn the symbolic link");
+  EXPECT_FALSE(exists("etc/a.plist"));
 }
 
-TEST_F(Trust, LinkThatHasBecomeAFolderByTheTimeOfTheLookHasLedNowhere) {
+/// What a stranger makes of their link while root is on its way, at each step of the way in turn.
+TEST_F(Trust, WhateverAStrangerMakesOfTheirLinkAtWhateverStepItLeadsNowhere) {
   CORVANE_NEEDS_ROOT();
-  expectTheLinkToLeadNowhereAfter([this] {
-    fs::remove(link);
-    fs::create_directory(link);
-  });
-}
-
-TEST_F(Trust, LinkThatHasBecomeAFileByTheTimeOfTheLookHasLedNowhere) {
-  CORVANE_NEEDS_ROOT();
-  expectTheLinkToLeadNowhereAfter([this] {
-    fs::remove(link);
-    folder.writeFile("Users/Shared/Corp", "x");
-  });
+  const auto link = layLink();
+  const auto rename = [&](const std::string& what) {
+    fs::remove_all(link);
+    fs::rename(what, link);
+  };
+  const auto folderOfTheirs = [&] {
+    fs::create_directory(folder / "theirs");
+    own(folder / "theirs", kStranger);
+    rename(folder / "theirs");
+  };
+  const auto linkOfTheirs = [&] {
+    fs::create_directory_symlink("/etc", folder / "theirs");
+    own(folder / "theirs", kStranger);
+    rename(folder / "theirs");
+  };
+  const auto fileOfTheirs = [&] {
+    own(folder.writeFile("theirs", "x"), kStranger);
+    rename(folder / "theirs");
+  };
+  const std::function<void()> acts[] = {folderOfTheirs, linkOfTheirs, fileOfTheirs,
+                                        [&] { fs::remove_all(link); }};
+  for (const auto& before : acts) {
+    for (const auto& act : acts) {
+      bool acted = true;
+      for (int step = 0; acted; ++step) {
+        before();
+        acted = false;
+        observers.beforeLook = [&, left = step](const std::string&) mutable {
+          if (left-- != 0) return;
+          acted = true;
+          act();
+        };
+        const auto reply = tree().writeTarget("a.plist", kTarget);
+        EXPECT_TRUE(reply.outcome == Outcome::Denied || reply.exitStatus != 0);
+        EXPECT_NE(reply.message, "");
+        EXPECT_FALSE(exists("etc/a.plist"));
+      }
+    }
+  }
 }
 
 TEST_F(Trust, PrefixThatHasBecomeALinkIsNotWorkedBelow) {
@@ -69,50 +91,109 @@ TEST_F(Trust, PrefixThatHasBecomeALinkIsNotWorkedBelow) {
   const std::string program = above.writeFile("tree/Library/Corvane/Plugins/check_x", "#!/bin/sh\n");
   ::chmod(program.c_str(), 0755);
   ::chmod(above.path().c_str(), 0755);
-  const RootTree tree(above / "tree", {.user = user, .distrust = true});
+  const RootTree tree(above / "tree", user);
   expectDone(tree.checkProgram("/Library/Corvane/Plugins", "check_x", true));
   fs::rename(above / "tree", above / "real");
   fs::create_directory_symlink("real", above / "tree");
-  expectDenied(tree.checkProgram("/Library/Corvane/Plugins", "check_x", true), "others than root");
-  expectDenied(tree.checkFolder("/Library"), "others than root");
+  expectDenied(tree.checkProgram("/Library/Corvane/Plugins", "check_x", true),
+               "a symbolic link stands in the way");
+  fs::remove(above / "tree");
+  fs::rename(above / "real", above / "old");
+  fs::create_directories(above / "tree/Library/Corvane/Plugins");
+  expectDenied(tree.checkProgram("/Library/Corvane/Plugins", "check_x", true),
+               "another folder has taken the place of the root prefix");
 }
 
+/// The client's folder is missing: where somebody else could make it, the lock does not open.
 struct Missing {
   std::string name;
-  std::string above;  // the deepest folder that there is
-  uid_t owner;
+  uid_t owner;  // of the folder above it
   mode_t mode;
   bool isTrusted;
 };
-
+void PrintTo(const Missing& missing, std::ostream* stream) { *stream << missing.name; }
 class MissingFolder : public TreeFixture, public testing::WithParamInterface<Missing> {};
 
-TEST_P(MissingFolder, IsTrustedWhereNobodyElseCanMakeIt) {
+TEST_P(MissingFolder, IsNoObjectionWhereNobodyElseCanMakeIt) {
   CORVANE_NEEDS_ROOT();
-  const std::string above = folder.makeFolder(GetParam().above);
-  own(above, GetParam().owner);
-  ::chmod(above.c_str(), GetParam().mode);
-  const auto reply = tree().checkFolder("/Library/Corvane/Utilities/UpdaterSupport");
-  if (GetParam().isTrusted) {
-    expectDone(reply);
-  } else {
-    expectDenied(reply, "others than root");
-  }
+  fs::remove_all(folder / "Library/Corvane");
+  own(folder / "Library", GetParam().owner);
+  ::chmod((folder / "Library").c_str(), GetParam().mode);
+  EXPECT_EQ(tree().objection(),
+            GetParam().isTrusted
+                ? ""
+                : folder / "Library" +
+                      ": others than root can change the folder; run the pane as the owner of "
+                      "the tree, or keep the tree where only root can change it");
 }
-INSTANTIATE_TEST_SUITE_P(
-    Folders, MissingFolder,
-    testing::Values(Missing{"BelowRoots", "Library/Corvane/Utilities", 0, 0755, true},
-                    Missing{"BelowAStrangers", "Library/Corvane/Utilities", kStranger, 0755, false},
-                    Missing{"BelowASharedOne", "Library/Corvane/Utilities", 0, 01777, false},
-                    Missing{"BelowOneOfTheGroup", "Library/Corvane/Utilities", 0, 0775, false},
-                    Missing{"FurtherBelowASharedOne", "Library/Corvane", 0, 01777, false}),
-    [](const testing::TestParamInfo<Missing>& value) { return value.param.name; });
+INSTANTIATE_TEST_SUITE_P(Folders, MissingFolder,
+                         testing::Values(Missing{"BelowRoots", 0, 0755, true},
+                                         Missing{"BelowAStrangers", kStranger, 0755, false},
+                                         Missing{"BelowASharedOne", 0, 01777, false},
+                                         Missing{"BelowOneOfTheGroup", 0, 0775, false}),
+                         [](const testing::TestParamInfo<Missing>& value) { return value.param.name; });
 
-TEST_F(Trust, FolderThatADanglingLinkWouldMakeIsNotTrustedBelowAStrangers) {
+TEST_F(Trust, FolderThatADanglingLinkWouldMakeIsAnObjectionBelowAStrangers) {
   CORVANE_NEEDS_ROOT();
   own(folder.makeFolder("Users/stranger"), kStranger);
-  fs::create_directory_symlink("/Users/stranger/later", folder / "Library/Corvane/Utilities");
-  expectDenied(tree().checkFolder("/Library/Corvane/Utilities"), "others than root");
+  fs::remove_all(folder / "Library/Corvane");
+  fs::create_directory_symlink("/Users/stranger/later", folder / "Library/Corvane");
+  EXPECT_NE(tree().objection().find("/Users/stranger: others than root can change the folder"),
+            std::string::npos);
+}
+
+/// A tree of the user's own: the user is trusted with it beside root, and nobody else.
+class OwnTree : public TreeFixture {
+ protected:
+  void SetUp() override {
+    CORVANE_NEEDS_ROOT();
+    for (const auto& entry : fs::recursive_directory_iterator(folder.path())) own(entry.path(), kUser);
+    own(folder.path(), kUser);
+    own(folder.writeFile("private/tmp/a.plist", "new"), kUser);
+  }
+};
+
+TEST_F(OwnTree, IsTrustedWithFoldersOfRootInIt) {
+  own(folder / "Library", 0);
+  const OtherUser owner(kUser);
+  EXPECT_EQ(tree().objection(), "");
+  expectDone(tree().writeTarget("a.plist", "/Library/Corvane"));
+  EXPECT_EQ(folder.readFile("Library/Corvane/a.plist"), "new");
+}
+
+TEST_F(OwnTree, IsLeftAloneWhereOthersCanChangeIt) {
+  for (const char* relative : {"", "Library", "Library/Corvane"}) {
+    const auto open = relative[0] == '\0' ? folder.path() : folder / relative;
+    for (const auto& [uid, mode] : {std::pair<uid_t, mode_t>{kUser, 0775}, {kStranger, 0755}}) {
+      own(open, uid);
+      ::chmod(open.c_str(), mode);
+      {
+        const OtherUser owner(kUser);
+        EXPECT_EQ(tree().objection(), open +
+                                          ": others than you can change the folder; keep the tree where only "
+                                          "you can change it");
+        expectDenied(tree().writeTarget("a.plist", "/Library/Corvane"),
+                     "others than you can change the folder");
+      }
+      own(open, kUser);
+      ::chmod(open.c_str(), 0755);
+    }
+  }
+  EXPECT_FALSE(exists("Library/Corvane/a.plist"));
+}
+
+TEST_F(OwnTree, BelongsToItsOwnerAndOnlyWithoutLinks) {
+  EXPECT_TRUE(tree().belongsTo(kUser));
+  EXPECT_FALSE(tree().belongsTo(kStranger));
+  fs::rename(folder / "Library/Corvane", folder / "users");
+  EXPECT_TRUE(tree().belongsTo(kUser)) << "the prefix counts where the client's folder is missing";
+  fs::create_directory_symlink(folder / "users", folder / "Library/Corvane");
+  EXPECT_FALSE(tree().belongsTo(kUser)) << "whose link is it?";
+  own(folder / "Library/Corvane", kUser);
+  EXPECT_FALSE(tree().belongsTo(kUser));
+  fs::remove(folder / "Library/Corvane");
+  own(folder.path(), kStranger);
+  EXPECT_FALSE(tree().belongsTo(kUser));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "support/OtherUser.h"
 #include "support/PollRunLoop.h"
@@ -20,7 +21,7 @@ using ::testing::IsEmpty;
 
 constexpr const char* kHelper = "/nonexistent/qlhelper";
 constexpr uid_t kStranger = 4712;
-const std::string kOpenToOthers = ": others than root can change the folder or one above it";
+const std::string kOpenToOthers = ": others than root can change the folder";
 const std::string kWhatHelps =
     "; run the pane as the owner of the tree, or keep the tree where only root can change it";
 
@@ -72,34 +73,39 @@ struct Part {
   std::string folder;  // below the root prefix; empty: the prefix
   uid_t owner;
   mode_t mode;
-  bool opens;
+  const char* inTheWay = nullptr;  // what is said to be open to others; nothing: the lock opens
 };
 void PrintTo(const Part& part, std::ostream* stream) { *stream << part.name; }
-struct StagingPath : AsRoot, testing::WithParamInterface<Part> {};
+struct StagingPath : AsRoot, testing::WithParamInterface<Part> {
+  [[nodiscard]] std::string pathOf(const std::string& folder) const {
+    return folder == "/.." ? base.path() : root + folder;
+  }
+};
 TEST_P(StagingPath, DecidesWhetherTheLockOpens) {
   own(GetParam().folder, GetParam().owner, GetParam().mode);
-  if (GetParam().opens) {
+  if (GetParam().inTheWay == nullptr) {
     EXPECT_EQ(openLock(), AuthorizationOutcome::Granted);
     EXPECT_THAT(log.lines, IsEmpty());
   } else {
     EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
-    EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
+    EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + pathOf(GetParam().inTheWay) +
                                        kOpenToOthers + kWhatHelps));
   }
 }
 INSTANTIATE_TEST_SUITE_P(
     Parts, StagingPath,
-    testing::Values(Part{"PrefixOfRoot", "", 0, 0755, true},
-                    Part{"PrefixOfAStranger", "", kStranger, 0755, false},
-                    Part{"PrefixWritableByTheGroup", "", 0, 0775, false},
-                    Part{"PrefixWritableByOthersButSticky", "", 0, 01777, true},
-                    Part{"FolderAboveOfAStranger", "/..", kStranger, 0755, false},
-                    Part{"FolderOnTheWayOfAStranger", "/private", kStranger, 0755, false},
-                    Part{"FolderOnTheWayWritableByOthers", "/private", 0, 0777, false},
-                    Part{"StagingFolderOfAStranger", "/private/tmp", kStranger, 01777, false},
-                    Part{"StagingFolderThatIsNotSticky", "/private/tmp", 0, 0777, false},
-                    Part{"StagingFolderOfRootAlone", "/private/tmp", 0, 0700, true},
-                    Part{"ClientFolderOfAStranger", "/Library/Corvane", kStranger, 0755, true}),
+    testing::Values(Part{"PrefixOfRoot", "", 0, 0755}, Part{"PrefixOfAStranger", "", kStranger, 0755, ""},
+                    Part{"PrefixWritableByTheGroup", "", 0, 0775, ""},
+                    Part{"PrefixWritableByOthersButSticky", "", 0, 01777},
+                    Part{"FolderAboveOfAStranger", "/..", kStranger, 0755, "/.."},
+                    Part{"FolderOnTheWayOfAStranger", "/private", kStranger, 0755, "/private"},
+                    Part{"FolderOnTheWayWritableByOthers", "/private", 0, 0777, "/private"},
+                    Part{"StagingFolderOfAStranger", "/private/tmp", kStranger, 01777, "/private/tmp"},
+                    Part{"StagingFolderThatIsNotSticky", "/private/tmp", 0, 0777, "/private/tmp"},
+                    Part{"StagingFolderOfRootAlone", "/private/tmp", 0, 0700},
+                    Part{"ClientFolderOfAStranger", "/Library/Corvane", kStranger, 0755, "/Library/Corvane"},
+                    Part{"ClientFolderThatIsSticky", "/Library/Corvane", 0, 01777, "/Library/Corvane"},
+                    Part{"FolderAboveTheClientsOfAStranger", "/Library", kStranger, 0755, "/Library"}),
     [](const testing::TestParamInfo<Part>& value) { return value.param.name; });
 
 TEST_F(AsRoot, StagingFolderThatIsMissingMayNotBeMadeByOthersMeanwhile) {
@@ -120,7 +126,7 @@ TEST_F(AsRoot, LinkToTheStagingFolderKeepsTheLockClosed) {
     log.lines.clear();
     EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
     EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + root + "/private/tmp" +
-                                       ": what stands there is not a folder"));
+                                       ": a symbolic link stands in the way"));
     std::filesystem::remove(root + "/private/tmp");
   }
 }
@@ -132,7 +138,7 @@ TEST_F(AsRoot, PrefixThatIsALinkOrMissingKeepsTheLockClosed) {
   LinuxAuthorization missing{loop, log, {.root = base / "missing", .helper = kHelper}};
   EXPECT_EQ(openLock(missing), AuthorizationOutcome::Denied);
   EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + (base / "link") +
-                                         ": the path leads through a symbolic link",
+                                         ": a symbolic link stands in the way",
                                      "Could not get administrator rights: " + (base / "missing") +
                                          ": No such file or directory"));
 }
@@ -173,16 +179,12 @@ TEST_F(AsRoot, HousekeepingLeavesFoldersOfOthersAlone) {
   base.writeFile("tree/Library/Corvane/ClientSettings.plist");
   own("/Library/Corvane/ClientSettings.plist", 0, 0600);
   own("/Library/Corvane", kStranger, 0755);
-  std::string text = "/bin/chmod 644";
-  for (const auto* files :
-       {"/ClientSettings.plist", "/PluginSupport/*.plist", "/Utilities/UpdaterSupport/*.plist"})
-    text += " '" + root + "'/Library/Corvane" + files;
-  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kDenied);
+  EXPECT_EQ(run("/bin/sh", {"-c", housekeeping::text("/bin/chmod 644", root)}), launch_status::kDenied);
   struct stat attributes {};
   ASSERT_EQ(::stat((root + "/Library/Corvane/ClientSettings.plist").c_str(), &attributes), 0);
   EXPECT_EQ(attributes.st_mode & 07777, 0600U);
   EXPECT_THAT(log.lines,
-              ElementsAre("Root command refused: /bin/sh: " + root + "/Library/Corvane" + kOpenToOthers));
+              ElementsAre("Root command refused: /bin/chmod: " + root + "/Library/Corvane" + kOpenToOthers));
 }
 
 /// What a stranger may own of a program's path, and the line that says so.
@@ -217,11 +219,11 @@ TEST_P(ProgramsOfOthers, AreNotRun) {
 }
 INSTANTIATE_TEST_SUITE_P(
     Parts, ProgramsOfOthers,
-    testing::Values(
-        Program{"ThePlugin", "/Library/Corvane/Plugins/check_x",
-                "/Library/Corvane/Plugins/check_x: others than root can change the program"},
-        Program{"TheirFolder", "/Library/Corvane/Plugins", "/Library/Corvane/Plugins" + kOpenToOthers},
-        Program{"TheClientFolder", "/Library/Corvane", "/Library/Corvane/Plugins" + kOpenToOthers}),
+    testing::Values(Program{"ThePlugin", "/Library/Corvane/Plugins/check_x",
+                            "/Library/Corvane/Plugins/check_x: others than root can change the program"},
+                    Program{"TheirFolder", "/Library/Corvane/Plugins",
+                            "/Library/Corvane/Plugins" + kOpenToOthers},
+                    Program{"TheClientFolder", "/Library/Corvane", "/Library/Corvane" + kOpenToOthers}),
     [](const testing::TestParamInfo<Program>& value) { return value.param.name; });
 
 TEST_F(AsRoot, ScriptOfAStrangerIsNotRun) {
@@ -235,18 +237,86 @@ TEST_F(AsRoot, ScriptOfAStrangerIsNotRun) {
                                      "/Library/Corvane/RunClient: others than root can change the program"));
 }
 
-/// Where there is nothing to gain, nothing is in the way: the tree may stand anywhere and be open to all.
-TEST_F(AsRoot, OrdinaryUserIsNotKeptFromATreeOfTheirs) {
-  for (const auto* folder : {"", "/private", "/private/tmp", "/Library", "/Library/Corvane"})
-    own(folder, kStranger, 0777);
-  const auto target = base.writeFile("tree/Library/Corvane/a.plist", "old");
-  own("/Library/Corvane/a.plist", kStranger, 0644);
-  const test::OtherUser stranger(kStranger);
+/// A stranger's tree and an ordinary user, to whom a folder in it belongs.
+struct AsUser : AsRoot {
+  static constexpr uid_t kUser = 4711;
+  void SetUp() override {
+    AsRoot::SetUp();
+    if (IsSkipped()) return;
+    target = base.writeFile("tree/Library/Corvane/a.plist", "old");
+    for (const auto* folder : {"", "/private", "/private/tmp", "/Library", "/Library/Corvane",
+                               "/Library/Corvane/Plugins", "/Library/Corvane/PluginSupport"})
+      own(folder, kUser, 0755);
+    own("/Library/Corvane/a.plist", kUser, 0644);
+  }
+  std::string target;
+};
+
+TEST_F(AsUser, OwnTreeOpensDirectly) {
+  const test::OtherUser user(kUser);
+  EXPECT_TRUE(services.isDirect());
   EXPECT_EQ(openLock(), AuthorizationOutcome::Granted);
   const auto staging = base.writeFile("tree/private/tmp/a.plist", "new");
   EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kStarted);
   EXPECT_EQ(base.readFile("tree/Library/Corvane/a.plist"), "new");
   EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(AsUser, OwnTreeThatOthersCanChangeStaysClosedAndSaysWhere) {
+  for (const std::string folder : {"", "/private/tmp", "/Library", "/Library/Corvane"}) {
+    own(folder, kUser, 0775);
+    {
+      const test::OtherUser user(kUser);
+      EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
+      EXPECT_THAT(log.lines,
+                  ElementsAre("Could not get administrator rights: " + root + folder +
+                              ": others than you can change the folder; keep the tree where only you "
+                              "can change it"));
+    }
+    log.lines.clear();
+    own(folder, kUser, 0755);
+  }
+}
+
+/// The link leads to the user's folder while it is looked at, and elsewhere afterwards.
+TEST_F(AsUser, StrangersTreeDoesNotOpenDirectlyThroughALinkToTheUsersFolder) {
+  for (const auto* folder : {"", "/private", "/private/tmp", "/Library"}) own(folder, kStranger, 0755);
+  std::filesystem::rename(root + "/Library/Corvane", base / "users");
+  std::filesystem::create_directory_symlink(base / "users", root + "/Library/Corvane");
+  ASSERT_EQ(::lchown((root + "/Library/Corvane").c_str(), kStranger, 0), 0);
+  const test::OtherUser user(kUser);
+  EXPECT_FALSE(services.isDirect());
+}
+
+TEST_F(AsUser, StrangersTreeAroundAFolderOfTheUsersStaysClosed) {
+  for (const auto* folder : {"", "/private", "/private/tmp", "/Library"}) own(folder, kStranger, 0755);
+  const test::OtherUser user(kUser);
+  EXPECT_TRUE(services.isDirect());
+  EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
+  EXPECT_THAT(log.lines,
+              ElementsAre("Could not get administrator rights: " + root +
+                          ": others than you can change the folder; keep the tree where only you can "
+                          "change it"));
+}
+
+TEST_F(AsUser, WhatBecomesAStrangersAfterTheLockWasOpenedIsNotChanged) {
+  const auto staging = base.writeFile("tree/private/tmp/a.plist", "new");
+  own("/private/tmp/a.plist", kUser, 0600);
+  const auto mine = base.writeFile("mine/a.plist", "the user's");
+  for (const auto* path : {"mine", "mine/a.plist"}) ASSERT_EQ(::chown((base / path).c_str(), kUser, 0), 0);
+  {
+    const test::OtherUser user(kUser);
+    ASSERT_EQ(openLock(), AuthorizationOutcome::Granted);
+  }
+  std::filesystem::rename(root + "/Library", base / "old");
+  std::filesystem::create_directory(root + "/Library");
+  own("/Library", kStranger, 0755);
+  std::filesystem::create_directory_symlink(base / "mine", root + "/Library/Corvane");
+  ASSERT_EQ(::lchown((root + "/Library/Corvane").c_str(), kStranger, 0), 0);
+  const test::OtherUser user(kUser);
+  EXPECT_EQ(run("/bin/cp", {staging, target}), launch_status::kDenied);
+  EXPECT_EQ(run("/bin/sh", {"-c", housekeeping::text("/bin/chmod 644", root)}), launch_status::kDenied);
+  EXPECT_EQ(base.readFile("mine/a.plist"), "the user's");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "posix/FileDescriptor.h"
 #include "support/PollRunLoop.h"
@@ -96,10 +97,10 @@ TEST_F(Direct, RefusedCommandIsDeniedWithOneLine) {
   EXPECT_THAT(log.lines, ElementsAre("Root command refused: /usr/bin/id: not a program that is run as root"));
 }
 
-TEST_F(Direct, MissingSourceOfAReadIsStartedAndSilent) {
+TEST_F(Direct, MissingSourceOfAReadIsToldApartAndSilent) {
   tree.writeFile("private/tmp/read-a.plist", "stale");
   EXPECT_EQ(run("/bin/cp", {tree / "Library/a.plist", tree / "private/tmp/read-a.plist"}),
-            launch_status::kStarted);
+            launch_status::kNothingToRead);
   EXPECT_FALSE(exists("private/tmp/read-a.plist"));
   EXPECT_THAT(log.lines, IsEmpty());
 }
@@ -114,19 +115,58 @@ TEST_F(Direct, HousekeepingResetsTheModes) {
   const auto settings = tree.writeFile("Library/Corvane/ClientSettings.plist");
   const auto plugin = tree.writeFile("Library/Corvane/PluginSupport/a.plist");
   const auto updater = tree.writeFile("Library/Corvane/Utilities/UpdaterSupport/u.plist");
-  std::string text = "/bin/chmod 644";
-  for (const auto* file : {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
-                           "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
-    text += " '" + tree.path() + "'" + file;
-  }
   for (const auto& file : {settings, plugin, updater}) ::chmod(file.c_str(), 0600);
-  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kStarted);
+  EXPECT_EQ(run("/bin/sh", {"-c", housekeeping::text("/bin/chmod 644", tree.path())}),
+            launch_status::kStarted);
   for (const auto& file : {settings, plugin, updater}) {
     struct stat attributes {};
     ::stat(file.c_str(), &attributes);
     EXPECT_EQ(attributes.st_mode & 07777, 0644U) << file;
   }
   EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(Direct, SyntaxCheckReadsTheListedFilesAndRunsNoProgram) {
+  const auto text = housekeeping::text("/usr/bin/plutil", tree.path());
+  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kStarted);
+  EXPECT_THAT(log.lines, IsEmpty()) << "nothing there is nothing wrong";
+  tree.writeFile("Library/Corvane/ClientSettings.plist", "<plist><dict/></plist>");
+  tree.writeFile("Library/Corvane/PluginSupport/a.plist", "<plist><array/></plist>");
+  tree.writeFile("Library/Corvane/PluginSupport/.hidden.plist", "no list");
+  tree.writeFile("Library/Corvane/PluginSupport/notes.txt", "no list");
+  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kStarted);
+  EXPECT_THAT(log.lines, IsEmpty());
+  const auto bad = tree.writeFile("Library/Corvane/PluginSupport/b.plist", "no list");
+  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kStarted);
+  EXPECT_THAT(log.lines, ElementsAre("Syntax check: " + bad + ": not a property list"));
+  log.lines.clear();
+  const auto worse = tree.writeFile("Library/Corvane/ClientSettings.plist", "no list either");
+  EXPECT_EQ(run("/bin/sh", {"-c", text}), launch_status::kStarted);
+  EXPECT_THAT(log.lines, ElementsAre("Syntax check: " + worse + ": not a property list (and 1 more)"));
+}
+
+TEST_F(Direct, NoShellRunsWhateverTheTextIs) {
+  const auto text = housekeeping::text("/bin/chmod 644", tree.path());
+  for (const auto& arguments :
+       std::vector<std::vector<std::string>>{{"-c", "touch '" + (tree / "ran") + "'"},
+                                             {"-c", text + "; touch '" + (tree / "ran") + "'"},
+                                             {"-c", text + " "},
+                                             {"-c", housekeeping::text("/bin/chmod 666", tree.path())},
+                                             {"-c", housekeeping::text("/bin/chmod 644", "")},
+                                             {text},
+                                             {"-c", text, "x"}}) {
+    EXPECT_EQ(run("/bin/sh", arguments), launch_status::kDenied);
+  }
+  EXPECT_FALSE(exists("ran"));
+  EXPECT_THAT(log.lines, ::testing::Each("Root command refused: /bin/sh: not a program that is run as root"));
+}
+
+TEST_F(Direct, ClosedLockChecksNothing) {
+  for (const auto* command : {"/bin/chmod 644", "/usr/bin/plutil"}) {
+    EXPECT_EQ(
+        services.executeWithPrivileges(nullptr, "/bin/sh", {"-c", housekeeping::text(command, tree.path())}),
+        launch_status::kInvalidAuthorization);
+  }
 }
 
 TEST_F(Direct, ScriptIsNotWaitedForOutlivesTheRightsAndLeavesNoChild) {

@@ -32,8 +32,6 @@ TEST(PathTable, WithoutAPrefixThePathsAreTheFixedOnes) {
   };
   for (const auto& [path, fixed] : expected) EXPECT_EQ(path, fixed);
   EXPECT_EQ(paths.onDisk("/var/root/x.plist"), "/var/root/x.plist");
-  EXPECT_EQ(paths.shellQuoted("/Library/Corvane/PluginSupport/*.plist"),
-            "/Library/Corvane/PluginSupport/*.plist");
 }
 
 TEST(PathTable, SlashAndAnEmptyTextAreTheSamePrefix) {
@@ -69,11 +67,6 @@ TEST(PathTable, ARelativeOrEmptyPathHasNoPlace) {
   EXPECT_EQ(PathTable("/mnt").onDisk(""), "");
   EXPECT_EQ(PathTable("/mnt").onDisk("x.plist"), "");
   EXPECT_EQ(PathTable().onDisk("x.plist"), "");
-}
-
-TEST(PathTable, WhatThePrefixBringsIntoAShellCommandIsQuoted) {
-  EXPECT_EQ(PathTable("/tmp/a b").shellQuoted("/Library/x"), "'/tmp/a b'/Library/x");
-  EXPECT_EQ(PathTable("/tmp/it's $(here)").shellQuoted("/x"), "'/tmp/it'\\''s $(here)'/x");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 
 #include "PolkitMachine.h"
+#include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "posix/Pipe.h"
 #include "support/PollRunLoop.h"
@@ -324,12 +325,7 @@ TEST_F(Polkit, HousekeepingResetsTheModesOfRootsFiles) {
   machine.asUser([&] {
     Pane pane(machine);
     ASSERT_EQ(pane.unlock(), AuthorizationOutcome::Granted);
-    std::string text = "/bin/chmod 644";
-    for (const auto* file :
-         {"/Library/Corvane/ClientSettings.plist", "/Library/Corvane/PluginSupport/*.plist",
-          "/Library/Corvane/Utilities/UpdaterSupport/*.plist"}) {
-      text += " '" + machine.root() + "'" + file;
-    }
+    const auto text = housekeeping::text("/bin/chmod 644", machine.root());
     EXPECT_EQ(pane.run("/bin/sh", {"-c", text}), launch_status::kStarted);
     EXPECT_THAT(pane.log.lines, IsEmpty());
     EXPECT_TRUE(std::ifstream(machine / "Library/Corvane/PluginSupport/a.plist").good());

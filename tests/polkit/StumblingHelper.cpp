@@ -6,9 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "helper/RootTree.h"
-
-int helperMain(int count, char** vector);
+#include "helper/HelperMain.h"
 
 namespace {
 
@@ -35,8 +33,8 @@ int main(int count, char** vector) {
   Stumble stumble;
   std::ifstream(fs::read_symlink("/proc/self/exe").parent_path() / "stumble") >> stumble.step >>
       stumble.act >> stumble.path;
-  corvane::helper::RootTree::beforeStep = [stumble](std::string_view) mutable {
+  const auto stumbleAtStep = [stumble](std::string_view) mutable {
     if (stumble.step-- == 0) perform(stumble);
   };
-  return helperMain(count, vector);
+  return corvane::helper::helperMain(count, vector, {.beforeStep = stumbleAtStep});
 }

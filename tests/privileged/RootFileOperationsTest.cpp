@@ -161,6 +161,13 @@ TEST_F(RootFileOperationsTest, ARootFileThatDoesNotExistOrHoldsNoDictionaryGives
   EXPECT_TRUE(platform_.log.lines.empty());
 }
 
+TEST_F(RootFileOperationsTest, WhatStandsAtTheStagingPathOfAMissingFileIsNotRead) {
+  platform_.writePlist(platform_.root.path() + "/private/tmp/read-missing.plist", values_);
+  platform_.authorization.statusOfTool["/bin/cp"] = launch_status::kNothingToRead;
+  EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/missing.plist")));
+  EXPECT_TRUE(platform_.log.lines.empty());
+}
+
 TEST_F(RootFileOperationsTest, AReadWhoseCopyCannotBeStartedIsLogged) {
   platform_.authorization.statusOfTool["/bin/cp"] = 1;
   EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/x.plist")));

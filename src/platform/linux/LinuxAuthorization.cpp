@@ -1,15 +1,17 @@
 #include "platform/linux/LinuxAuthorization.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "helper/CommandShapes.h"
+#include "platform/Housekeeping.h"
 #include "platform/linux/LinuxRights.h"
 #include "platform/linux/PolkitAsking.h"
+#include "platform/linux/SyntaxCheck.h"
 
 namespace corvane {
 namespace {
 
+constexpr const char* kShell = "/bin/sh";
 constexpr std::string_view kAdministratorRight = "system.privilege.admin";
 
 LaunchStatus statusOf(helper::Outcome outcome) {
@@ -18,6 +20,8 @@ LaunchStatus statusOf(helper::Outcome outcome) {
       return launch_status::kStarted;
     case helper::Outcome::Denied:
       return launch_status::kDenied;
+    case helper::Outcome::Missing:
+      return launch_status::kNothingToRead;
     case helper::Outcome::Failed:
       break;
   }
@@ -31,6 +35,7 @@ std::string_view headingOf(helper::Outcome outcome) {
     case helper::Outcome::Denied:
       return "Root command refused: ";
     case helper::Outcome::Failed:
+    case helper::Outcome::Missing:
       break;
   }
   return "Root command not started: ";
@@ -48,6 +53,9 @@ LaunchStatus carryOut(Authorization* authorization, const helper::Request& reque
   return statusOf(answer.reply.outcome);
 }
 
+/// Whether the user needs no other rights than their own.
+bool needsNoRights(const helper::RootTree& tree) { return ::geteuid() == 0 || tree.belongsTo(::geteuid()); }
+
 }  // namespace
 
 LinuxAuthorization::LinuxAuthorization(LinuxRunLoop& runLoop, SystemLog& log, Options options)
@@ -56,28 +64,25 @@ LinuxAuthorization::LinuxAuthorization(LinuxRunLoop& runLoop, SystemLog& log, Op
 LinuxAuthorization::~LinuxAuthorization() = default;
 
 bool LinuxAuthorization::isDirect() const {
-  if (::geteuid() == 0) return true;
-  struct stat attributes {};
-  const auto client = options_.root + std::string(helper::kClientFolder);
-  const auto top = options_.root.empty() ? std::string("/") : options_.root;
-  if (::stat(client.c_str(), &attributes) != 0 && ::stat(top.c_str(), &attributes) != 0) return false;
-  return attributes.st_uid == ::geteuid();
+  const auto root = helper::normalizedRoot(options_.root);
+  return root && needsNoRights(helper::RootTree(*root, ::geteuid()));
 }
 
 void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   const auto root = helper::normalizedRoot(options_.root);
+  // What is looked at here is what is worked on.
+  auto own = root ? std::make_unique<DirectRights>(helper::Place{*root, options_.helper}) : nullptr;
   if (right != kAdministratorRight || !root) {
     log_.write(root ? "Only administrator rights can be asked for"
                     : "The root prefix is not an absolute path");
     done(AuthorizationOutcome::Unavailable, nullptr);
-  } else if (isDirect()) {
-    auto rights = std::make_unique<DirectRights>(helper::Place{*root, options_.helper});
-    if (const auto objection = rights->objection(); !objection.empty()) {
+  } else if (needsNoRights(own->tree())) {
+    if (const auto objection = own->tree().objection(); !objection.empty()) {
       log_.write(std::string(kNoRights) + objection);
       done(AuthorizationOutcome::Denied, nullptr);
       return;
     }
-    done(AuthorizationOutcome::Granted, std::move(rights));
+    done(AuthorizationOutcome::Granted, std::move(own));
   } else if (asking_ && asking_->isOpen()) {
     done(AuthorizationOutcome::Cancelled, nullptr);
   } else {
@@ -94,7 +99,21 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
 LaunchStatus LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
                                                        const std::vector<std::string>& arguments) {
   helper::SupervisedRun none;
-  return carryOut(authorization, {.program = tool, .arguments = arguments, .wantsOutput = false}, log_, none);
+  helper::Request request{.program = tool, .arguments = arguments, .wantsOutput = false};
+  // No shell runs: the two texts of the housekeeping are recognized, and done without one.
+  const auto isHousekeeping = [&](std::string_view command) {
+    return tool == kShell &&
+           arguments == std::vector<std::string>{"-c", housekeeping::text(command, options_.root)};
+  };
+  if (isHousekeeping(housekeeping::kCheckSyntax)) return checkTheSyntax(authorization);
+  if (isHousekeeping(housekeeping::kResetModes)) request = {.program = "/bin/chmod", .arguments = {"644"}};
+  return carryOut(authorization, request, log_, none);
+}
+
+LaunchStatus LinuxAuthorization::checkTheSyntax(Authorization* authorization) {
+  if (dynamic_cast<LinuxRights*>(authorization) == nullptr) return launch_status::kInvalidAuthorization;
+  if (const auto line = checkSyntax(options_.root); !line.empty()) log_.write("Syntax check: " + line);
+  return launch_status::kStarted;
 }
 
 LaunchStatus LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,

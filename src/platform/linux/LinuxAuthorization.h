@@ -36,11 +36,10 @@ class LinuxAuthorization : public AuthorizationServices {
   LinuxAuthorization(const LinuxAuthorization&) = delete;
   LinuxAuthorization& operator=(const LinuxAuthorization&) = delete;
 
-  /// Whether the client's folder, or the root prefix where that is missing, belongs to the user; always true
-  /// for root.
+  /// Whether the client's folder, or the root prefix where that is missing, belongs to the user, and no link
+  /// leads there; always true for root.
   [[nodiscard]] bool isDirect() const override;
-  /// In direct mode, a process of root is denied a tree whose prefix or staging folder others than root can
-  /// change, or is reached through a link.
+  /// In direct mode a tree is denied that others than root and the user can change.
   /// Rights are asked for one at a time; a second asking before the first was answered is answered Cancelled.
   void requestRights(std::string_view right, Done done) override;
   [[nodiscard]] LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
@@ -50,6 +49,8 @@ class LinuxAuthorization : public AuthorizationServices {
                                                    std::unique_ptr<OutputPipe>& output) override;
 
  private:
+  [[nodiscard]] LaunchStatus checkTheSyntax(Authorization* authorization);
+
   LinuxRunLoop& runLoop_;
   SystemLog& log_;
   Options options_;

@@ -6,8 +6,7 @@
 
 namespace corvane {
 
-DirectRights::DirectRights(helper::Place place)
-    : runner_(std::move(place), {.user = ::geteuid(), .distrust = ::geteuid() == 0}) {}
+DirectRights::DirectRights(helper::Place place) : runner_(std::move(place), ::geteuid()) {}
 
 helper::Answer DirectRights::carryOut(const helper::Request& request) { return runner_.carryOut(request); }
 

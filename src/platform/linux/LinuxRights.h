@@ -20,14 +20,12 @@ class LinuxRights : public Authorization {
 /// The beginning of the log line that says why the lock stays closed.
 inline constexpr std::string_view kNoRights = "Could not get administrator rights: ";
 
-/// Commands carried out in this process, with the user's own rights. A process of root distrusts what others
-/// than root can change, as the helper does.
+/// Commands carried out in this process, with the user's own rights. What others than root and the user can
+/// change is distrusted, as by the helper.
 class DirectRights : public LinuxRights {
  public:
   explicit DirectRights(helper::Place place);
-  /// Why these rights must not be given out; empty when they may. The pane stages its files below the root
-  /// prefix itself, by path: as root it must not where somebody else could lead it astray.
-  [[nodiscard]] std::string objection() const { return runner_.objectionToStaging(); }
+  [[nodiscard]] const helper::RootTree& tree() const { return runner_.tree(); }
   [[nodiscard]] helper::Answer carryOut(const helper::Request& request) override;
 
  private:
