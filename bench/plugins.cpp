@@ -170,7 +170,7 @@ void editOneKey(benchmark::State& state) {
   WritingBench bench;
   OutlineView& outline = bench.view.pluginsTable;
   const OutlineItem option = outline.childrenOfItem(outline.itemAtRow(0)).at(3);
-  const int row = outline.rowForItem(outline.childrenOfItem(option).at(0));
+  const OutlineItem row = outline.childOfItem(option, 0);
   std::int64_t edits = 0;
   for (auto _ : state) outline.editCell(row, outline.columns()[1], text(std::to_string(++edits % 10)));
   const Dictionary stored = bench.platform.propertyLists.read(bench.plugins.files().back()).asDictionary();

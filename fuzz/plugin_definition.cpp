@@ -97,8 +97,8 @@ struct FuzzedTab {
         const OutlineItem item = outline.itemAtRow(row);
         if (outline.preparedCell(column, item).cell == nullptr) std::abort();
         if (!(outline.heightOfRow(item) >= outline.rowHeight())) std::abort();
-        outline.clickCell(row, column);
-        for (const PropertyList& value : typed) outline.editCell(row, column, value);
+        outline.clickCell(outline.itemAtRow(row), column);
+        for (const PropertyList& value : typed) outline.editCell(outline.itemAtRow(row), column, value);
       }
     }
   }

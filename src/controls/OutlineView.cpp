@@ -9,7 +9,10 @@ namespace corvane {
 
 struct OutlineItem::Row {
   PropertyList object;
+  int kind = 0;
+  Id id = 0;
   std::weak_ptr<Row> parent;
+  std::size_t index = 0;  // among the parent's children
   std::vector<std::shared_ptr<Row>> children;
   bool childrenKnown = false;
   bool expanded = false;
@@ -21,6 +24,10 @@ const PropertyList& OutlineItem::object() const {
   static const PropertyList nothing;
   return row_ ? row_->object : nothing;
 }
+
+int OutlineItem::kind() const { return row_ ? row_->kind : 0; }
+
+OutlineItem::Id OutlineItem::id() const { return row_ ? row_->id : 0; }
 
 // The rows below one invisible root. The data source may come back into the outline from any question, so
 // what it says is gathered first and only then put into the tree, and loops that ask it run over copies and
@@ -40,26 +47,34 @@ struct OutlineView::Implementation {
     return item.row_ ? item.row_ : root;
   }
 
+  /// What the data source says about a child.
+  struct Child {
+    PropertyList object;
+    int kind = 0;
+  };
+
   /// Asks for the children of the row.
   void load(const RowPointer& row) {
     const OutlineItem item = itemFor(row);
-    std::vector<PropertyList> objects;
+    std::vector<Child> found;
     const bool expandable = row == root || outline.isExpandable(item);
     if (expandable && outline.dataSource_ != nullptr) {
       const int count = outline.dataSource_->outlineViewNumberOfChildrenOfItem(outline, item);
       for (int index = 0; index < count && outline.dataSource_ != nullptr; ++index) {
-        objects.push_back(outline.dataSource_->outlineViewChildOfItem(outline, index, item));
+        Child child{outline.dataSource_->outlineViewChildOfItem(outline, index, item)};
+        child.kind = outline.dataSource_->outlineViewKindOfChild(outline, child.object, item);
+        found.push_back(std::move(child));
       }
     }
     if (!row->placed) return;
-    place(row, objects);
+    place(row, found);
     row->childrenKnown = expandable;
     if (!expandable) row->expanded = false;
   }
 
-  /// Makes these objects the children of the row. The k-th of several children with one object stays the row
-  /// of the former k-th.
-  void place(const RowPointer& row, const std::vector<PropertyList>& objects) {
+  /// Makes these the children of the row. The k-th of several children with one object stays the row of the
+  /// former k-th.
+  void place(const RowPointer& row, const std::vector<Child>& found) {
     // Holds the rows to the end, so that those which go are freed in their order: whole catalogues hang on
     // them, and freeing these criss-cross makes the memory slow for what is read next.
     const std::vector<RowPointer> old = std::exchange(row->children, {});
@@ -68,23 +83,32 @@ struct OutlineView::Implementation {
       former[(*child)->object.identity()].push_back(*child);
     }
     std::vector<RowPointer> children;
-    children.reserve(objects.size());
-    for (const PropertyList& object : objects) {
-      const auto known = former.find(object.identity());
+    children.reserve(found.size());
+    for (const Child& child : found) {
+      const auto known = former.find(child.object.identity());
       if (known != former.end() && !known->second.empty()) {
         children.push_back(std::move(known->second.back()));
         known->second.pop_back();
       } else {
-        children.push_back(std::make_shared<Row>());
-        children.back()->object = object;
-        children.back()->parent = row;
+        children.push_back(makeRow(child, row));
       }
+      children.back()->index = children.size() - 1;
     }
     row->children = std::move(children);
     for (const auto& [object, rows] : former) {
       for (const RowPointer& gone : rows) forget(gone);
     }
     visibleRowsAreKnown = false;
+  }
+
+  [[nodiscard]] RowPointer makeRow(const Child& child, const RowPointer& parent) {
+    auto row = std::make_shared<Row>();
+    row->object = child.object;
+    row->kind = child.kind;
+    row->id = ++lastId;
+    row->parent = parent;
+    rowsById.emplace(row->id, row);
+    return row;
   }
 
   /// Asks again for the children of the row and of all rows below it that were asked for before.
@@ -96,7 +120,14 @@ struct OutlineView::Implementation {
     }
   }
 
-  static void forget(const RowPointer& row) {
+  /// The children of the row, asked for now where they are not known yet.
+  [[nodiscard]] const std::vector<RowPointer>& childrenOf(const RowPointer& row) {
+    if (row->placed && !row->childrenKnown) load(row);
+    return row->children;
+  }
+
+  void forget(const RowPointer& row) {
+    rowsById.erase(row->id);
     row->placed = false;
     row->expanded = false;
     row->childrenKnown = false;
@@ -146,7 +177,14 @@ struct OutlineView::Implementation {
     if (outline.onSelectionChange) outline.onSelectionChange();
   }
 
-  void tellReload() {
+  /// Reads the row and all below it again and tells the shell, which is told once where the data source
+  /// reloads while it is being asked.
+  void reloadAndTell(const RowPointer& row) {
+    const bool isOutermost = !std::exchange(isReloading, true);
+    if (isOutermost && outline.onWillReload) outline.onWillReload();
+    reload(row);
+    if (!isOutermost) return;
+    isReloading = false;
     const bool selectionIsGone = dropHiddenSelection();
     if (outline.onReload) outline.onReload();
     if (selectionIsGone) tellSelection();
@@ -154,6 +192,9 @@ struct OutlineView::Implementation {
 
   OutlineView& outline;
   RowPointer root;
+  OutlineItem::Id lastId = 0;
+  std::unordered_map<OutlineItem::Id, RowPointer> rowsById;  // all but the root
+  bool isReloading = false;
   RowPointer selected;
   std::vector<RowPointer> visibleRows;
   bool visibleRowsAreKnown = false;
@@ -170,24 +211,20 @@ void OutlineView::setHighlightsSelection(bool highlights) {
   didChange();
 }
 
-void OutlineView::reloadData() {
-  reloadIsDue_ = holdsReloads_;
-  if (holdsReloads_) return;
-  tree_->reload(tree_->root);
-  tree_->tellReload();
-}
+void OutlineView::reloadData() { tree_->reloadAndTell(tree_->root); }
 
-void OutlineView::setHoldsReloads(bool holds) {
-  holdsReloads_ = holds;
-  if (!holds && reloadIsDue_) reloadData();
+OutlineView::Hold OutlineView::holdRows() {
+  ++holds_;
+  return {this, guard_.wrap([this](const OutlineView* /*outline*/) {
+            if (--holds_ == 0 && delegate_ != nullptr) delegate_->outlineViewDidReleaseRows(*this);
+          })};
 }
 
 void OutlineView::reloadItem(const OutlineItem& item, bool reloadChildren) {
   const Implementation::RowPointer row = tree_->rowFor(item);
   if (!row->placed) return;
   if (reloadChildren) {
-    tree_->reload(row);
-    tree_->tellReload();
+    tree_->reloadAndTell(row);
   } else if (item && onReloadItem) {
     onReloadItem(OutlineItem(row));
   }
@@ -235,12 +272,34 @@ OutlineItem OutlineView::parentForItem(const OutlineItem& item) const {
 }
 
 std::vector<OutlineItem> OutlineView::childrenOfItem(const OutlineItem& item) {
-  const Implementation::RowPointer row = tree_->rowFor(item);
-  if (row->placed && !row->childrenKnown) tree_->load(row);
+  const auto& rows = tree_->childrenOf(tree_->rowFor(item));
   std::vector<OutlineItem> children;
-  children.reserve(row->children.size());
-  for (const Implementation::RowPointer& child : row->children) children.push_back(OutlineItem(child));
+  children.reserve(rows.size());
+  for (const Implementation::RowPointer& child : rows) children.push_back(OutlineItem(child));
   return children;
+}
+
+std::size_t OutlineView::numberOfChildrenOfItem(const OutlineItem& item) {
+  return tree_->childrenOf(tree_->rowFor(item)).size();
+}
+
+OutlineItem OutlineView::childOfItem(const OutlineItem& item, std::size_t index) {
+  const auto& rows = tree_->childrenOf(tree_->rowFor(item));
+  return index < rows.size() ? OutlineItem(rows[index]) : OutlineItem();
+}
+
+std::size_t OutlineView::indexOfItem(const OutlineItem& item) const {
+  return item.row_ && item.row_->placed ? item.row_->index : 0;
+}
+
+OutlineItem OutlineView::itemWithId(OutlineItem::Id id) const {
+  const auto found = tree_->rowsById.find(id);
+  return found != tree_->rowsById.end() ? OutlineItem(found->second) : OutlineItem();
+}
+
+std::string OutlineView::persistentNameOfItem(const OutlineItem& item) {
+  if (!item || dataSource_ == nullptr) return {};
+  return dataSource_->outlineViewPersistentNameForItem(*this, item);
 }
 
 int OutlineView::numberOfRows() const { return static_cast<int>(tree_->visible().size()); }

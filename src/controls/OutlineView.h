@@ -3,6 +3,8 @@
 // the delegate are asked with these row objects.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,6 +15,7 @@
 #include "controls/Control.h"
 #include "controls/ObjectValue.h"
 #include "controls/TableView.h"
+#include "platform/CallGuard.h"
 #include "values/PropertyList.h"
 
 namespace corvane {
@@ -20,13 +23,20 @@ namespace corvane {
 class OutlineView;
 
 /// One row of an outline, or (empty) the root above all rows. Two handles are equal when they are the same
-/// row.
+/// row. A handle keeps what it says about its row also when the row has gone from the tree.
 class OutlineItem {
  public:
+  /// As wide as a pointer, so that a toolkit can keep it in the place of one.
+  using Id = std::uintptr_t;
+
   OutlineItem() = default;
   explicit operator bool() const { return row_ != nullptr; }
   /// The value that the data source gave for the row.
   [[nodiscard]] const PropertyList& object() const;
+  /// What the data source said that the row is, in its own numbers; 0 for the root.
+  [[nodiscard]] int kind() const;
+  /// Stands for the row in a shell's tables; no other row of the outline ever gets it. 0 for the root.
+  [[nodiscard]] Id id() const;
   friend bool operator==(const OutlineItem&, const OutlineItem&) = default;
 
  private:
@@ -45,6 +55,18 @@ class OutlineViewDataSource {
   /// The value of the row at the index below the item; nothing makes a row without a value.
   [[nodiscard]] virtual PropertyList outlineViewChildOfItem(OutlineView& outline, int index,
                                                             const OutlineItem& item) = 0;
+  /// What a child with this value below the parent is, in numbers of the data source's own. Asked when the
+  /// row is made: a row stays what it is.
+  [[nodiscard]] virtual int outlineViewKindOfChild(OutlineView& /*outline*/, const PropertyList& /*child*/,
+                                                   const OutlineItem& /*parent*/) {
+    return 0;
+  }
+  /// What the row is called among its siblings however often the tree is read again: a shell finds by it
+  /// where the user was. Empty: the row has no such name.
+  [[nodiscard]] virtual std::string outlineViewPersistentNameForItem(OutlineView& /*outline*/,
+                                                                     const OutlineItem& /*item*/) {
+    return {};
+  }
   [[nodiscard]] virtual ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView& outline,
                                                                                const TableColumn& column,
                                                                                const OutlineItem& item) = 0;
@@ -71,6 +93,8 @@ class OutlineViewDelegate {
   virtual void outlineViewWillDisplayCellForTableColumnItem(OutlineView& outline, Cell& cell,
                                                             const TableColumn& column,
                                                             const OutlineItem& item) = 0;
+  /// Nothing holds the rows any more (`OutlineView::holdRows`).
+  virtual void outlineViewDidReleaseRows(OutlineView& /*outline*/) {}
 };
 
 /// A cell ready to be shown: the delegate's cell (or the column's default) with its value set and dressed.
@@ -102,10 +126,14 @@ class OutlineView final : public Control {
   /// Reads the whole tree again. A row whose object (the very same) comes again under the same parent stays
   /// the same row and keeps its expansion; the selection is kept only with its row.
   void reloadData();
-  /// While the user is in the middle of an act on a row (typing in a cell, holding the mouse button), a
-  /// reload of the tree would take the row away: what is being typed would be lost, or a click meet another
-  /// row. A shell holds reloads for that time; those that came meanwhile are made up for, once, when it ends.
-  void setHoldsReloads(bool holds);
+  /// Says, for as long as one of the handles lives, that the user is in the middle of an act on a row: types
+  /// in a cell, holds the mouse button down, answers what a button has asked. Were the rows replaced now,
+  /// what is being typed would be lost, or a click meet another row. The outline itself does nothing about
+  /// it: whoever owns what the rows show waits with changing both until the delegate hears that nothing holds
+  /// them any more. The clicks and edits below hold the rows by themselves.
+  using Hold = std::shared_ptr<const void>;
+  [[nodiscard]] Hold holdRows();
+  [[nodiscard]] bool holdsRows() const { return holds_ > 0; }
   /// Shows the item's cells afresh; with `reloadChildren` its children are asked for again as well.
   void reloadItem(const OutlineItem& item, bool reloadChildren = false);
   /// Expands an expandable item, with `expandChildren` everything below it as well (the empty item: all
@@ -120,6 +148,15 @@ class OutlineView final : public Control {
   /// The children known so far (asked for now when they are not known yet). A row that can't be expanded has
   /// none and is not asked for any.
   [[nodiscard]] std::vector<OutlineItem> childrenOfItem(const OutlineItem& item);
+  [[nodiscard]] std::size_t numberOfChildrenOfItem(const OutlineItem& item);
+  /// Empty past the end.
+  [[nodiscard]] OutlineItem childOfItem(const OutlineItem& item, std::size_t index);
+  /// The place of the row among the children of its parent; 0 for the root and for a row that is gone.
+  [[nodiscard]] std::size_t indexOfItem(const OutlineItem& item) const;
+  /// The row with this identity; empty for 0 and when the row is gone.
+  [[nodiscard]] OutlineItem itemWithId(OutlineItem::Id id) const;
+  /// Empty for a row that has none.
+  [[nodiscard]] std::string persistentNameOfItem(const OutlineItem& item);
 
   // The visible rows.
   [[nodiscard]] int numberOfRows() const;
@@ -144,20 +181,23 @@ class OutlineView final : public Control {
   /// The cell that was clicked last, or nothing.
   [[nodiscard]] CellReference selectedCell() const { return selectedCell_; }
 
-  // The user's acts. All but expanding and collapsing are ignored while the outline is disabled.
+  // The user's acts. They take the row itself, which can have moved since the act began, and do nothing where
+  // it can't be seen any more. All but expanding and collapsing are ignored while the outline is disabled.
   /// A click on a button or switch cell: selects the row, then performs the cell's action or, where it has
   /// none, sets the opposite state.
-  void clickCell(int row, const Column& column);
+  void clickCell(const OutlineItem& item, const Column& column);
   /// A value that was typed or chosen in a cell. Text cells are checked with `shouldEdit` and their
   /// formatter, by the whole text: what could not have been typed is not stored. A pop-up takes the index of
   /// an item. What is refused shows the row afresh.
-  void editCell(int row, const Column& column, const PropertyList& value);
+  void editCell(const OutlineItem& item, const Column& column, const PropertyList& value);
   /// Whether a text may stand in the cell while it is being typed there, by the cell's formatter. Cells that
   /// take no text admit none.
   [[nodiscard]] static PartialStringCheck checkPartialString(const Cell& cell, const std::string& partial);
-  void clickDisclosure(int row);
+  void clickDisclosure(const OutlineItem& item);
 
-  /// For the shell: the tree changed / a row must be shown afresh / the selection changed.
+  /// For the shell: the tree is about to be read again / has been read again / a row must be shown afresh /
+  /// a row was opened or closed / the selection changed. The first two come in pairs.
+  std::function<void()> onWillReload;
   std::function<void()> onReload;
   std::function<void(const OutlineItem&)> onReloadItem;
   std::function<void(const OutlineItem&)> onExpansionChange;
@@ -174,11 +214,11 @@ class OutlineView final : public Control {
   OutlineViewDelegate* delegate_ = nullptr;
   double rowHeight_ = 17;
   bool highlightsSelection_ = true;
-  bool holdsReloads_ = false;
-  bool reloadIsDue_ = false;
+  int holds_ = 0;
   CellReference selectedCell_;
   bool isActing_ = false;  // a click is being carried out
   std::unique_ptr<Implementation> tree_;
+  CallGuard guard_;  // a shell may give a hold back late
 };
 
 }  // namespace corvane

@@ -141,10 +141,9 @@ PartialStringCheck OutlineView::checkPartialString(const Cell& cell, const std::
                               : PartialStringCheck{true, std::nullopt};
 }
 
-void OutlineView::clickCell(int row, const Column& column) {
-  if (!takesUserActs() || isActing_) return;
-  const OutlineItem item = itemAtRow(row);
-  if (!item) return;
+void OutlineView::clickCell(const OutlineItem& item, const Column& column) {
+  if (!takesUserActs() || isActing_ || rowForItem(item) < 0) return;
+  const Hold rows = holdRows();  // an action may run a panel, and whatever comes in behind it
   // Held here: what is called below may replace the selected cell.
   const CellReference cell = preparedCell(column, item).cell;
   selectedCell_ = cell;
@@ -161,9 +160,9 @@ void OutlineView::clickCell(int row, const Column& column) {
   }
 }
 
-void OutlineView::editCell(int row, const Column& column, const PropertyList& value) {
-  const OutlineItem item = itemAtRow(row);
-  if (!item || dataSource_ == nullptr) return;
+void OutlineView::editCell(const OutlineItem& item, const Column& column, const PropertyList& value) {
+  if (rowForItem(item) < 0 || dataSource_ == nullptr) return;
+  const Hold rows = holdRows();
   // The lock may have been closed while the user was typing.
   const std::optional<PropertyList> taken =
       takesUserActs() ? valueForEdit(column, item, value) : std::nullopt;
@@ -185,9 +184,8 @@ std::optional<PropertyList> OutlineView::valueForEdit(const Column& column, cons
   return valueOfEdit(*cell, value);
 }
 
-void OutlineView::clickDisclosure(int row) {
-  const OutlineItem item = itemAtRow(row);
-  if (hidden() || !item) return;
+void OutlineView::clickDisclosure(const OutlineItem& item) {
+  if (hidden() || rowForItem(item) < 0) return;
   if (isItemExpanded(item)) {
     collapseItem(item);
   } else {

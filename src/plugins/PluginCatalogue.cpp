@@ -41,6 +41,7 @@ void PluginCatalogue::refresh() {
   plugins_.clear();
   for (const FoundPlugin& plugin : found) plugins_.push_back(plugin.entry);
   loadBlacklistPlugins(found);
+  isOutOfDate_ = false;
 }
 
 std::vector<PluginCatalogue::FoundPlugin> PluginCatalogue::loadPlugins() const {
@@ -73,15 +74,28 @@ void PluginCatalogue::loadBlacklistPlugins(const std::vector<FoundPlugin>& found
 void PluginCatalogue::attachStoredLists(const Array& options) const {
   for (const PropertyList& element : options.elements()) {
     PluginOption option(element.asDictionary());
-    const bool isList = option.isFileOrFolderList();
-    if (!isList && !option.isOfType(setting_type::kCheckboxes)) continue;
-    const PropertyList stored = storage_.read(option).value(option.storageKey());
-    if (isList) {
-      option.setFileFolderArray(textList(stored));
-    } else {
-      option.setCheckboxes(stored.asDictionary());
+    if (option.isFileOrFolderList()) {
+      option.setFileFolderArray(storedFileFolderArray(option));
+    } else if (option.isOfType(setting_type::kCheckboxes)) {
+      option.setCheckboxes(storedCheckboxes(option));
     }
   }
+}
+
+Dictionary PluginCatalogue::storedCheckboxes(const PluginOption& option) const {
+  return storage_.read(option).dictionary(option.storageKey());
+}
+
+Array PluginCatalogue::storedFileFolderArray(const PluginOption& option) const {
+  return textList(storage_.read(option).value(option.storageKey()));
+}
+
+Dictionary PluginCatalogue::checkboxesForEdit(const PluginOption& option) const {
+  return isOutOfDate_ ? storedCheckboxes(option) : option.checkboxes();
+}
+
+Array PluginCatalogue::fileFolderArrayForEdit(const PluginOption& option) const {
+  return isOutOfDate_ ? storedFileFolderArray(option) : option.fileFolderArray();
 }
 
 std::string PluginCatalogue::settingsFile(const std::string& pluginFileName) const {
@@ -89,8 +103,12 @@ std::string PluginCatalogue::settingsFile(const std::string& pluginFileName) con
 }
 
 std::optional<std::string> PluginCatalogue::blacklistName(const PropertyList& item) const {
-  const auto entry = std::ranges::find(plugins_, item);
-  return entry != plugins_.end() ? std::optional(blacklistNameOf(*entry)) : std::nullopt;
+  const std::string* fileName = item.asDictionary().string(plugin_key::kFileName);
+  const auto isNamedSo = [&](const Dictionary& entry) {
+    return *entry.string(plugin_key::kFileName) == *fileName;
+  };
+  if (fileName == nullptr || std::ranges::none_of(plugins_, isNamedSo)) return std::nullopt;
+  return blacklistNameOf(item.asDictionary());
 }
 
 bool PluginCatalogue::isPluginBlacklisted(std::string_view name) const {

@@ -1,5 +1,6 @@
 // The plug-ins that the tab shows, found by walking the plug-ins folder, and which of them are disabled.
-// Rebuilt whole on every refresh. The entries and their options are themselves the rows of the tab's outline.
+// Rebuilt whole on every refresh. The entries and their options are themselves the rows of the tab's outline,
+// so that it is refreshed only together with these.
 #pragma once
 
 #include <optional>
@@ -22,13 +23,21 @@ class PluginCatalogue {
 
   /// Forgets everything and loads the plug-ins and the list of the disabled ones anew.
   void refresh();
+  /// A refresh is wanted that the rows do not allow now: what was loaded stays, and is known to be old.
+  void setOutOfDate() { isOutOfDate_ = true; }
+  [[nodiscard]] bool isOutOfDate() const { return isOutOfDate_; }
 
   /// One entry per shown plug-in, sorted by "PluginName", case-sensitively; those without a name come first,
   /// equal ones stay in the order of the folder walk.
   [[nodiscard]] const std::vector<Dictionary>& plugins() const { return plugins_; }
   /// The name under which an entry of the catalogue is enabled and disabled: its file name with the extension
-  /// "plugin". Nothing when the item is not an entry.
+  /// "plugin". Nothing when no entry has the item's file name.
   [[nodiscard]] std::optional<std::string> blacklistName(const PropertyList& item) const;
+
+  // What an edit of the option starts from: the set or the list that was loaded, or, where that is known to
+  // be old, what is stored now, as a refresh would have loaded it. Nothing when there is none.
+  [[nodiscard]] Dictionary checkboxesForEdit(const PluginOption& option) const;
+  [[nodiscard]] Array fileFolderArrayForEdit(const PluginOption& option) const;
 
   /// The disabled plug-ins. A name can stand in it more than once; enabling takes one of them away.
   [[nodiscard]] const std::vector<std::string>& blacklistPlugins() const { return blacklistPlugins_; }
@@ -53,6 +62,8 @@ class PluginCatalogue {
   [[nodiscard]] std::vector<FoundPlugin> loadPlugins() const;
   void loadBlacklistPlugins(const std::vector<FoundPlugin>& found);
   void attachStoredLists(const Array& options) const;
+  [[nodiscard]] Dictionary storedCheckboxes(const PluginOption& option) const;
+  [[nodiscard]] Array storedFileFolderArray(const PluginOption& option) const;
   [[nodiscard]] std::string settingsFile(const std::string& pluginFileName) const;
 
   Platform& platform_;
@@ -60,6 +71,7 @@ class PluginCatalogue {
   const PluginStorage& storage_;
   std::vector<Dictionary> plugins_;
   std::vector<std::string> blacklistPlugins_;
+  bool isOutOfDate_ = false;
 };
 
 }  // namespace corvane

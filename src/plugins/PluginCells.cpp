@@ -104,10 +104,10 @@ CellReference passwordCell(const PluginOption& option) {
 
 CellReference PluginCells::dataCell(const TableColumn* column, const OutlineItem& item) const {
   if (column == nullptr) return nullptr;
-  if (column->title == kEnabledColumn) return tree_.isPlugin(item) ? nullptr : cellOf(EmptyCell{});
+  if (column->title == kEnabledColumn) return PluginTree::isPlugin(item) ? nullptr : cellOf(EmptyCell{});
   if (column->title != kPluginColumn) return nullptr;
   if (const PluginOption option = tree_.optionOfValueRow(item)) return valueCell(option, item);
-  if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) return checkBoxCell({});
+  if (PluginTree::isItemPluginOptionOfType(item, setting_type::kCheckbox)) return checkBoxCell({});
   if (PluginTree::isItemURL(item)) return linkCell(actions_.myOpenURL);
   return nullptr;
 }
@@ -168,8 +168,8 @@ void PluginCells::willDisplayCell(Cell& cell, const TableColumn& column, const O
   }
   auto* button = std::get_if<ButtonCell>(&cell);
   if (button == nullptr) return;
-  if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
-    button->title = optionTitle(tree_.optionOfOptionRow(item));
+  if (PluginTree::isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
+    button->title = optionTitle(PluginTree::optionOfOptionRow(item));
   } else if (PluginTree::isItemURL(item)) {
     button->title = linkTitle(textOf(item));
   }

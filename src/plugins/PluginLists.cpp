@@ -1,6 +1,7 @@
 #include "plugins/PluginLists.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "plugins/FileFolderList.h"
 #include "values/Text.h"
@@ -23,8 +24,8 @@ void PluginLists::add(ChosenKind kind, OutlineView& sender) {
   Dictionary contents = with_.storage.readForEdit(option);
   if (!contents) return;
   // Files are added to the list that was loaded, folders to the list as it is stored now; this is intended.
-  Array list =
-      kind == ChosenKind::File ? option.fileFolderArray() : textList(contents.value(option.storageKey()));
+  Array list = kind == ChosenKind::File ? with_.catalogue.fileFolderArrayForEdit(option)
+                                        : textList(contents.value(option.storageKey()));
   if (!list) return;
   const PropertyList entry = PropertyList::string(*path);
   if (list.contains(entry)) {
@@ -50,8 +51,12 @@ void PluginLists::removeFromFileFolderArray(OutlineView& sender) {
         "The selected cell could not be removed. Please reload the plugins and try again.");
     return;
   }
-  with_.alerts.confirmRemoval(
-      guard_.wrap([this](int returnCode) { alertDidEndReturnCodeContextInfo(returnCode); }));
+  // The platform may keep the call for longer than the sheet is open, and may never make it.
+  const auto rows = std::make_shared<OutlineView::Hold>(with_.pluginsTable.holdRows());
+  with_.alerts.confirmRemoval(guard_.wrap([this, rows](int returnCode) {
+    alertDidEndReturnCodeContextInfo(returnCode);
+    rows->reset();
+  }));
 }
 
 void PluginLists::alertDidEndReturnCodeContextInfo(int returnCode) {

@@ -1,7 +1,8 @@
 // The actions of file and folder lists: a chosen path is added, an entry is removed after a confirmation.
 //
 // A removal has two steps with a sheet between them. The click keeps the clicked cell, whose title is the
-// entry that goes; the list is the one below which the selected row stands when the sheet ends.
+// entry that goes; the list is the one below which the selected row stands when the sheet ends. Until then
+// the rows are held, so that the selected row is still the one that was clicked.
 #pragma once
 
 #include <optional>
@@ -12,6 +13,7 @@
 #include "platform/SystemLog.h"
 #include "platform/TextComparison.h"
 #include "plugins/PluginAlerts.h"
+#include "plugins/PluginCatalogue.h"
 #include "plugins/PluginPathChooser.h"
 #include "plugins/PluginStorage.h"
 #include "plugins/PluginTree.h"
@@ -23,6 +25,7 @@ class PluginLists {
   /// What the lists work with; all must outlive them.
   struct Surroundings {
     OutlineView& pluginsTable;
+    const PluginCatalogue& catalogue;
     const PluginTree& tree;
     const PluginStorage& storage;
     const PluginPathChooser& chooser;
@@ -41,7 +44,8 @@ class PluginLists {
 
  private:
   void add(ChosenKind kind, OutlineView& sender);
-  /// Makes the list the one in memory and the one in the contents, which are written.
+  /// Makes the list the one in memory and the one in the contents, which are written, and shows it. The rows
+  /// of the other options stay, so that this need not wait for rows that are held.
   void store(const Array& list, PluginOption& option, Dictionary& contents);
   void alertDidEndReturnCodeContextInfo(int returnCode);
   void doRemoveFromFileFolderArray();

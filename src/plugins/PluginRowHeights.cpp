@@ -20,7 +20,7 @@ double optionRowHeight(const PluginOption& option, Workspace& workspace, double 
 double pluginRowHeight(const PluginTree& tree, Workspace& workspace, double standardRowHeight,
                        const OutlineItem& item) {
   using namespace setting_type;
-  if (const PluginOption option = tree.optionOfOptionRow(item)) {
+  if (const PluginOption option = PluginTree::optionOfOptionRow(item)) {
     return optionRowHeight(option, workspace, standardRowHeight);
   }
   const PluginOption option = tree.optionOfValueRow(item);

@@ -7,6 +7,14 @@
 namespace corvane {
 namespace {
 
+// What a row is; the outline keeps it with the row.
+enum RowKind : int { kOtherRow, kPluginRow, kOptionRow, kValueRow, kLinkRow };
+
+bool isAddress(const PropertyList& object) {
+  const std::string* text = object.asString();
+  return text != nullptr && hasPrefixIgnoringCase(*text, kAddressPrefix);
+}
+
 int count(std::size_t size) { return static_cast<int>(size); }
 
 bool isDisplayOnlyOrCheckbox(const PluginOption& option) {
@@ -85,30 +93,40 @@ PropertyList PluginTree::childOfItem(int index, const OutlineItem& item) const {
   return place < type.size() ? type.entries()[place].second : PropertyList();
 }
 
-bool PluginTree::isItemPluginOption(const OutlineItem& item) const {
-  return parentOf(item).object().asDictionary() &&
-         item.object().asDictionary().dictionary(plugin_key::kSettingType);
+int PluginTree::kindOfChild(const PropertyList& child, const OutlineItem& parent) {
+  if (!parent) return kPluginRow;
+  const bool isOption = parent.kind() == kPluginRow && parent.object().asDictionary() &&
+                        child.asDictionary().contains(plugin_key::kSettingType);
+  if (isOption) return kOptionRow;
+  if (parent.kind() != kOptionRow) return kOtherRow;
+  return isAddress(child) ? kLinkRow : kValueRow;
 }
 
-bool PluginTree::isItemPluginOptionOfType(const OutlineItem& item, std::string_view type) const {
+std::string PluginTree::persistentNameForItem(const OutlineItem& item) {
+  const Dictionary dictionary = item.object().asDictionary();
+  const std::string* name = isPlugin(item)             ? dictionary.string(plugin_key::kFileName)
+                            : isItemPluginOption(item) ? dictionary.string(plugin_key::kTitle)
+                                                       : item.object().asString();
+  return name != nullptr ? *name : std::string();
+}
+
+bool PluginTree::isPlugin(const OutlineItem& item) { return item.kind() == kPluginRow; }
+
+bool PluginTree::isItemPluginOption(const OutlineItem& item) { return item.kind() == kOptionRow; }
+
+bool PluginTree::isItemPluginOptionOfType(const OutlineItem& item, std::string_view type) {
   return optionOfOptionRow(item).isOfType(type);
 }
 
-bool PluginTree::isItemSubOption(const OutlineItem& item) const {
-  const OutlineItem parent = parentOf(item);
-  return parent && !isItemURL(item) && isItemPluginOption(parent);
-}
+bool PluginTree::isItemSubOption(const OutlineItem& item) { return item.kind() == kValueRow; }
 
 bool PluginTree::isItemSubOptionOfType(const OutlineItem& item, std::string_view type) const {
   return optionOfValueRow(item).isOfType(type);
 }
 
-bool PluginTree::isItemURL(const OutlineItem& item) {
-  const std::string* text = item.object().asString();
-  return text != nullptr && hasPrefixIgnoringCase(*text, kAddressPrefix);
-}
+bool PluginTree::isItemURL(const OutlineItem& item) { return isAddress(item.object()); }
 
-PluginOption PluginTree::optionOfOptionRow(const OutlineItem& item) const {
+PluginOption PluginTree::optionOfOptionRow(const OutlineItem& item) {
   return isItemPluginOption(item) ? PluginOption(item.object().asDictionary()) : PluginOption();
 }
 

@@ -21,38 +21,21 @@ bool changesThroughButtons(const PluginOption& option) {
   return isOneOf(option, {kFileArray, kFolderArray, kFilePicker, kFolderPicker, kPluginValidation});
 }
 
-/// Whether the row stands for one of the names in the option's set of check boxes. A link whose address does
-/// not begin like one is a value row as well, but it is no name: to store its state would put it into the
-/// set, or a set into the place of whatever else the file holds under the key.
-bool isNameInSet(const PluginOption& option, const std::string& name) {
-  return option.checkboxes().contains(name);
-}
-
-/// Sets one name in the option's set of check boxes: in the file's contents and in the set that the catalogue
-/// holds, so that the row shows the new state without another loading.
-void setCheckboxOfSet(const PluginOption& option, Dictionary& contents, const std::string& name, bool state) {
-  Dictionary loaded = option.checkboxes();
-  Dictionary changed = loaded.shallowCopy();
-  changed.set(name, PropertyList::boolean(state));
-  contents.set(option.storageKey(), changed);
-  loaded.set(name, PropertyList::boolean(state));
-}
-
 }  // namespace
 
 ObjectValue PluginValues::objectValue(const TableColumn& column, const OutlineItem& item) const {
   if (column.title == kEnabledColumn) return enabledState(item);
   if (column.title != kPluginColumn) return {};
-  if (tree_.isPlugin(item)) return pluginTitle(item.object().asDictionary());
+  if (PluginTree::isPlugin(item)) return pluginTitle(item.object().asDictionary());
   if (const PluginOption option = tree_.optionOfValueRow(item)) return storedValue(option, item);
-  const PluginOption option = tree_.optionOfOptionRow(item);
+  const PluginOption option = PluginTree::optionOfOptionRow(item);
   if (!option) return {};
   if (option.isOfType(setting_type::kCheckbox)) return checkboxState(option);
   return optionTitle(option);
 }
 
 ObjectValue PluginValues::enabledState(const OutlineItem& item) const {
-  if (!tree_.isPlugin(item)) return {};
+  if (!PluginTree::isPlugin(item)) return {};
   const auto name = catalogue_.blacklistName(item.object());
   if (!name) return {};
   return PropertyList::boolean(!catalogue_.isPluginBlacklisted(*name));
@@ -87,15 +70,15 @@ void PluginValues::setObjectValue(OutlineView& outline, const PropertyList& valu
   } else if (column.title == kPluginColumn) {
     if (const PluginOption option = tree_.optionOfValueRow(item)) {
       after = setValue(option, value, item);
-    } else if (tree_.isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
-      after = setCheckbox(tree_.optionOfOptionRow(item), boolValue(value));
+    } else if (PluginTree::isItemPluginOptionOfType(item, setting_type::kCheckbox)) {
+      after = setCheckbox(PluginTree::optionOfOptionRow(item), boolValue(value));
     }
   }
   if (after == AfterEdit::Reload) outline.reloadItem(item);
 }
 
 PluginValues::AfterEdit PluginValues::setEnabled(const PropertyList& value, const OutlineItem& item) {
-  if (!tree_.isPlugin(item)) return AfterEdit::Nothing;
+  if (!PluginTree::isPlugin(item)) return AfterEdit::Nothing;
   const auto name = catalogue_.blacklistName(item.object());
   if (!name) return AfterEdit::Nothing;
   catalogue_.setPluginEnabled(*name, boolValue(value));
@@ -107,18 +90,33 @@ PluginValues::AfterEdit PluginValues::setValue(const PluginOption& option, const
   using namespace setting_type;
   const std::string* key = item.object().asString();
   if (key == nullptr || changesThroughButtons(option)) return AfterEdit::Nothing;
-  if (option.isOfType(kCheckboxes) && !isNameInSet(option, *key)) return AfterEdit::Nothing;
+  if (option.isOfType(kCheckboxes)) return setCheckboxOfSet(option, *key, boolValue(value));
   Dictionary contents = storage_.readForEdit(option);
   if (!contents) return AfterEdit::Nothing;
   if (option.isOfType(kNumberPicker)) {
     contents.set(*key, PropertyList::integer(intValue(value)));
-  } else if (option.isOfType(kCheckboxes)) {
-    setCheckboxOfSet(option, contents, *key, boolValue(value));
   } else if (isOneOf(option, {kPopUpMenu, kTextField, kUsernameField, kPasswordField})) {
     contents.set(*key, value);
   }
   // A type without a rule of its own has its file rewritten as it is.
   storage_.write(option, contents);
+  return AfterEdit::Reload;
+}
+
+PluginValues::AfterEdit PluginValues::setCheckboxOfSet(const PluginOption& option, const std::string& name,
+                                                       bool state) const {
+  const Dictionary set = catalogue_.checkboxesForEdit(option);
+  // A link whose address does not begin like one is a value row as well, but it is no name: to store its
+  // state would put it into the set, or a set into the place of whatever else the file holds under the key.
+  if (!set.contains(name)) return AfterEdit::Nothing;
+  Dictionary contents = storage_.readForEdit(option);
+  if (!contents) return AfterEdit::Nothing;
+  Dictionary changed = set.shallowCopy();
+  changed.set(name, PropertyList::boolean(state));
+  contents.set(option.storageKey(), changed);
+  storage_.write(option, contents);
+  // The row shows the new state without another loading.
+  option.checkboxes().set(name, PropertyList::boolean(state));
   return AfterEdit::Reload;
 }
 
@@ -138,8 +136,8 @@ PluginValues::AfterEdit PluginValues::setCheckbox(const PluginOption& option, bo
 }
 
 bool PluginValues::shouldEdit(const TableColumn& column, const OutlineItem& item) const {
-  if (column.title == kEnabledColumn) return tree_.isPlugin(item);
-  return column.title == kPluginColumn && tree_.isItemSubOption(item);
+  if (column.title == kEnabledColumn) return PluginTree::isPlugin(item);
+  return column.title == kPluginColumn && PluginTree::isItemSubOption(item);
 }
 
 }  // namespace corvane

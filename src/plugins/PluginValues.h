@@ -3,6 +3,8 @@
 // tab's controller for the outline.
 #pragma once
 
+#include <string>
+
 #include "controls/OutlineView.h"
 #include "platform/SystemLog.h"
 #include "plugins/PluginCatalogue.h"
@@ -36,6 +38,8 @@ class PluginValues {
   [[nodiscard]] AfterEdit setEnabled(const PropertyList& value, const OutlineItem& item);
   [[nodiscard]] AfterEdit setValue(const PluginOption& option, const PropertyList& value,
                                    const OutlineItem& item) const;
+  [[nodiscard]] AfterEdit setCheckboxOfSet(const PluginOption& option, const std::string& name,
+                                           bool state) const;
   [[nodiscard]] AfterEdit setCheckbox(const PluginOption& option, bool state) const;
 
   PluginCatalogue& catalogue_;

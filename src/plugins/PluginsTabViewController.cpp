@@ -15,7 +15,7 @@ PluginsTabViewController::PluginsTabViewController(Platform& platform, const Pat
       alerts_(platform.dialogs, platform.bundle),
       chooser_(platform.dialogs, paths),
       pickers_(tree_, storage_, chooser_),
-      lists_({pluginsTable_, tree_, storage_, chooser_, alerts_, platform.log, platform.texts}),
+      lists_({pluginsTable_, catalogue_, tree_, storage_, chooser_, alerts_, platform.log, platform.texts}),
       validation_(tree_, paths, alerts_, platform.log),
       cells_(tree_, storage_, platform.log, cellActions()) {}
 
@@ -46,8 +46,16 @@ void PluginsTabViewController::awakeFromNib(PaneServices& pane) {
 }
 
 void PluginsTabViewController::refresh() {
+  if (pluginsTable_.holdsRows()) {
+    catalogue_.setOutOfDate();
+    return;
+  }
   catalogue_.refresh();
   pluginsTable_.reloadData();
+}
+
+void PluginsTabViewController::outlineViewDidReleaseRows(OutlineView& /*outline*/) {
+  if (catalogue_.isOutOfDate()) refresh();
 }
 
 void PluginsTabViewController::unlockedDidChange() { pluginsTable_.setEnabled(quorlenPrefPane_->unlocked()); }
@@ -67,6 +75,16 @@ PropertyList PluginsTabViewController::outlineViewChildOfItem(OutlineView& /*out
   return tree_.childOfItem(index, item);
 }
 
+int PluginsTabViewController::outlineViewKindOfChild(OutlineView& /*outline*/, const PropertyList& child,
+                                                     const OutlineItem& parent) {
+  return PluginTree::kindOfChild(child, parent);
+}
+
+std::string PluginsTabViewController::outlineViewPersistentNameForItem(OutlineView& /*outline*/,
+                                                                       const OutlineItem& item) {
+  return PluginTree::persistentNameForItem(item);
+}
+
 ObjectValue PluginsTabViewController::outlineViewObjectValueForTableColumnByItem(OutlineView& /*outline*/,
                                                                                  const TableColumn& column,
                                                                                  const OutlineItem& item) {
@@ -81,7 +99,7 @@ void PluginsTabViewController::outlineViewSetObjectValueForTableColumnByItem(Out
 }
 
 void PluginsTabViewController::outlineViewItemDidExpand(OutlineView& outline, const OutlineItem& item) {
-  if (tree_.isPlugin(item)) outline.expandItem(item, true);
+  if (PluginTree::isPlugin(item)) outline.expandItem(item, true);
 }
 
 bool PluginsTabViewController::outlineViewShouldEditTableColumnItem(OutlineView& /*outline*/,
@@ -102,7 +120,7 @@ double PluginsTabViewController::outlineViewHeightOfRowByItem(OutlineView& outli
 
 bool PluginsTabViewController::outlineViewShouldShowOutlineCellForItem(OutlineView& /*outline*/,
                                                                        const OutlineItem& item) {
-  return tree_.isPlugin(item);
+  return PluginTree::isPlugin(item);
 }
 
 void PluginsTabViewController::outlineViewWillDisplayCellForTableColumnItem(OutlineView& /*outline*/,

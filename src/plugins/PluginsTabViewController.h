@@ -6,6 +6,8 @@
 // but edits, buttons and links do nothing while it is closed.
 #pragma once
 
+#include <string>
+
 #include "controls/OutlineView.h"
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
@@ -39,7 +41,9 @@ class PluginsTabViewController final : public PluginsTab,
   /// Called once, when the view is loaded: takes over the outline and fills it. The pane must outlive the
   /// controller, and the controller must live as long as the pane changes its lock.
   void awakeFromNib(PaneServices& pane);
-  /// Loads the plug-ins anew. Nothing of the former tree survives, neither expansion nor selection.
+  /// Loads the plug-ins anew, and with them all rows: nothing of the former tree survives, neither expansion
+  /// nor selection. While the user is in the middle of an act on a row both wait, and are made up for
+  /// together when it ends.
   void refresh() override;
 
   [[nodiscard]] const PluginCatalogue& catalogue() const { return catalogue_; }
@@ -48,6 +52,9 @@ class PluginsTabViewController final : public PluginsTab,
   int outlineViewNumberOfChildrenOfItem(OutlineView& outline, const OutlineItem& item) override;
   bool outlineViewIsItemExpandable(OutlineView& outline, const OutlineItem& item) override;
   PropertyList outlineViewChildOfItem(OutlineView& outline, int index, const OutlineItem& item) override;
+  int outlineViewKindOfChild(OutlineView& outline, const PropertyList& child,
+                             const OutlineItem& parent) override;
+  std::string outlineViewPersistentNameForItem(OutlineView& outline, const OutlineItem& item) override;
   ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView& outline, const TableColumn& column,
                                                          const OutlineItem& item) override;
   void outlineViewSetObjectValueForTableColumnByItem(OutlineView& outline, const PropertyList& value,
@@ -66,6 +73,7 @@ class PluginsTabViewController final : public PluginsTab,
   void outlineViewWillDisplayCellForTableColumnItem(OutlineView& outline, Cell& cell,
                                                     const TableColumn& column,
                                                     const OutlineItem& item) override;
+  void outlineViewDidReleaseRows(OutlineView& outline) override;
 
   /// Opens the address that the clicked link shows.
   void myOpenURL(OutlineView& sender);

@@ -162,13 +162,13 @@ TEST_F(OutlineViewCellsTest, HeightsAndTrianglesAreTheDelegatesAndLeavesHaveNoTr
 TEST_F(OutlineViewCellsTest, AClickOnACheckBoxSelectsTheRowAndSetsTheOppositeState) {
   source.editable = false;  // clicks are no editing in place
   source.values[{"Enabled", "row"}] = PropertyList::boolean(true);
-  outline.clickCell(0, enabledColumn());
+  outline.clickCell(outline.itemAtRow(0), enabledColumn());
   EXPECT_EQ(outline.selectedRow(), 0);
   EXPECT_EQ(source.edits, edit("Enabled", PropertyList::boolean(false)));
 
   source.edits.clear();
   play(ButtonCell{}, PropertyList::boolean(false));
-  outline.clickCell(0, pluginColumn());
+  outline.clickCell(outline.itemAtRow(0), pluginColumn());
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::boolean(true)));
 }
 
@@ -185,7 +185,7 @@ TEST_F(OutlineViewCellsTest, AClickOnAButtonWithAnActionOnlyPerformsIt) {
     };
     play(button);
     outline.deselectAll();
-    outline.clickCell(0, pluginColumn());
+    outline.clickCell(outline.itemAtRow(0), pluginColumn());
     EXPECT_EQ(title, " /tmp/b");
     EXPECT_EQ(selected, 0);
   }
@@ -199,12 +199,12 @@ TEST_F(OutlineViewCellsTest, AnActionMayReloadTheTreeAndNoClickBeginsAnotherOneM
     ++actions;
     source.top = {TreeSource::branch("row", {})};
     sender.reloadData();
-    sender.clickCell(0, pluginColumn());
+    sender.clickCell(sender.itemAtRow(0), pluginColumn());
   };
   play(button);
-  outline.clickCell(0, pluginColumn());
+  outline.clickCell(outline.itemAtRow(0), pluginColumn());
   EXPECT_EQ(actions, 1);
-  outline.clickCell(0, pluginColumn());
+  outline.clickCell(outline.itemAtRow(0), pluginColumn());
   EXPECT_EQ(actions, 2);
 }
 
@@ -217,7 +217,7 @@ TEST_F(OutlineViewCellsTest, AClickOnAnyOtherCellOnlySelectsTheRow) {
        std::vector<Cell>{EmptyCell{}, TextFieldCell{}, SecureTextFieldCell{}, ComboBoxCell{}, popUp, push}) {
     play(cell);
     outline.deselectAll();
-    outline.clickCell(0, pluginColumn());
+    outline.clickCell(outline.itemAtRow(0), pluginColumn());
     EXPECT_EQ(outline.selectedRow(), 0);
     EXPECT_EQ(outline.selectedCell()->index(), cell.index());
   }
@@ -226,10 +226,10 @@ TEST_F(OutlineViewCellsTest, AClickOnAnyOtherCellOnlySelectsTheRow) {
 
 TEST_F(OutlineViewCellsTest, ClicksOnADisabledOutlineOrOutsideItsRowsDoNothing) {
   source.values[{"Enabled", "row"}] = PropertyList::boolean(true);
-  outline.clickCell(2, enabledColumn());
-  outline.clickCell(-1, enabledColumn());
+  outline.clickCell(outline.itemAtRow(2), enabledColumn());
+  outline.clickCell(outline.itemAtRow(-1), enabledColumn());
   outline.setEnabled(false);
-  outline.clickCell(0, enabledColumn());
+  outline.clickCell(outline.itemAtRow(0), enabledColumn());
   EXPECT_EQ(outline.selectedRow(), -1);
   EXPECT_EQ(outline.selectedCell(), nullptr);
   EXPECT_TRUE(source.edits.empty());
@@ -260,54 +260,54 @@ class OutlineViewEditingTest : public OutlineViewCellsTest {
 
 TEST_F(OutlineViewEditingTest, ATypedTextIsStoredAsItIsWithoutAFormatter) {
   play(textCell());
-  outline.editCell(0, pluginColumn(), PropertyList::string("host"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("host"));
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::string("host")));
   EXPECT_EQ(shownAfresh, 0);
 }
 
 TEST_F(OutlineViewEditingTest, ATypedTextIsStoredAsItsFormatterReadsIt) {
   play(comboCell());
-  outline.editCell(0, pluginColumn(), PropertyList::string("7"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("7"));
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::integer(7)));
 }
 
 TEST_F(OutlineViewEditingTest, AChosenNumberIsStoredAsItIs) {
   play(comboCell());
-  outline.editCell(0, pluginColumn(), PropertyList::integer(10));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::integer(10));
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::integer(10)));
 }
 
 TEST_F(OutlineViewEditingTest, AClearedNumberIsStoredAsTheDefaultThatIsShown) {
   play(comboCell());
-  outline.editCell(0, pluginColumn(), PropertyList::string(""));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string(""));
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::integer(5)));
 }
 
 TEST_F(OutlineViewEditingTest, ATextThatCouldNotHaveBeenTypedIsNotStored) {
   play(comboCell());
   for (const char* text : {"11", "4", "7x"}) {
-    outline.editCell(0, pluginColumn(), PropertyList::string(text));
+    outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string(text));
   }
   const auto noText = std::make_shared<CustomTextFieldCellFormatter>();
   noText->setMaximumLength(0);
   SecureTextFieldCell password;
   password.formatter = noText;
   play(password);
-  outline.editCell(0, pluginColumn(), PropertyList::string("p"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("p"));
   EXPECT_TRUE(source.edits.empty());
   EXPECT_EQ(shownAfresh, 4);
 }
 
 TEST_F(OutlineViewEditingTest, CellsThatMayNotBeEditedTakeNoText) {
   play(TextFieldCell{});  // not editable
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("x"));
   play(textCell());
   source.editable = false;
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("x"));
   play(EmptyCell{});
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("x"));
   play(ButtonCell{});
-  outline.editCell(0, pluginColumn(), PropertyList::boolean(true));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::boolean(true));
   EXPECT_TRUE(source.edits.empty());
   EXPECT_EQ(shownAfresh, 4);
 }
@@ -317,13 +317,13 @@ TEST_F(OutlineViewEditingTest, APopUpStoresTheIndexOfAnItemWithoutAskingForEditi
   popUp.items = {"Mail", "Page"};
   play(popUp);
   source.editable = false;
-  outline.editCell(0, pluginColumn(), PropertyList::integer(1));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::integer(1));
   EXPECT_EQ(source.edits, edit("Plugin", PropertyList::integer(1)));
 
   source.edits.clear();
   for (const PropertyList& value :
        {PropertyList::integer(2), PropertyList::integer(-1), PropertyList::string("1"), PropertyList()}) {
-    outline.editCell(0, pluginColumn(), value);
+    outline.editCell(outline.itemAtRow(0), pluginColumn(), value);
   }
   EXPECT_TRUE(source.edits.empty());
 }
@@ -338,12 +338,12 @@ TEST_F(OutlineViewEditingTest, AnOutlineThatWasDisabledOrHiddenMeanwhileStoresNo
     EXPECT_TRUE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
     outline.setEnabled(false);
     EXPECT_FALSE(outline.shouldEdit(pluginColumn(), outline.itemAtRow(0)));
-    outline.editCell(0, pluginColumn(), value);
+    outline.editCell(outline.itemAtRow(0), pluginColumn(), value);
     outline.setEnabled(true);
     outline.setHidden(true);
-    outline.editCell(0, pluginColumn(), value);
+    outline.editCell(outline.itemAtRow(0), pluginColumn(), value);
     outline.setHidden(false);
-    outline.editCell(2, pluginColumn(), value);
+    outline.editCell(outline.itemAtRow(2), pluginColumn(), value);
   }
   EXPECT_TRUE(source.edits.empty());
 }
@@ -356,7 +356,7 @@ TEST_F(OutlineViewEditingTest, ADataSourceMayReloadTheTreeWhenItTakesAValue) {
     view.reloadItem(item);
   };
   play(textCell());
-  outline.editCell(0, pluginColumn(), PropertyList::string("x"));
+  outline.editCell(outline.itemAtRow(0), pluginColumn(), PropertyList::string("x"));
   EXPECT_EQ(source.edits.size(), 1U);
   EXPECT_EQ(outline.numberOfRows(), 1);
   EXPECT_EQ(shownAfresh, 0);  // the row has gone

@@ -1,3 +1,5 @@
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -103,7 +105,7 @@ TEST_F(OutlineViewTreeTest, ADelegateMayExpandTheWholeRowWhenItExpands) {
   source.onExpand = [&](OutlineView& view, const OutlineItem& item) {
     if (!view.parentForItem(item)) view.expandItem(item, true);
   };
-  outline.clickDisclosure(0);
+  outline.clickDisclosure(outline.itemAtRow(0));
   EXPECT_EQ(rows(), (Names{"plugin", "option", "x", "y", "empty option", "other plugin"}));
   EXPECT_EQ(source.expanded, (Names{"plugin", "option", "empty option"}));
 }
@@ -194,29 +196,104 @@ TEST_F(OutlineViewTreeTest, ReloadingReadsTheRowsBelowACollapsedRowAgain) {
   EXPECT_EQ(rows(), (Names{"plugin", "other plugin", "z", "new"}));
 }
 
-TEST_F(OutlineViewTreeTest, ReloadsThatAreHeldAreMadeUpForOnceWhenTheHoldEnds) {
-  int reloads = 0;
-  outline.onReload = [&] { ++reloads; };
-  outline.setHoldsReloads(true);
-  source.top = {otherPlugin};
-  outline.reloadData();
-  outline.reloadData();
-  EXPECT_EQ(rows(), (Names{"plugin", "other plugin"}));
-  EXPECT_EQ(reloads, 0);
-  outline.setHoldsReloads(false);
-  EXPECT_EQ(rows(), (Names{"other plugin"}));
-  EXPECT_EQ(reloads, 1);
+TEST_F(OutlineViewTreeTest, TheDelegateHearsOnceWhenNothingHoldsTheRowsAnyMore) {
+  EXPECT_FALSE(outline.holdsRows());
+  OutlineView::Hold first = outline.holdRows();
+  OutlineView::Hold second = outline.holdRows();
+  OutlineView::Hold copy = second;
+  first.reset();
+  second.reset();
+  EXPECT_TRUE(outline.holdsRows());
+  EXPECT_EQ(source.releases, 0);
+  copy.reset();
+  EXPECT_FALSE(outline.holdsRows());
+  EXPECT_EQ(source.releases, 1);
 }
 
-TEST_F(OutlineViewTreeTest, AHoldWithoutAReloadReloadsNothing) {
-  int reloads = 0;
-  outline.onReload = [&] { ++reloads; };
-  outline.setHoldsReloads(true);
-  outline.setHoldsReloads(false);
-  outline.setHoldsReloads(false);
-  EXPECT_EQ(reloads, 0);
+TEST_F(OutlineViewTreeTest, AHoldKeepsNothingFromBeingRead) {
+  const OutlineView::Hold hold = outline.holdRows();
+  source.top = {otherPlugin};
   outline.reloadData();
-  EXPECT_EQ(reloads, 1);
+  EXPECT_EQ(rows(), (Names{"other plugin"})) << "to wait is for those who own what the rows show";
+}
+
+TEST_F(OutlineViewTreeTest, AHoldMayOutliveItsOutline) {
+  auto view = std::make_unique<OutlineView>(std::vector<OutlineView::Column>());
+  view->setDelegate(&source);
+  OutlineView::Hold hold = view->holdRows();
+  view.reset();
+  hold.reset();
+  EXPECT_EQ(source.releases, 0);
+}
+
+TEST_F(OutlineViewTreeTest, ARowIsFoundByItsIdentityForAsLongAsItIsThere) {
+  outline.expandItem({}, true);
+  std::set<OutlineItem::Id> ids;
+  for (int index = 0; index < outline.numberOfRows(); ++index) {
+    const OutlineItem item = outline.itemAtRow(index);
+    EXPECT_EQ(outline.itemWithId(item.id()), item);
+    ids.insert(item.id());
+  }
+  EXPECT_EQ(ids.size(), static_cast<std::size_t>(outline.numberOfRows()));
+  EXPECT_FALSE(ids.contains(0));
+  EXPECT_EQ(OutlineItem().id(), 0U);
+  EXPECT_FALSE(outline.itemWithId(0));
+
+  const OutlineItem staying = row("other plugin");
+  const OutlineItem gone = row("x");
+  source.top = {plugin.deepCopy(), otherPlugin};
+  outline.reloadData();
+  outline.expandItem({}, true);
+  EXPECT_EQ(outline.itemWithId(staying.id()), staying);
+  EXPECT_FALSE(outline.itemWithId(gone.id()));
+  EXPECT_TRUE(ids.contains(gone.id())) << "a handle keeps the identity";
+  for (const char* name : {"plugin", "option", "x", "y", "empty option"}) {
+    EXPECT_FALSE(ids.contains(row(name).id())) << name;
+  }
+}
+
+TEST_F(OutlineViewTreeTest, ARowKnowsItsPlaceAmongItsSiblings) {
+  outline.expandItem(row("plugin"));
+  EXPECT_EQ(outline.numberOfChildrenOfItem({}), 2U);
+  EXPECT_EQ(outline.childOfItem({}, 1), row("other plugin"));
+  EXPECT_FALSE(outline.childOfItem({}, 2));
+  EXPECT_EQ(outline.indexOfItem(row("other plugin")), 1U);
+  EXPECT_EQ(outline.childOfItem(row("plugin"), 1), row("empty option"));
+  const OutlineItem moved = row("empty option");
+  plugin.removeAt(1);
+  outline.reloadData();
+  EXPECT_EQ(outline.indexOfItem(moved), 0U);
+  EXPECT_EQ(outline.numberOfChildrenOfItem(row("plugin")), 1U);
+}
+
+TEST_F(OutlineViewTreeTest, ARowStaysWhatItWasWhenItWasMade) {
+  source.kinds = {{"plugin", 1}, {"option", 2}};
+  source.top = {plugin.deepCopy()};
+  outline.reloadData();
+  outline.expandItem({}, true);
+  const OutlineItem item = row("option");
+  EXPECT_EQ(item.kind(), 2);
+  EXPECT_EQ(row("x").kind(), 0);
+  source.kinds = {{"option", 7}};
+  outline.reloadData();
+  EXPECT_EQ(item.kind(), 2);
+  source.top.clear();
+  outline.reloadData();
+  EXPECT_EQ(item.kind(), 2) << "also when it has gone";
+  EXPECT_EQ(OutlineItem().kind(), 0);
+}
+
+TEST_F(OutlineViewTreeTest, AShellHearsBeforeAndAfterEachReloadAlsoWhereOneComesWithinAnother) {
+  Names heard;
+  outline.onWillReload = [&] { heard.push_back("will " + rows().front()); };
+  outline.onReload = [&] { heard.push_back("did " + rows().front()); };
+  source.top = {otherPlugin};
+  source.onCount = [&](OutlineView& view) {
+    source.onCount = nullptr;
+    view.reloadData();
+  };
+  outline.reloadData();
+  EXPECT_EQ(heard, (Names{"will plugin", "did other plugin"}));
 }
 
 TEST_F(OutlineViewTreeTest, ReloadingWithEqualButOtherObjectsMakesNewCollapsedRows) {
@@ -330,12 +407,12 @@ TEST_F(OutlineViewTreeTest, DisclosureClicksToggleAlsoWhileDisabledButNotWhileHi
                       (outline.isItemExpanded(item) ? " open" : " closed"));
   };
   outline.setEnabled(false);
-  outline.clickDisclosure(1);
-  outline.clickDisclosure(1);
-  outline.clickDisclosure(7);
+  outline.clickDisclosure(outline.itemAtRow(1));
+  outline.clickDisclosure(outline.itemAtRow(1));
+  outline.clickDisclosure(outline.itemAtRow(7));
   EXPECT_EQ(toggled, (Names{"other plugin open", "other plugin closed"}));
   outline.setHidden(true);
-  outline.clickDisclosure(1);
+  outline.clickDisclosure(outline.itemAtRow(1));
   EXPECT_EQ(toggled.size(), 2U);
 }
 

@@ -27,7 +27,8 @@ class TreeSource final : public OutlineViewDataSource, public OutlineViewDelegat
   }
 
   // The data source.
-  int outlineViewNumberOfChildrenOfItem(OutlineView&, const OutlineItem& item) override {
+  int outlineViewNumberOfChildrenOfItem(OutlineView& outline, const OutlineItem& item) override {
+    if (const auto call = onCount) call(outline);
     if (item) countsAskedFor.push_back(nameOf(item.object()));
     return item ? static_cast<int>(item.object().asArray().size()) - 1 : static_cast<int>(top.size());
   }
@@ -37,6 +38,10 @@ class TreeSource final : public OutlineViewDataSource, public OutlineViewDelegat
   PropertyList outlineViewChildOfItem(OutlineView&, int index, const OutlineItem& item) override {
     const auto at = static_cast<std::size_t>(index);
     return item ? item.object().asArray().at(at + 1) : top.at(at);
+  }
+  int outlineViewKindOfChild(OutlineView&, const PropertyList& child, const OutlineItem&) override {
+    const auto played = kinds.find(nameOf(child));
+    return played != kinds.end() ? played->second : 0;
   }
   ObjectValue outlineViewObjectValueForTableColumnByItem(OutlineView&, const TableColumn& column,
                                                          const OutlineItem& item) override {
@@ -76,6 +81,7 @@ class TreeSource final : public OutlineViewDataSource, public OutlineViewDelegat
     calls.emplace_back("display");
     if (onDisplay) onDisplay(cell);
   }
+  void outlineViewDidReleaseRows(OutlineView&) override { ++releases; }
 
   struct Edit {
     std::string row;
@@ -86,10 +92,12 @@ class TreeSource final : public OutlineViewDataSource, public OutlineViewDelegat
   using ColumnAndRow = std::pair<std::string, std::string>;
 
   std::vector<PropertyList> top;
+  std::map<std::string, int> kinds;
   std::map<ColumnAndRow, ObjectValue> values;
   std::map<ColumnAndRow, Cell> cells;
   bool branchesExpand = true;
   bool editable = true;
+  std::function<void(OutlineView&)> onCount;
   std::function<void(OutlineView&, const OutlineItem&)> onSet;
   std::function<void(OutlineView&, const OutlineItem&)> onExpand;
   std::function<void(Cell&)> onDisplay;
@@ -98,6 +106,7 @@ class TreeSource final : public OutlineViewDataSource, public OutlineViewDelegat
   std::vector<std::string> calls;
   std::vector<std::string> expanded;
   std::vector<Edit> edits;
+  int releases = 0;
 };
 
 }  // namespace corvane::test

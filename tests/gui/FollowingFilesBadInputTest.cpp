@@ -62,7 +62,7 @@ TEST_F(FollowingBadFiles, ATextTypedOverBrokenSettingsLosesNoneOfThem) {
   beginTyping(group, "Studio", 6);
   const std::string contents = DemoClient::contents(demo.paths.clientSettings);
   writeInPlace(demo.paths.clientSettings, contents.substr(0, contents.size() / 2));
-  ASSERT_TRUE(eventually([&] { return !pluginIsOpen(); }));
+  ASSERT_TRUE(eventually([&] { return pluginsWereReadAgain(); }));
   expectStillTyping(group, "Studio", 6);
   press(window(), Qt::Key_Return);
   Dictionary expected = before;

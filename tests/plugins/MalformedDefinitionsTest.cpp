@@ -113,9 +113,9 @@ class MalformedDefinitionsTest : public PluginsTabFixture,
       static_cast<void>(outline().showsOutlineCell(item));
       for (const OutlineView::Column& column : outline().columns()) {
         EXPECT_NE(outline().preparedCell(column, item).cell, nullptr);
-        outline().clickCell(row, column);
+        outline().clickCell(outline().itemAtRow(row), column);
         endSheets();
-        for (const PropertyList& value : typed) outline().editCell(row, column, value);
+        for (const PropertyList& value : typed) outline().editCell(outline().itemAtRow(row), column, value);
       }
     }
   }

@@ -297,14 +297,14 @@ TEST_F(PluginEditsTest, NothingIsWrittenWhileTheLockIsClosed) {
 TEST_F(PluginEditsTest, TheEnabledBoxWritesThePluginsSettingsAndShowsTheNewState) {
   awakeWith(option("Checkbox"));
   countReloads();
-  outline().clickCell(0, enabledColumn());
+  outline().clickCell(outline().itemAtRow(0), enabledColumn());
   ASSERT_EQ(pane.writes.size(), 1U);
   EXPECT_EQ(pane.writes[0].path, settingsFile("check_x"));
   EXPECT_EQ(pane.writes[0].values,
             Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(false)}}));
   EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(false));
   EXPECT_EQ(reloadedItems, std::vector<OutlineItem>{plugin()});
-  outline().clickCell(0, enabledColumn());
+  outline().clickCell(outline().itemAtRow(0), enabledColumn());
   EXPECT_EQ(pane.writes[1].values,
             Dictionary::make({{"PrefPaneVisibility", flag(true)}, {"Plugin_Enabled", flag(true)}}));
   EXPECT_EQ(std::get<PropertyList>(enabledShown(plugin())), flag(true));

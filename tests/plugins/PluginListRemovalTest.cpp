@@ -76,7 +76,8 @@ TEST_F(PluginListRemovalTest, ARemovalWithoutAClickedCellIsRefused) {
   const PluginPathChooser chooser(platform.dialogs, platform.paths);
   PluginAlerts alerts(platform.dialogs, platform.bundle);
   PluginStorage storage(platform.platform, platform.paths);
-  PluginLists lists({outline(), controller->tree(), storage, chooser, alerts, platform.log, platform.texts});
+  PluginLists lists({outline(), controller->catalogue(), controller->tree(), storage, chooser, alerts,
+                     platform.log, platform.texts});
   lists.removeFromFileFolderArray(outline());
   expectErrorSheet("The selected cell could not be removed. Please reload the plugins and try again.");
   EXPECT_TRUE(platform.log.lines.empty());
@@ -165,7 +166,7 @@ TEST_F(PluginListRemovalTest, ARemovalWithoutASelectedRowFails) {
   storeList({"/a"});
   awakeWith(option("FileArray"));
   click(valueRow());
-  controller->refresh();  // nothing of the former tree survives
+  outline().deselectAll();
   platform.dialogs.endSheet(kRemove);
   expectRemovalFailure("Cannot initialize parent");
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "plugins/BusyDialogs.h"
 #include "plugins/PluginPickers.h"
 #include "plugins/PluginsTabFixture.h"
 
@@ -92,48 +93,30 @@ TEST_F(PluginPickersTest, APathOutsideTheRootPrefixIsStoredAsItIs) {
   EXPECT_EQ(stored(), Dictionary::make({{kKey, text("/elsewhere/a")}}));
 }
 
-/// An open panel during which something else happens.
-class BusyDialogs final : public Dialogs {
- public:
-  void beginSheet(const AlertDescription&, SheetWindow, std::function<void(const AlertResult&)>) override {}
-  AlertResult runModalAlert(const AlertDescription&) override { return {}; }
-  std::vector<std::string> runOpenPanel(const OpenPanelDescription&) override {
-    meanwhile();
-    return {"/chosen"};
-  }
-  std::function<void()> meanwhile;
-};
-
 class PluginPickersMeanwhileTest : public PluginPickersTest {
  protected:
-  /// The tab with the busy panel instead of the scripted one.
-  void useBusyDialogs() {
-    busyPlatform = std::make_unique<Platform>(
-        Platform{platform.log, platform.files, platform.propertyLists, platform.runLoop,
-                 platform.directoryEvents, platform.fileEventQueues, platform.authorization,
-                 platform.processOutput, platform.texts, dialogs, platform.workspace, platform.bundle});
+  PluginPickersMeanwhileTest() {
+    platform.dialogs.chosenPaths = {onDisk("/chosen")};
     controller = std::make_unique<PluginsTabViewController>(*busyPlatform, platform.paths, view);
   }
-  BusyDialogs dialogs;
-  std::unique_ptr<Platform> busyPlatform;
+  BusyDialogs dialogs{platform.dialogs};
+  std::unique_ptr<Platform> busyPlatform = withDialogs(platform, dialogs);
 };
 
-TEST_F(PluginPickersMeanwhileTest, AChoiceForARowThatIsGoneWhenThePanelEndsIsDropped) {
-  useBusyDialogs();
+TEST_F(PluginPickersMeanwhileTest, AChoiceForARowThatIsNotSelectedAnyMoreIsDropped) {
   awakeWith(option("FilePicker"));
-  dialogs.meanwhile = [&] { controller->refresh(); };
+  dialogs.meanwhile = [&] { outline().deselectAll(); };
   click(valueRow());
   EXPECT_TRUE(pane.writes.empty());
 }
 
 TEST_F(PluginPickersMeanwhileTest, AChoiceIsDroppedWhenTheLockWasClosedMeanwhile) {
-  useBusyDialogs();
   store(Dictionary::make({{kKey, texts({"Add a new entry"})}}));
   addPlugin("check_x", options({option("FilePicker"), option("FileArray"), option("FolderArray")}));
   awake();
-  dialogs.meanwhile = [&] { pane.setUnlocked(false); };
   for (const std::size_t index : {0U, 1U, 2U}) {
     pane.setUnlocked(true);
+    dialogs.meanwhile = [&] { pane.setUnlocked(false); };
     click(outline().childrenOfItem(optionRow(index)).at(0));
   }
   EXPECT_TRUE(pane.writes.empty());

@@ -280,20 +280,20 @@ TEST_F(PluginTreeTest, EachRowIsOfOneKind) {
       {"link", link, false, false, false, true},
   };
   for (const KindCase& one : cases) {
-    EXPECT_EQ(tree().isPlugin(one.item), one.isPlugin) << one.what;
-    EXPECT_EQ(tree().isItemPluginOption(one.item), one.isOption) << one.what;
-    EXPECT_EQ(tree().isItemSubOption(one.item), one.isValue) << one.what;
+    EXPECT_EQ(PluginTree::isPlugin(one.item), one.isPlugin) << one.what;
+    EXPECT_EQ(PluginTree::isItemPluginOption(one.item), one.isOption) << one.what;
+    EXPECT_EQ(PluginTree::isItemSubOption(one.item), one.isValue) << one.what;
     EXPECT_EQ(PluginTree::isItemURL(one.item), one.isLink) << one.what;
   }
 }
 
 TEST_F(PluginTreeTest, TheTypeOfARowIsItsOptionsTypeExactly) {
   awakeWith(option("TextField"));
-  EXPECT_TRUE(tree().isItemPluginOptionOfType(optionRow(), "TextField"));
-  EXPECT_FALSE(tree().isItemPluginOptionOfType(optionRow(), "textfield"));
-  EXPECT_FALSE(tree().isItemPluginOptionOfType(optionRow(), "Checkbox"));
-  EXPECT_FALSE(tree().isItemPluginOptionOfType(valueRow(), "TextField"));
-  EXPECT_FALSE(tree().isItemPluginOptionOfType(plugin(), "TextField"));
+  EXPECT_TRUE(PluginTree::isItemPluginOptionOfType(optionRow(), "TextField"));
+  EXPECT_FALSE(PluginTree::isItemPluginOptionOfType(optionRow(), "textfield"));
+  EXPECT_FALSE(PluginTree::isItemPluginOptionOfType(optionRow(), "Checkbox"));
+  EXPECT_FALSE(PluginTree::isItemPluginOptionOfType(valueRow(), "TextField"));
+  EXPECT_FALSE(PluginTree::isItemPluginOptionOfType(plugin(), "TextField"));
   EXPECT_TRUE(tree().isItemSubOptionOfType(valueRow(), "TextField"));
   EXPECT_FALSE(tree().isItemSubOptionOfType(valueRow(), "textfield"));
   EXPECT_FALSE(tree().isItemSubOptionOfType(optionRow(), "TextField"));
@@ -302,8 +302,8 @@ TEST_F(PluginTreeTest, TheTypeOfARowIsItsOptionsTypeExactly) {
 
 TEST_F(PluginTreeTest, TheRootIsNoRowOfAnyKindButThatItHasNoParent) {
   awake();
-  EXPECT_FALSE(tree().isItemPluginOption({}));
-  EXPECT_FALSE(tree().isItemSubOption({}));
+  EXPECT_FALSE(PluginTree::isItemPluginOption({}));
+  EXPECT_FALSE(PluginTree::isItemSubOption({}));
   EXPECT_FALSE(PluginTree::isItemURL({}));
 }
 
@@ -314,7 +314,7 @@ TEST_F(PluginTreeTest, ANameOrPathThatBeginsLikeAnAddressIsALinkAndNoValue) {
   const std::vector<bool> isLink = {true, true, false, false};
   for (std::size_t i = 0; i < isLink.size(); ++i) {
     EXPECT_EQ(PluginTree::isItemURL(valueRow(i)), isLink[i]) << i;
-    EXPECT_EQ(tree().isItemSubOption(valueRow(i)), !isLink[i]) << i;
+    EXPECT_EQ(PluginTree::isItemSubOption(valueRow(i)), !isLink[i]) << i;
   }
 }
 
@@ -326,7 +326,7 @@ TEST_F(PluginTreeTest, ExpandingAPluginOpensAllItsOptions) {
   addPlugin("check_y", options({option("TextField")}));
   controller->awakeFromNib(pane);
   ASSERT_EQ(outline().numberOfRows(), 2);
-  outline().clickDisclosure(0);
+  outline().clickDisclosure(outline().itemAtRow(0));
   EXPECT_EQ(outline().numberOfRows(), 2 + 2 + 3);
   EXPECT_TRUE(outline().isItemExpanded(optionRow(0)));
   EXPECT_TRUE(outline().isItemExpanded(optionRow(1)));

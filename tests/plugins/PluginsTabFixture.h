@@ -152,9 +152,9 @@ class PluginsTabFixture : public testing::Test {
   Kind chosenAs(const OutlineItem& item) {
     return as<Kind>(chosen(item));
   }
-  void click(const OutlineItem& item) { outline().clickCell(outline().rowForItem(item), pluginColumn()); }
+  void click(const OutlineItem& item) { outline().clickCell(item, pluginColumn()); }
   void edit(const OutlineItem& item, const PropertyList& value) {
-    outline().editCell(outline().rowForItem(item), pluginColumn(), value);
+    outline().editCell(item, pluginColumn(), value);
   }
   /// Counts the rows that the outline was told to show afresh.
   void countReloads() {

@@ -69,14 +69,14 @@ TEST_F(PluginsTabViewControllerTest, WhileTheLockIsClosedRowsCanBeExpandedAndRea
                                 with(option("FileArray"), "SettingStorageKey", text("List")),
                                 option("PluginValidation")}));
   controller->awakeFromNib(pane);
-  outline().clickDisclosure(0);
+  outline().clickDisclosure(outline().itemAtRow(0));
   EXPECT_GT(outline().numberOfRows(), 1);
   EXPECT_EQ(cell<TextFieldCell>(valueRow()).text, "shown");
   EXPECT_EQ(cell<ButtonCell>(outline().childrenOfItem(optionRow(2)).at(0)).title.text, " /a");
   for (int row = 0; row < outline().numberOfRows(); ++row) {
     for (const OutlineView::Column& column : outline().columns()) {
-      outline().clickCell(row, column);
-      outline().editCell(row, column, text("x"));
+      outline().clickCell(outline().itemAtRow(row), column);
+      outline().editCell(outline().itemAtRow(row), column, text("x"));
       EXPECT_FALSE(outline().shouldEdit(column, outline().itemAtRow(row)));
     }
   }
@@ -104,7 +104,7 @@ TEST_F(PluginsTabViewControllerTest, TheOutlineOutlivesTheController) {
   EXPECT_GT(outline().heightOfRow(row), outline().rowHeight());
   controller.reset();
   EXPECT_EQ(outline().heightOfRow(row), outline().rowHeight()) << "nobody is asked any more";
-  outline().clickDisclosure(0);
+  outline().clickDisclosure(outline().itemAtRow(0));
   outline().reloadData();
   EXPECT_EQ(outline().numberOfRows(), 0);
 }

@@ -114,7 +114,7 @@ class Session {
     pane.dialogs.chosenPaths = {volume_ / "/Users/admin/hosts.txt"};
     clickCell(value(5));
     edit(value(6), PropertyList::string("s3cr&t"));
-    outline.clickCell(outline.rowForItem(plugin()), outline.columns()[0]);  // switches it off
+    outline.clickCell(plugin(), outline.columns()[0]);  // switches it off
   }
 
   [[nodiscard]] std::string shownPassword() {
@@ -160,11 +160,9 @@ class Session {
   OutlineItem plugin() { return outline.childrenOfItem({}).at(0); }
   OutlineItem option(std::size_t index) { return outline.childrenOfItem(plugin()).at(index); }
   OutlineItem value(std::size_t index) { return outline.childrenOfItem(option(index)).at(0); }
-  void clickCell(const OutlineItem& item) {
-    outline.clickCell(outline.rowForItem(item), outline.columns()[1]);
-  }
+  void clickCell(const OutlineItem& item) { outline.clickCell(item, outline.columns()[1]); }
   void edit(const OutlineItem& item, const PropertyList& value) {
-    outline.editCell(outline.rowForItem(item), outline.columns()[1], value);
+    outline.editCell(item, outline.columns()[1], value);
   }
   const MacVolume& volume_;
 

@@ -32,7 +32,7 @@ void LinuxPane::open() {
   window_->bindHeaderTo(assembly_.view());
   window_->setTabPage(0, new ConfigurationTabPage(assembly_.configurationView()));
   window_->setTabPage(1, new OptionsTabPage(assembly_.optionsView(), window_->sheets()));
-  window_->setTabPage(2, new PluginsTabPage(assembly_.pluginsView(), window_->sheets()));
+  window_->setTabPage(2, new PluginsTabPage(assembly_.pluginsView()));
   assembly_.load();
 }
 

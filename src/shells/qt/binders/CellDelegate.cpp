@@ -118,9 +118,7 @@ Qt::CursorShape CellDelegate::shapeAt(const QModelIndex& index, const QRect& row
 
 bool CellDelegate::press(const QModelIndex& index) {
   if (!std::holds_alternative<ButtonCell>(*prepared(index).cell)) return false;
-  // The column is copied: the press may change the rows.
-  const OutlineView::Column column = model_.columnAt(index);
-  outline_.clickCell(model_.rowInOutline(index), column);
+  outline_.clickCell(model_.itemAt(index), model_.columnAt(index));
   return true;
 }
 
@@ -159,6 +157,11 @@ void CellDelegate::dropEditor() {
   if (openEditor_) emit closeEditor(openEditor_, RevertModelCache);
 }
 
+void CellDelegate::leaveEditor() {
+  if (openEditor_) emit commitData(openEditor_);
+  if (openEditor_) emit closeEditor(openEditor_);
+}
+
 void CellDelegate::setEditorData(QWidget* /*editor*/, const QModelIndex& /*index*/) const {}
 
 void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
@@ -166,8 +169,7 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
   const auto* cell = dynamic_cast<const CellEditor*>(editor);
   const std::optional<PropertyList> value = cell != nullptr ? cell->newValue() : std::nullopt;
   if (!value) return;
-  const OutlineView::Column column = model_.columnAt(index);
-  outline_.editCell(model_.rowInOutline(index), column, *value);
+  outline_.editCell(model_.itemAt(index), model_.columnAt(index), *value);
 }
 
 void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,

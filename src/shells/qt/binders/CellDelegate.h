@@ -45,6 +45,8 @@ class CellDelegate final : public QStyledItemDelegate {
   [[nodiscard]] QWidget* openEditor() const { return openEditor_; }
   /// Closes it without storing what was typed.
   void dropEditor();
+  /// Closes it as if the user had left it.
+  void leaveEditor();
   /// Where the control of the cell stands inside the row's rectangle.
   [[nodiscard]] QRect controlRect(const Cell& cell, const QRect& row) const;
 

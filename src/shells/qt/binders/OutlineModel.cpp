@@ -1,99 +1,18 @@
 #include "binders/OutlineModel.h"
 
-#include <algorithm>
-
 #include "Text.h"
 #include "binders/CellContents.h"
 #include "binders/CellText.h"
 
 namespace corvane::qt {
 
-struct OutlineModel::Node {
-  OutlineItem item;
-  Node* parent = nullptr;
-  std::vector<std::unique_ptr<Node>> children;
-
-  [[nodiscard]] int row() const {
-    const auto& siblings = parent->children;
-    const auto found = std::find_if(siblings.begin(), siblings.end(),
-                                    [this](const auto& node) { return node.get() == this; });
-    return static_cast<int>(found - siblings.begin());
-  }
-};
-
-OutlineModel::OutlineModel(OutlineView& outline, QObject* parent)
-    : QAbstractItemModel(parent), outline_(outline), root_(std::make_unique<Node>()) {}
-
-OutlineModel::~OutlineModel() = default;
-
-OutlineModel::Node* OutlineModel::nodeOf(const QModelIndex& index) const {
-  return index.isValid() ? static_cast<Node*>(index.internalPointer()) : root_.get();
-}
-
-QModelIndex OutlineModel::indexOfNode(const Node& node, int column) const {
-  return node.parent == nullptr ? QModelIndex() : createIndex(node.row(), column, &node);
-}
-
-OutlineModel::Node* OutlineModel::find(Node& below, const OutlineItem& item) const {
-  for (const auto& child : below.children) {
-    if (child->item == item) return child.get();
-    if (Node* found = find(*child, item)) return found;
-  }
-  return nullptr;
-}
-
-OutlineItem OutlineModel::itemAt(const QModelIndex& index) const { return nodeOf(index)->item; }
-
 QModelIndex OutlineModel::indexOf(const OutlineItem& item, int column) const {
-  const Node* node = item ? find(*root_, item) : nullptr;
-  return node == nullptr ? QModelIndex() : indexOfNode(*node, column);
+  if (!item || outline_.levelForItem(item) < 0) return {};
+  return createIndex(static_cast<int>(outline_.indexOfItem(item)), column, item.id());
 }
 
 const OutlineView::Column& OutlineModel::columnAt(const QModelIndex& index) const {
   return outline_.columns()[static_cast<std::size_t>(index.column())];
-}
-
-void OutlineModel::synchronise(const QModelIndex& index) { synchroniseNode(*nodeOf(index)); }
-
-void OutlineModel::synchroniseNode(Node& node) {
-  const bool showsChildren = !node.item || outline_.isItemExpanded(node.item);
-  const std::vector<OutlineItem> items =
-      showsChildren ? outline_.childrenOfItem(node.item) : std::vector<OutlineItem>();
-  const QModelIndex index = indexOfNode(node);
-
-  // Rows that are gone leave; where those that stay have another order, all of them are made anew.
-  for (std::size_t i = node.children.size(); i-- > 0;) {
-    if (std::find(items.begin(), items.end(), node.children[i]->item) == items.end()) {
-      removeChildren(node, i, i);
-    }
-  }
-  auto next = items.begin();
-  for (const auto& child : node.children) {
-    next = std::find(next, items.end(), child->item);
-    if (next == items.end()) break;
-  }
-  if (next == items.end() && !node.children.empty()) removeChildren(node, 0, node.children.size() - 1);
-
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    if (i < node.children.size() && node.children[i]->item == items[i]) continue;
-    auto child = std::make_unique<Node>();
-    child->item = items[i];
-    child->parent = &node;
-    beginInsertRows(index, static_cast<int>(i), static_cast<int>(i));
-    node.children.insert(node.children.begin() + static_cast<std::ptrdiff_t>(i), std::move(child));
-    endInsertRows();
-  }
-  for (const auto& child : node.children) {
-    synchroniseNode(*child);
-    refreshRow(indexOfNode(*child));
-  }
-}
-
-void OutlineModel::removeChildren(Node& node, std::size_t first, std::size_t last) {
-  beginRemoveRows(indexOfNode(node), static_cast<int>(first), static_cast<int>(last));
-  node.children.erase(node.children.begin() + static_cast<std::ptrdiff_t>(first),
-                      node.children.begin() + static_cast<std::ptrdiff_t>(last) + 1);
-  endRemoveRows();
 }
 
 void OutlineModel::refreshRow(const QModelIndex& index) {
@@ -101,16 +20,17 @@ void OutlineModel::refreshRow(const QModelIndex& index) {
 }
 
 QModelIndex OutlineModel::index(int row, int column, const QModelIndex& parent) const {
-  if (!hasIndex(row, column, parent)) return {};
-  return createIndex(row, column, nodeOf(parent)->children[static_cast<std::size_t>(row)].get());
+  if (row < 0 || column < 0 || column >= columnCount() || !isPlace(parent)) return {};
+  return indexOf(outline_.childOfItem(itemAt(parent), static_cast<std::size_t>(row)), column);
 }
 
 QModelIndex OutlineModel::parent(const QModelIndex& index) const {
-  return index.isValid() ? indexOfNode(*nodeOf(index)->parent) : QModelIndex();
+  return indexOf(outline_.parentForItem(itemAt(index)));
 }
 
 int OutlineModel::rowCount(const QModelIndex& parent) const {
-  return parent.column() > 0 ? 0 : static_cast<int>(nodeOf(parent)->children.size());
+  if (parent.column() > 0 || !isPlace(parent)) return 0;
+  return static_cast<int>(outline_.numberOfChildrenOfItem(itemAt(parent)));
 }
 
 int OutlineModel::columnCount(const QModelIndex& /*parent*/) const {
@@ -118,8 +38,8 @@ int OutlineModel::columnCount(const QModelIndex& /*parent*/) const {
 }
 
 bool OutlineModel::hasChildren(const QModelIndex& parent) const {
-  if (!parent.isValid()) return !root_->children.empty();
-  return parent.column() == 0 && outline_.isExpandable(nodeOf(parent)->item);
+  if (!parent.isValid()) return outline_.numberOfChildrenOfItem({}) > 0;
+  return parent.column() == 0 && outline_.isExpandable(itemAt(parent));
 }
 
 QString OutlineModel::nameOf(const QModelIndex& index) const {

@@ -8,7 +8,6 @@
 #include "binders/CellDelegate.h"
 #include "binders/CellEditors.h"
 #include "binders/OutlineModel.h"
-#include "widgets/SheetHost.h"
 
 namespace corvane::qt {
 namespace {
@@ -30,22 +29,25 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
   connect(widget_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &OutlineViewBinder::userSelected);
   connect(&widget_, &OutlineTree::triangleClicked, this,
-          [this](const QModelIndex& index) { outline_.clickDisclosure(model_->rowInOutline(index)); });
-  connect(&widget_, &OutlineTree::cellClicked, this, [this](const QModelIndex& index) { press(index); });
+          [this](const QModelIndex& index) { outline_.clickDisclosure(model_->itemAt(index)); });
+  connect(&widget_, &OutlineTree::cellClicked, this,
+          [this](const QModelIndex& index) { delegate_->press(index); });
   connect(&widget_, &OutlineTree::editorPressed, this,
           [this](const QModelIndex& index, const QPoint& point) { edit(index, point); });
   connect(&widget_, &OutlineTree::rowActivated, this, &OutlineViewBinder::activateRow);
   connect(&widget_, &OutlineTree::editorTabbed, this, &OutlineViewBinder::editBeyond);
-  connect(&widget_, &OutlineTree::busyChanged, this, &OutlineViewBinder::holdReloadsWhileBusy);
+  connect(&widget_, &OutlineTree::busyChanged, this, &OutlineViewBinder::holdRowsWhileBusy);
+  outline_.onWillReload = [this] { willReload(); };
   outline_.onReload = [this] { reload(); };
   outline_.onReloadItem = [this](const OutlineItem& item) { model_->refreshRow(model_->indexOf(item)); };
   outline_.onExpansionChange = [this](const OutlineItem& item) { showExpansionOf(item); };
   outline_.onSelectionChange = [this] { showSelection(); };
-  reload();
+  showExpansionBelow({});
   refresh();
 }
 
 OutlineViewBinder::~OutlineViewBinder() {
+  outline_.onWillReload = nullptr;
   outline_.onReload = nullptr;
   outline_.onReloadItem = nullptr;
   outline_.onExpansionChange = nullptr;
@@ -93,41 +95,72 @@ void OutlineViewBinder::show() {
   showSelection();
 }
 
-// Where the rows are other ones than before, the rows of the top level stand in for them: the place in the
-// list and the current row stay as far as they can.
-void OutlineViewBinder::reload() {
-  const int scrolled = widget_.verticalScrollBar()->value();
-  const OutlineItem current = model_->itemAt(widget_.currentIndex());
-  QModelIndex top = widget_.currentIndex();
-  while (top.parent().isValid()) top = top.parent();
-  const int currentTop = top.row();
-  {
-    const QScopedValueRollback<bool> guard(showing_, true);
-    model_->synchronise();
-    showExpansion({});
-  }
-  showSelection();
-  if (current && !model_->indexOf(current).isValid()) {
-    widget_.setCurrentCell(model_->index(qMin(currentTop, model_->rowCount() - 1), 0));
-  }
-  widget_.verticalScrollBar()->setValue(scrolled);
+OutlineViewBinder::Whereabouts OutlineViewBinder::whereabouts() const {
+  const QModelIndex current = widget_.currentIndex();
+  const QModelIndex top = widget_.indexAt(QPoint(0, 0));
+  return {OutlinePlace(outline_, model_->itemAt(current)), qMax(0, current.column()),
+          OutlinePlace(outline_, model_->itemAt(top)), -widget_.visualRect(top).top(),
+          widget_.verticalScrollBar()->value() > 0};
 }
 
-void OutlineViewBinder::showExpansion(const QModelIndex& parent) {
+void OutlineViewBinder::willReload() {
+  delegate_->leaveEditor();  // what is being typed would go with its row
+  before_ = whereabouts();
+  model_->beginReload();
+}
+
+void OutlineViewBinder::reload() {
+  {
+    const QScopedValueRollback<bool> guard(showing_, true);
+    model_->endReload();
+    showExpansionBelow({});
+  }
+  openAgain();
+  showSelection();
+  if (before_) returnTo(*std::exchange(before_, std::nullopt));
+}
+
+void OutlineViewBinder::openAgain() {
+  for (const OutlineItem& row : outline_.childrenOfItem({})) {
+    if (openRows_.count(outline_.persistentNameOfItem(row)) > 0) outline_.expandItem(row);
+  }
+}
+
+void OutlineViewBinder::returnTo(const Whereabouts& before) {
+  const QModelIndex current = model_->indexOf(before.current.visibleRow(outline_), before.column);
+  if (current.isValid()) widget_.setCurrentCell(current);
+  QScrollBar* bar = widget_.verticalScrollBar();
+  const QModelIndex top = model_->indexOf(before.top.visibleRow(outline_));
+  if (!before.isScrolled) {
+    bar->setValue(0);  // who sees the first row sees as well what comes in before it
+  } else if (top.isValid()) {
+    bar->setValue(bar->value() + widget_.visualRect(top).top() + before.aboveTop);
+  }
+}
+
+void OutlineViewBinder::showExpansionBelow(const QModelIndex& parent) {
   for (int row = 0; row < model_->rowCount(parent); ++row) {
     const QModelIndex index = model_->index(row, 0, parent);
-    widget_.setExpanded(index, outline_.isItemExpanded(model_->itemAt(index)));
-    showExpansion(index);
+    const bool isOpen = outline_.isItemExpanded(model_->itemAt(index));
+    widget_.setExpanded(index, isOpen);
+    if (isOpen) showExpansionBelow(index);
   }
 }
 
 void OutlineViewBinder::showExpansionOf(const OutlineItem& item) {
+  const bool isOpen = outline_.isItemExpanded(item);
+  if (outline_.levelForItem(item) == 0) {
+    const std::string name = outline_.persistentNameOfItem(item);
+    if (!isOpen) {
+      openRows_.erase(name);
+    } else if (!name.empty()) {
+      openRows_.insert(name);
+    }
+  }
   const QModelIndex index = model_->indexOf(item);
-  if (!index.isValid()) return;  // below a collapsed row; shown when that one is expanded
   const QScopedValueRollback<bool> guard(showing_, true);
-  model_->synchronise(index);
-  widget_.setExpanded(index, outline_.isItemExpanded(item));
-  showExpansion(index);
+  widget_.setExpanded(index, isOpen);
+  if (isOpen) showExpansionBelow(index);
 }
 
 void OutlineViewBinder::showSelection() {
@@ -144,7 +177,7 @@ void OutlineViewBinder::showSelection() {
 void OutlineViewBinder::userSelected() {
   if (showing_) return;
   const QModelIndexList rows = widget_.selectionModel()->selectedRows();
-  if (!rows.isEmpty()) outline_.selectRow(model_->rowInOutline(rows.first()));
+  if (!rows.isEmpty()) outline_.selectRow(outline_.rowForItem(model_->itemAt(rows.first())));
   showSelection();  // what the control has made of it
 }
 
@@ -156,8 +189,8 @@ bool OutlineViewBinder::edit(const QModelIndex& index, std::optional<QPoint> pre
   QWidget* widget = delegate_->openEditor();
   auto* editor = dynamic_cast<CellEditor*>(widget);
   if (editor == nullptr) return false;
-  connect(widget, &QObject::destroyed, this, &OutlineViewBinder::holdReloadsWhileBusy, Qt::QueuedConnection);
-  holdReloadsWhileBusy();
+  connect(widget, &QObject::destroyed, this, &OutlineViewBinder::holdRowsWhileBusy, Qt::QueuedConnection);
+  holdRowsWhileBusy();
   editor->begin(press ? std::optional(widget->mapFrom(widget_.viewport(), *press)) : std::nullopt);
   return true;
 }
@@ -166,7 +199,7 @@ void OutlineViewBinder::activateRow(const QModelIndex& index) {
   const QPersistentModelIndex row = index.siblingAtColumn(0);
   for (int column = 0; row.isValid() && column < model_->columnCount(); ++column) {
     const QModelIndex cell = row.sibling(row.row(), column);
-    if (press(cell) || edit(cell)) return;
+    if (delegate_->press(cell) || edit(cell)) return;
   }
 }
 
@@ -183,34 +216,18 @@ void OutlineViewBinder::editBeyond(const QModelIndex& index, bool forward) {
   widget_.leave(forward);
 }
 
-void OutlineViewBinder::keepRowsBehind(const SheetHost& sheets) {
-  sheets_ = &sheets;
-  connect(sheets_, &SheetHost::currentChanged, this, &OutlineViewBinder::holdReloadsWhileBusy);
-}
-
-bool OutlineViewBinder::press(const QModelIndex& index) {
-  bool isButton = false;
-  {
-    const QScopedValueRollback<bool> guard(isPressing_, true);
-    holdReloadsWhileBusy();
-    isButton = delegate_->press(index);
-  }
-  holdReloadsWhileBusy();
-  return isButton;
-}
-
-bool OutlineViewBinder::isBusy() const {
-  return isPressing_ || widget_.isBusy() || (sheets_ != nullptr && sheets_->current() != nullptr);
-}
-
-void OutlineViewBinder::holdReloadsWhileBusy() {
-  if (isBusy()) {
-    outline_.setHoldsReloads(true);
+void OutlineViewBinder::holdRowsWhileBusy() {
+  if (widget_.isBusy()) {
+    if (rowsHeld_ == nullptr) rowsHeld_ = outline_.holdRows();
     return;
   }
   // Later: the press that has closed an editor is still to be delivered to the row that it was meant for.
   QMetaObject::invokeMethod(
-      this, [this] { outline_.setHoldsReloads(isBusy()); }, Qt::QueuedConnection);
+      this,
+      [this] {
+        if (!widget_.isBusy()) rowsHeld_.reset();
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace corvane::qt

@@ -1,10 +1,17 @@
 // Outlines: a model over the core's rows, expansion and selection as the core says, cells drawn by one
 // delegate.
+//
+// A reload can close all rows, and one follows a second after each edit. The binder acts for its user then:
+// it opens the rows of the top level again that were open, keeps the row that the keyboard is on and the
+// place in the list.
 #pragma once
 
 #include <optional>
+#include <set>
+#include <string>
 
 #include "binders/Binder.h"
+#include "binders/OutlinePlace.h"
 #include "controls/OutlineView.h"
 #include "widgets/OutlineTree.h"
 
@@ -12,7 +19,6 @@ namespace corvane::qt {
 
 class CellDelegate;
 class OutlineModel;
-class SheetHost;
 
 class OutlineViewBinder final : public Binder {
   Q_OBJECT
@@ -22,16 +28,26 @@ class OutlineViewBinder final : public Binder {
   OutlineViewBinder(OutlineView& outline, OutlineTree& widget);
   ~OutlineViewBinder() override;
 
-  /// Rows stay as they are while a sheet stands before them: what it asks may be about one of them.
-  void keepRowsBehind(const SheetHost& sheets);
-
  private:
   void show() override;
   /// Rows of a disabled outline are still opened and closed; the core ignores the rest.
   [[nodiscard]] bool takesActs() const override { return true; }
   void prepareWidget();
+  /// Where the user is, to be found again after a reload.
+  struct Whereabouts {
+    OutlinePlace current;
+    int column = 0;  // of the current cell
+    OutlinePlace top;
+    int aboveTop = 0;  // how much of the top row is scrolled out of sight, in points
+    bool isScrolled = false;
+  };
+  [[nodiscard]] Whereabouts whereabouts() const;
+  void willReload();
   void reload();
-  void showExpansion(const QModelIndex& parent);
+  void returnTo(const Whereabouts& before);
+  void openAgain();
+  /// Opens the rows below the index that the core says are open.
+  void showExpansionBelow(const QModelIndex& parent);
   void showExpansionOf(const OutlineItem& item);
   void showSelection();
   void userSelected();
@@ -41,18 +57,16 @@ class OutlineViewBinder final : public Binder {
   /// Uses the control of the row, in whatever column it stands.
   void activateRow(const QModelIndex& index);
   void editBeyond(const QModelIndex& index, bool forward);
-  /// Presses the button of the cell; false when it has none.
-  bool press(const QModelIndex& index);
-  [[nodiscard]] bool isBusy() const;
-  void holdReloadsWhileBusy();
+  void holdRowsWhileBusy();
 
   OutlineView& outline_;
   OutlineTree& widget_;
   OutlineModel* model_;
   CellDelegate* delegate_;
-  const SheetHost* sheets_ = nullptr;
-  bool isPressing_ = false;  // a button acts, perhaps behind a panel of its own
-  bool showing_ = false;     // the selection is being set by us
+  OutlineView::Hold rowsHeld_;         // while the user types or holds the mouse button
+  std::set<std::string> openRows_;     // of the top level, by name
+  std::optional<Whereabouts> before_;  // during a reload
+  bool showing_ = false;               // the selection is being set by us
 };
 
 }  // namespace corvane::qt

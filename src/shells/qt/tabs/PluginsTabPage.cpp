@@ -6,11 +6,11 @@
 
 namespace corvane::qt {
 
-PluginsTabPage::PluginsTabPage(PluginsTabView& view, const SheetHost& sheets, QWidget* parent)
+PluginsTabPage::PluginsTabPage(PluginsTabView& view, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PluginsTabPage>()) {
   ui_->setupUi(this);
   new LabelBinder(view.pluginsLabel, *ui_->pluginsLabel);
-  (new OutlineViewBinder(view.pluginsTable, *ui_->pluginsTable))->keepRowsBehind(sheets);
+  new OutlineViewBinder(view.pluginsTable, *ui_->pluginsTable);
 }
 
 PluginsTabPage::~PluginsTabPage() = default;

@@ -12,14 +12,12 @@ class PluginsTabPage;
 
 namespace corvane::qt {
 
-class SheetHost;
-
 class PluginsTabPage final : public QWidget {
   Q_OBJECT
 
  public:
   /// The controls must live longer than the page.
-  PluginsTabPage(PluginsTabView& view, const SheetHost& sheets, QWidget* parent = nullptr);
+  explicit PluginsTabPage(PluginsTabView& view, QWidget* parent = nullptr);
   ~PluginsTabPage() override;
 
  private:

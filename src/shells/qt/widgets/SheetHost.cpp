@@ -57,7 +57,6 @@ void SheetHost::showNext() {
     next->setFocus(Qt::OtherFocusReason);
     focusBefore_ = nullptr;
     focusInSheet_ = nullptr;
-    emit currentChanged();
     return;
   }
   if (isHidden()) focusBefore_ = window()->focusWidget();
@@ -72,7 +71,6 @@ void SheetHost::showNext() {
   slide_->setEndValue(QPoint(panel_->x(), 0));
   slide_->start();
   panel_->takeFocus();
-  emit currentChanged();
 }
 
 void SheetHost::place() {

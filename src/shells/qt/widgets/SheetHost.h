@@ -31,10 +31,6 @@ class SheetHost final : public QWidget {
   /// Whether it is still on its way down.
   [[nodiscard]] bool isSliding() const;
 
- signals:
-  /// Another sheet is open than before, or none.
-  void currentChanged();
-
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
