@@ -175,7 +175,7 @@ void OutlineView::editCell(const OutlineItem& item, const Column& column, const 
 
 std::optional<PropertyList> OutlineView::valueForEdit(const Column& column, const OutlineItem& item,
                                                       const PropertyList& value) {
-  const CellReference cell = preparedCell(column, item).cell;
+  const CellReference cell = bareCell(column, item);  // what is stored already does not matter
   if (const auto* popUp = std::get_if<PopUpButtonCell>(cell.get())) {
     const std::optional<std::int64_t> index = value.asInteger();
     return index && isItemIndex(*popUp, *index) ? std::optional<PropertyList>(value) : std::nullopt;

@@ -30,6 +30,7 @@ class OneCell final : public OutlineViewDataSource, public OutlineViewDelegate {
                                                          const TableColumn& /*column*/,
                                                          const OutlineItem& item) override {
     if (isOption(item)) return AttributedText("Queue\nThe name of the queue");
+    ++reads;
     return stored;
   }
   void outlineViewSetObjectValueForTableColumnByItem(OutlineView& outline, const PropertyList& newValue,
@@ -69,6 +70,7 @@ class OneCell final : public OutlineViewDataSource, public OutlineViewDelegate {
   bool editable = true;
   std::vector<PropertyList> edits;
   std::function<void()> onEdit;
+  int reads = 0;  // of the stored value
 };
 
 class CellEditor : public ::testing::Test {
@@ -286,6 +288,29 @@ TEST_F(CellEditor, ACellThatMayNotBeEditedStaysClosed) {
   outline.setEnabled(false);
   clickCell();
   EXPECT_EQ(editor<QLineEdit>(), nullptr);
+}
+
+// Each can mean a copy by root.
+TEST_F(CellEditor, TheStoredValueIsReadOnceToBeEditedAndOnceToBeShown) {
+  for (const Cell& cell : {Cell(textField()), Cell(SecureTextFieldCell())}) {
+    show(cell, PropertyList::string("old"));
+    QApplication::processEvents();
+    rows.reads = 0;
+    clickCell();
+    ASSERT_NE(editor<QLineEdit>(), nullptr);
+    EXPECT_EQ(rows.reads, 1);
+    type(*editor<QLineEdit>(), "new");
+    QApplication::processEvents();
+    EXPECT_EQ(rows.reads, 1);
+    press(window, Qt::Key_Return);
+    EXPECT_TRUE(eventually([this] { return editor<QLineEdit>() == nullptr && !outline.holdsRows(); }));
+    tree->viewport()->update();
+    QApplication::processEvents();
+    EXPECT_EQ(rows.reads, 2);
+    delete tree;
+    tree = new qt::OutlineTree(&window);
+    tree->show();
+  }
 }
 
 TEST_F(CellEditor, TheRowsAreHeldFromTheFirstLetterUntilTheTextIsStored) {

@@ -223,6 +223,14 @@ TEST_F(OutlineViewBinder, MovingTheMouseReadsNoValues) {
   EXPECT_EQ(groups.valueReads, 0);
 }
 
+TEST_F(OutlineViewBinder, DrawingReadsEachValueOnce) {
+  outline.expandItem(outline.itemAtRow(0));
+  QApplication::processEvents();
+  groups.valueReads = 0;
+  tree->viewport()->repaint();
+  EXPECT_EQ(groups.valueReads, 2 * 2 * outline.numberOfRows()) << "two columns, each read and dressed";
+}
+
 TEST_F(OutlineViewBinder, MovingTheMouseOverTheButtonThatItHoldsReadsNoValues) {
   outline.expandItem(outline.itemAtRow(0));
   const QRect cell = cellRect(2, 1);

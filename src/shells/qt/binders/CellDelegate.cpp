@@ -54,6 +54,10 @@ PreparedCell CellDelegate::prepared(const QModelIndex& index) const {
   return outline_.preparedCell(model_.columnAt(index), model_.itemAt(index));
 }
 
+CellReference CellDelegate::bare(const QModelIndex& index) const {
+  return outline_.bareCell(model_.columnAt(index), model_.itemAt(index));
+}
+
 QRect CellDelegate::controlRect(const Cell& cell, const QRect& row) const {
   QRect rect = row.adjusted(4, 0, -4, 0);
   const QFontMetrics metrics(QApplication::font());
@@ -75,8 +79,10 @@ QRect CellDelegate::hitRect(const Cell& cell, const QRect& row) const {
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-  const PreparedCell cell = prepared(index);
   const auto* tree = qobject_cast<const OutlineTree*>(option.widget);
+  if (tree != nullptr && openEditor_ && tree->indexWidget(index) == openEditor_)
+    return;  // it covers the cell
+  const PreparedCell cell = prepared(index);
   const bool isPressed = tree != nullptr && tree->isPressed(index);
   painter->save();
   const CellPainter draw(*painter, option, controlRect(*cell.cell, option.rect),
@@ -95,40 +101,41 @@ QSize CellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 
 CellTarget CellDelegate::targetAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
   if (!outline_.enabled()) return {};
-  const PreparedCell cell = prepared(index);
-  const QRect place = hitRect(*cell.cell, row);
+  CellReference cell = bare(index);
+  const bool isButton = std::holds_alternative<ButtonCell>(*cell);
+  if (isButton) cell = prepared(index).cell;  // as wide as its words
+  const QRect place = hitRect(*cell, row);
   if (!place.contains(point)) return {};
-  if (std::holds_alternative<ButtonCell>(*cell.cell)) return {CellAct::Press, place};
+  if (isButton) return {CellAct::Press, place};
   return mayEdit(index) ? CellTarget{CellAct::Edit, place} : CellTarget{};
 }
 
 Qt::CursorShape CellDelegate::shapeAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
   if (!outline_.enabled()) return Qt::ArrowCursor;
-  const CellReference bare = outline_.bareCell(model_.columnAt(index), model_.itemAt(index));
-  const auto* button = std::get_if<ButtonCell>(bare.get());
+  const CellReference cell = bare(index);
+  const auto* button = std::get_if<ButtonCell>(cell.get());
   if (button != nullptr && button->kind == ButtonCell::Kind::MomentaryPushIn && !button->bordered) {
     // A link is as wide as its words, which come with its value: that is its row's own.
     return hitRect(*prepared(index).cell, row).contains(point) ? Qt::PointingHandCursor : Qt::ArrowCursor;
   }
-  if (!isTypedIn(*bare)) return Qt::ArrowCursor;
-  QRect field = controlRect(*bare, row);
-  if (!isField(*bare)) field.setWidth(field.width() - kArrowWidth);
+  if (!isTypedIn(*cell)) return Qt::ArrowCursor;
+  QRect field = controlRect(*cell, row);
+  if (!isField(*cell)) field.setWidth(field.width() - kArrowWidth);
   return field.contains(point) ? Qt::IBeamCursor : Qt::ArrowCursor;
 }
 
 bool CellDelegate::press(const QModelIndex& index) {
-  if (!std::holds_alternative<ButtonCell>(*prepared(index).cell)) return false;
+  if (!std::holds_alternative<ButtonCell>(*bare(index))) return false;
   outline_.clickCell(model_.itemAt(index), model_.columnAt(index));
   return true;
 }
 
 bool CellDelegate::mayEdit(const QModelIndex& index) const {
-  return isEditedInPlace(*prepared(index).cell) &&
-         outline_.shouldEdit(model_.columnAt(index), model_.itemAt(index));
+  return isEditedInPlace(*bare(index)) && outline_.shouldEdit(model_.columnAt(index), model_.itemAt(index));
 }
 
 bool CellDelegate::mayType(const QModelIndex& index) const {
-  return mayEdit(index) && isTypedIn(*prepared(index).cell);
+  return mayEdit(index) && isTypedIn(*bare(index));
 }
 
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -174,10 +181,10 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
 
 void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const {
-  const PreparedCell cell = prepared(index);
-  const QRect control = controlRect(*cell.cell, option.rect);
+  const CellReference cell = bare(index);
+  const QRect control = controlRect(*cell, option.rect);
   // A field has room for its focus ring above and below its frame; the frame stays where it was drawn.
-  editor->setGeometry(isField(*cell.cell) ? control.adjusted(0, -1, 0, 1) : control);
+  editor->setGeometry(isField(*cell) ? control.adjusted(0, -1, 0, 1) : control);
 }
 
 bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {

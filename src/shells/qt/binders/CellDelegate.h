@@ -55,6 +55,9 @@ class CellDelegate final : public QStyledItemDelegate {
 
  private:
   [[nodiscard]] PreparedCell prepared(const QModelIndex& index) const;
+  /// The cell without its value, for all that only asks what kind of cell it is: to read a value can mean to
+  /// ask root.
+  [[nodiscard]] CellReference bare(const QModelIndex& index) const;
   /// The part of the control that takes clicks.
   [[nodiscard]] QRect hitRect(const Cell& cell, const QRect& row) const;
 
