@@ -1,13 +1,13 @@
 #include "formatters/CustomTextFieldCellFormatter.h"
 
+#include "values/Conversions.h"
 #include "values/Text.h"
 
 namespace corvane {
 
 std::optional<std::string> CustomTextFieldCellFormatter::stringForObjectValue(
     const PropertyList& value) const {
-  const std::string* text = value.asString();
-  return text != nullptr ? std::optional<std::string>(*text) : std::nullopt;
+  return value ? std::optional<std::string>(description(value)) : std::nullopt;
 }
 
 PropertyList CustomTextFieldCellFormatter::objectValueForString(const std::string& text) const {

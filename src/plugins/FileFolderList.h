@@ -17,7 +17,8 @@ inline constexpr std::string_view kEntryTitleFormat = " %@";
 [[nodiscard]] bool isAddEntry(std::string_view element);
 
 /// Puts the list of texts into the order in which it is stored after an addition: a new `kAddEntry` in front
-/// (in place of the first one in the list), the rest sorted regardless of case.
+/// (in place of the first one in the list), the rest sorted regardless of case. Elements that are no texts
+/// are not for the pane to understand; they come right behind it, in their order.
 void sortArrays(Array& list, TextComparison& texts);
 
 }  // namespace corvane

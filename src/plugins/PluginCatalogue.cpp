@@ -74,11 +74,9 @@ void PluginCatalogue::loadBlacklistPlugins(const std::vector<FoundPlugin>& found
 void PluginCatalogue::attachStoredLists(const Array& options) const {
   for (const PropertyList& element : options.elements()) {
     PluginOption option(element.asDictionary());
-    if (option.isFileOrFolderList()) {
-      option.setFileFolderArray(storedFileFolderArray(option));
-    } else if (option.isOfType(setting_type::kCheckboxes)) {
-      option.setCheckboxes(storedCheckboxes(option));
-    }
+    const SettingType::Rows rows = option.settingType().rows;
+    if (rows == SettingType::Rows::Entries) option.setFileFolderArray(storedFileFolderArray(option));
+    if (rows == SettingType::Rows::Names) option.setCheckboxes(storedCheckboxes(option));
   }
 }
 
@@ -87,7 +85,7 @@ Dictionary PluginCatalogue::storedCheckboxes(const PluginOption& option) const {
 }
 
 Array PluginCatalogue::storedFileFolderArray(const PluginOption& option) const {
-  return textList(storage_.read(option).value(option.storageKey()));
+  return storage_.read(option).array(option.storageKey());
 }
 
 Dictionary PluginCatalogue::checkboxesForEdit(const PluginOption& option) const {

@@ -17,6 +17,8 @@
 namespace corvane {
 namespace {
 
+using Position = ButtonCell::ImagePosition;
+
 const FileTypeIcon kFolderIcon{"fldr"};
 const FileTypeIcon kDocumentIcon{"docu"};
 const FileTypeIcon kTrashIcon{"trsh"};
@@ -29,8 +31,7 @@ const std::string& textOf(const OutlineItem& item) {
   return text != nullptr ? *text : none;
 }
 
-ButtonCell iconButton(ButtonCell::ImagePosition position, const FileTypeIcon& image,
-                      const PluginCellActions::Action& action) {
+ButtonCell iconButton(Position position, const FileTypeIcon& image, const PluginCellActions::Action& action) {
   ButtonCell cell;
   cell.kind = ButtonCell::Kind::Switch;
   cell.imageScalesProportionallyDown = true;
@@ -113,34 +114,41 @@ CellReference PluginCells::dataCell(const TableColumn* column, const OutlineItem
 }
 
 CellReference PluginCells::valueCell(const PluginOption& option, const OutlineItem& item) const {
-  using namespace setting_type;
-  const std::string& type = option.type();
-  if (type == kFolderPicker || type == kFilePicker) return pickerCell(option);
-  if (type == kCheckboxes) return checkBoxCell(textOf(item));
-  if (option.isFileOrFolderList()) return listEntryCell(option, textOf(item));
-  if (type == kPopUpMenu) return popUpCell(option);
-  if (type == kTextField) return textCell(option, "Click to enter text");
-  if (type == kUsernameField) return textCell(option, "Click to enter username");
-  if (type == kPasswordField) return passwordCell(option);
-  if (type == kPluginValidation) return validationCell(actions_.runPluginValidation);
-  if (type == kNumberPicker) return numberCell(option);
+  using Editor = SettingType::Editor;
+  switch (option.settingType().editor) {
+    case Editor::FolderPicker:
+      return cellOf(iconButton(Position::Left, kFolderIcon, actions_.getNewDirectory));
+    case Editor::FilePicker:
+      return cellOf(iconButton(Position::Left, kDocumentIcon, actions_.getNewFile));
+    case Editor::CheckBox:
+      return checkBoxCell(textOf(item));
+    case Editor::FolderEntry:
+      return entryCell(textOf(item), kFolderIcon, actions_.addToFolderArray);
+    case Editor::FileEntry:
+      return entryCell(textOf(item), kDocumentIcon, actions_.addToFileArray);
+    case Editor::Menu:
+      return popUpCell(option);
+    case Editor::Text:
+      return textCell(option, "Click to enter text");
+    case Editor::Username:
+      return textCell(option, "Click to enter username");
+    case Editor::Password:
+      return passwordCell(option);
+    case Editor::Button:
+      return validationCell(actions_.runPluginValidation);
+    case Editor::Number:
+      return numberCell(option);
+    case Editor::None:
+      break;
+  }
   return nullptr;
 }
 
-CellReference PluginCells::pickerCell(const PluginOption& option) const {
-  using Position = ButtonCell::ImagePosition;
-  return option.isOfType(setting_type::kFolderPicker)
-             ? cellOf(iconButton(Position::Left, kFolderIcon, actions_.getNewDirectory))
-             : cellOf(iconButton(Position::Left, kDocumentIcon, actions_.getNewFile));
-}
-
-CellReference PluginCells::listEntryCell(const PluginOption& option, const std::string& entry) const {
-  using Position = ButtonCell::ImagePosition;
-  const bool isFiles = option.isOfType(setting_type::kFileArray);
-  ButtonCell cell = !isAddEntry(entry)
-                        ? iconButton(Position::Right, kTrashIcon, actions_.removeFromFileFolderArray)
-                    : isFiles ? iconButton(Position::Left, kDocumentIcon, actions_.addToFileArray)
-                              : iconButton(Position::Left, kFolderIcon, actions_.addToFolderArray);
+CellReference PluginCells::entryCell(const std::string& entry, const FileTypeIcon& addIcon,
+                                     const PluginCellActions::Action& add) const {
+  ButtonCell cell = isAddEntry(entry)
+                        ? iconButton(Position::Left, addIcon, add)
+                        : iconButton(Position::Right, kTrashIcon, actions_.removeFromFileFolderArray);
   cell.title = AttributedText(formatText(kEntryTitleFormat, {entry}));
   return cellOf(std::move(cell));
 }
@@ -176,17 +184,17 @@ void PluginCells::willDisplayCell(Cell& cell, const TableColumn& column, const O
 }
 
 void PluginCells::dressValueCell(Cell& cell, const PluginOption& option, const OutlineItem& item) const {
-  using namespace setting_type;
-  auto* picker = std::get_if<ButtonCell>(&cell);
+  auto* button = std::get_if<ButtonCell>(&cell);
   auto* menu = std::get_if<PopUpButtonCell>(&cell);
-  const bool isPicker = picker != nullptr && (option.isOfType(kFolderPicker) || option.isOfType(kFilePicker));
-  const bool isMenu = menu != nullptr && option.isOfType(kPopUpMenu);
-  if (!isPicker && !isMenu) return;
+  const SettingType::Editor editor = option.settingType().editor;
+  const bool isPicker =
+      editor == SettingType::Editor::FolderPicker || editor == SettingType::Editor::FilePicker;
+  if (!(isPicker && button != nullptr) && menu == nullptr) return;
   const Dictionary contents = storage_.read(option);
   if (!contents) return;
-  if (isPicker) {
+  if (menu == nullptr) {
     const std::string* path = contents.string(textOf(item));
-    picker->title = AttributedText(path != nullptr ? *path : std::string());
+    button->title = AttributedText(path != nullptr ? *path : std::string());
   } else {
     const std::int32_t index = intValue(contents.value(textOf(item)));
     const bool isItem = index >= 0 && static_cast<std::size_t>(index) < menu->items.size();

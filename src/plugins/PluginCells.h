@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "controls/OutlineView.h"
 #include "platform/SystemLog.h"
@@ -36,8 +37,9 @@ class PluginCells {
 
  private:
   [[nodiscard]] CellReference valueCell(const PluginOption& option, const OutlineItem& item) const;
-  [[nodiscard]] CellReference pickerCell(const PluginOption& option) const;
-  [[nodiscard]] CellReference listEntryCell(const PluginOption& option, const std::string& entry) const;
+  /// An entry of a list, or the row with which one is added.
+  [[nodiscard]] CellReference entryCell(const std::string& entry, const FileTypeIcon& addIcon,
+                                        const PluginCellActions::Action& add) const;
   [[nodiscard]] CellReference numberCell(const PluginOption& option) const;
   void dressValueCell(Cell& cell, const PluginOption& option, const OutlineItem& item) const;
 

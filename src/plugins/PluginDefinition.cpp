@@ -7,14 +7,12 @@
 namespace corvane {
 
 bool pluginHasRequiredKeys(const Dictionary& option) {
-  return option.string(plugin_key::kStorageKey) != nullptr &&
-         option.string(plugin_key::kStoragePath) != nullptr && option.string(plugin_key::kTitle) != nullptr &&
-         option.dictionary(plugin_key::kSettingType).string(plugin_key::kType) != nullptr;
+  return option.contains(plugin_key::kStorageKey) && option.contains(plugin_key::kStoragePath) &&
+         option.contains(plugin_key::kTitle) &&
+         option.dictionary(plugin_key::kSettingType).contains(plugin_key::kType);
 }
 
-bool pluginIsValidType(std::string_view type) {
-  return std::ranges::find(setting_type::kAll, type) != setting_type::kAll.end();
-}
+bool pluginIsValidType(std::string_view type) { return &setting_type::named(type) != &setting_type::kNone; }
 
 Array acceptedOptions(const Dictionary& definition) {
   Array accepted = Array::make();
@@ -23,14 +21,16 @@ Array acceptedOptions(const Dictionary& definition) {
     if (!pluginHasRequiredKeys(option) || !pluginIsValidType(PluginOption(option).type())) continue;
     option.remove(plugin_key::kCheckboxes);
     option.remove(plugin_key::kFileFolderArray);
+    option.remove(plugin_key::kFileFolderRows);
     accepted.append(option);
   }
   return accepted;
 }
 
 Array programArguments(const Dictionary& definition) {
-  const Array arguments = textList(definition.value(plugin_key::kProgramArguments));
-  return arguments ? arguments : Array::make();
+  const Array arguments = definition.array(plugin_key::kProgramArguments);
+  const auto isText = [](const PropertyList& argument) { return argument.asString() != nullptr; };
+  return arguments && std::ranges::all_of(arguments.elements(), isText) ? arguments : Array::make();
 }
 
 }  // namespace corvane

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// Whether the option has its storage key, storage path, title and setting type, and that a type, each as a
-/// text (the setting type as a dictionary). The storage is also required of types that never use it.
+/// Whether the option has its storage key, storage path, title and setting type, and that a type; whatever
+/// they are. The storage is also required of types that never use it.
 [[nodiscard]] bool pluginHasRequiredKeys(const Dictionary& option);
 /// Whether the type is one of the thirteen, exactly.
 [[nodiscard]] bool pluginIsValidType(std::string_view type);

@@ -2,7 +2,6 @@
 // settings files, the setting types, and the values that mean something.
 #pragma once
 
-#include <array>
 #include <string_view>
 
 namespace corvane {
@@ -23,7 +22,9 @@ inline constexpr std::string_view kStorageKey = "SettingStorageKey";    // strin
 inline constexpr std::string_view kDetailsUrl = "SettingDetailsURL";    // string
 // What the catalogue adds to an option from its storage file; never taken from a definition.
 inline constexpr std::string_view kCheckboxes = "CheckboxesDictionary";  // dictionary of booleans
-inline constexpr std::string_view kFileFolderArray = "FileFolderArray";  // array of strings
+inline constexpr std::string_view kFileFolderArray = "FileFolderArray";  // array, as it is stored
+// The texts of that array, where it holds anything else as well.
+inline constexpr std::string_view kFileFolderRows = "FileFolderRows";
 
 // The dictionary of the setting type.
 inline constexpr std::string_view kType = "Type";    // string
@@ -47,10 +48,6 @@ inline constexpr std::string_view kDisplayOnly = "DisplayOnly";
 inline constexpr std::string_view kPluginValidation = "PluginValidation";
 inline constexpr std::string_view kFileArray = "FileArray";
 inline constexpr std::string_view kFolderArray = "FolderArray";
-
-inline constexpr std::array kAll = {
-    kCheckbox,      kFolderPicker,  kFilePicker,  kPopUpMenu,        kCheckboxes, kNumberPicker, kTextField,
-    kUsernameField, kPasswordField, kDisplayOnly, kPluginValidation, kFileArray,  kFolderArray};
 }  // namespace setting_type
 
 /// The "Value" of a check box: whether the stored boolean is its state or the inverse.

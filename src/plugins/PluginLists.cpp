@@ -25,7 +25,7 @@ void PluginLists::add(ChosenKind kind, OutlineView& sender) {
   if (!contents) return;
   // Files are added to the list that was loaded, folders to the list as it is stored now; this is intended.
   Array list = kind == ChosenKind::File ? with_.catalogue.fileFolderArrayForEdit(option)
-                                        : textList(contents.value(option.storageKey()));
+                                        : contents.array(option.storageKey());
   if (!list) return;
   const PropertyList entry = PropertyList::string(*path);
   if (list.contains(entry)) {
@@ -86,7 +86,7 @@ std::optional<std::string> PluginLists::removeEntry(const std::string& title) {
   if (option.storagePath().empty()) return "Cannot initialize destination";
   Dictionary contents = with_.storage.read(option);
   if (!contents) return "Cannot initialize dict";
-  Array list = textList(contents.value(option.storageKey()));
+  Array list = contents.array(option.storageKey());
   if (!list) return "Cannot initialize list";
   list.removeAllEqualTo(PropertyList::string(entry));
   store(list, option, contents);

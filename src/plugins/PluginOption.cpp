@@ -1,9 +1,9 @@
 #include "plugins/PluginOption.h"
 
-#include <algorithm>
+#include <vector>
 
 #include "plugins/PluginKeys.h"
-#include "values/Text.h"
+#include "values/Conversions.h"
 
 namespace corvane {
 namespace {
@@ -21,7 +21,10 @@ PropertyList textObjectIn(const Dictionary& dictionary, std::string_view key) {
 
 }  // namespace
 
-const std::string& PluginOption::title() const { return textIn(dictionary_, plugin_key::kTitle); }
+std::string PluginOption::title() const {
+  const PropertyList title = dictionary_.value(plugin_key::kTitle);
+  return title ? description(title) : std::string();
+}
 
 const std::string& PluginOption::hint() const { return textIn(dictionary_, plugin_key::kTitleHint); }
 
@@ -29,15 +32,9 @@ const std::string& PluginOption::type() const {
   return textIn(dictionary_.dictionary(plugin_key::kSettingType), plugin_key::kType);
 }
 
-bool PluginOption::isFileOrFolderList() const {
-  return isOfType(setting_type::kFileArray) || isOfType(setting_type::kFolderArray);
-}
-
 const std::string& PluginOption::storageKey() const { return textIn(dictionary_, plugin_key::kStorageKey); }
 
-std::string PluginOption::storagePath() const {
-  return standardizingPath(textIn(dictionary_, plugin_key::kStoragePath));
-}
+const std::string& PluginOption::storagePath() const { return textIn(dictionary_, plugin_key::kStoragePath); }
 
 PropertyList PluginOption::value() const {
   return dictionary_.dictionary(plugin_key::kSettingType).value(plugin_key::kValue);
@@ -59,13 +56,16 @@ Array PluginOption::fileFolderArray() const { return dictionary_.array(plugin_ke
 
 void PluginOption::setFileFolderArray(const Array& list) {
   dictionary_.set(plugin_key::kFileFolderArray, list);
+  std::vector<PropertyList> texts = list.elements();
+  std::erase_if(texts, [](const PropertyList& element) { return element.asString() == nullptr; });
+  const bool areAll = texts.size() == list.size();
+  dictionary_.set(plugin_key::kFileFolderRows,
+                  areAll ? PropertyList() : Array::fromElements(std::move(texts)));
 }
 
-Array textList(const PropertyList& value) {
-  const Array list = value.asArray();
-  const bool holdsOnlyTexts =
-      std::ranges::all_of(list.elements(), [](const auto& element) { return element.asString() != nullptr; });
-  return holdsOnlyTexts ? list : Array();
+Array PluginOption::fileFolderRows() const {
+  const Array rows = dictionary_.array(plugin_key::kFileFolderRows);
+  return rows ? rows : fileFolderArray();
 }
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "plugins/PluginRowHeights.h"
 
 #include <cmath>
+#include <string>
 
 #include "plugins/PluginKeys.h"
 #include "plugins/PluginTitles.h"
@@ -9,7 +10,8 @@ namespace corvane {
 namespace {
 
 double optionRowHeight(const PluginOption& option, Workspace& workspace, double standardRowHeight) {
-  const double width = option.hint().empty() ? 0 : std::trunc(workspace.textWidth(option.hint(), kHintFont));
+  const std::string& hint = option.hint();
+  const double width = hint.empty() ? 0 : std::trunc(workspace.textWidth(hint, kHintFont));
   const int wrapWidth = option.isOfType(setting_type::kCheckbox) ? kHintWrapWidthOfCheckbox : kHintWrapWidth;
   if (width >= wrapWidth) return 3 * standardRowHeight;
   return width > 0 ? 2 * standardRowHeight : standardRowHeight;
@@ -19,13 +21,10 @@ double optionRowHeight(const PluginOption& option, Workspace& workspace, double 
 
 double pluginRowHeight(const PluginTree& tree, Workspace& workspace, double standardRowHeight,
                        const OutlineItem& item) {
-  using namespace setting_type;
   if (const PluginOption option = PluginTree::optionOfOptionRow(item)) {
     return optionRowHeight(option, workspace, standardRowHeight);
   }
-  const PluginOption option = tree.optionOfValueRow(item);
-  const bool isBordered =
-      option.isOfType(kPopUpMenu) || option.isOfType(kPluginValidation) || option.isOfType(kNumberPicker);
+  const bool isBordered = tree.optionOfValueRow(item).settingType().isBordered;
   return isBordered ? 1.5 * standardRowHeight : standardRowHeight;
 }
 

@@ -8,6 +8,10 @@ namespace {
 constexpr std::string_view kUnreadable =
     "The settings in %@ are not a readable dictionary and count as empty";
 
+bool isBelow(const std::string& path, std::string_view folder) {
+  return hasPrefixIgnoringCase(path, folder) && hasPrefixIgnoringCase(standardizingPath(path), folder);
+}
+
 }  // namespace
 
 Dictionary PluginStorage::readFile(const std::string& diskPath) const {
@@ -18,34 +22,35 @@ void PluginStorage::writeFile(const std::string& diskPath, const Dictionary& con
   if (quorlenPrefPane_ != nullptr) quorlenPrefPane_->setPlistFileValues(diskPath, contents);
 }
 
+std::string PluginStorage::fileOf(const PluginOption& option) const {
+  return paths_.onDisk(standardizingPath(option.storagePath()));
+}
+
 Dictionary PluginStorage::read(const PluginOption& option) const {
-  return readFile(paths_.onDisk(option.storagePath()));
+  return option.storageKeyObject() ? readFile(fileOf(option)) : Dictionary();
 }
 
 Dictionary PluginStorage::readForDisplay(const PluginOption& option) const {
-  const std::string path = option.storagePath();
-  if (!hasPrefixIgnoringCase(path, kRootHomePrefix)) return readFile(paths_.onDisk(path));
-  return mayEdit() ? quorlenPrefPane_->readRootFile(paths_.onDisk(path)) : Dictionary();
+  const bool isRoots = option.storageKeyObject() && isBelow(option.storagePath(), kRootHomePrefix);
+  if (!isRoots) return read(option);
+  return mayEdit() ? quorlenPrefPane_->readRootFile(fileOf(option)) : Dictionary();
 }
 
 Dictionary PluginStorage::readForEdit(const PluginOption& option) const {
   Dictionary contents = read(option);
-  if (contents) return contents;
-  const std::string path = option.storagePath();
-  if (!canICreateDestinationPlist(path)) return {};
-  const std::string file = paths_.onDisk(path);
+  if (contents || !option.storageKeyObject()) return contents;
+  if (!canICreateDestinationPlist(option.storagePath())) return {};
+  const std::string file = fileOf(option);
   if (platform_.files.exists(file)) platform_.log.write(formatText(kUnreadable, {file}));
   return Dictionary::make();
 }
 
 void PluginStorage::write(const PluginOption& option, const Dictionary& contents) const {
-  writeFile(paths_.onDisk(option.storagePath()), contents);
+  writeFile(fileOf(option), contents);
 }
 
 bool PluginStorage::canICreateDestinationPlist(const std::string& path) const {
-  const std::string destination = standardizingPath(path);
-  if (hasPrefixIgnoringCase(destination, kInstallFolderPrefix)) return true;
-  if (hasPrefixIgnoringCase(destination, kRootHomePrefix)) return true;
+  if (isBelow(path, kInstallFolderPrefix) || isBelow(path, kRootHomePrefix)) return true;
   platform_.log.write("Cannot create file, not in the Corvane Directory.");
   return false;
 }

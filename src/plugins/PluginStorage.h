@@ -1,7 +1,9 @@
 // The storage files of options: where a value is read from and how an edit gets back there. Files are always
 // read afresh and replaced whole, so that the keys that the pane does not know survive.
 //
-// Paths here are paths on the client; they are mapped below the root prefix when a file is touched.
+// Paths here are paths on the client; they are mapped below the root prefix when a file is touched. A rule
+// about how a path begins holds where the path begins so as it stands and its ".." parts do not lead
+// elsewhere.
 #pragma once
 
 #include <string>
@@ -38,8 +40,8 @@ class PluginStorage {
   void write(const PluginOption& option, const Dictionary& contents) const;
 
   /// Whether a missing storage file may be created: its path begins, in any letter case, with the install
-  /// folder or root's home. Logs a refusal. The path is judged without its ".." parts, which the copy as root
-  /// would follow to anywhere.
+  /// folder or root's home. Logs a refusal. What leads out of there by ".." parts is refused as well: the
+  /// copy as root would follow them to anywhere.
   [[nodiscard]] bool canICreateDestinationPlist(const std::string& path) const;
 
   /// A dictionary file anywhere on this disk.
@@ -47,6 +49,9 @@ class PluginStorage {
   void writeFile(const std::string& diskPath, const Dictionary& contents) const;
 
  private:
+  /// Where the option's storage file is on this disk.
+  [[nodiscard]] std::string fileOf(const PluginOption& option) const;
+
   Platform& platform_;
   const PathTable& paths_;
   PaneServices* quorlenPrefPane_ = nullptr;

@@ -17,33 +17,39 @@ bool isAddress(const PropertyList& object) {
 
 int count(std::size_t size) { return static_cast<int>(size); }
 
-bool isDisplayOnlyOrCheckbox(const PluginOption& option) {
-  return option.isOfType(setting_type::kDisplayOnly) || option.isOfType(setting_type::kCheckbox);
-}
-
 /// How many rows of its value an option has.
 std::size_t numberOfValueRows(const PluginOption& option) {
-  if (option.isOfType(setting_type::kCheckboxes)) return option.checkboxes().size();
-  if (option.isFileOrFolderList()) return option.fileFolderArray().size();
-  return isDisplayOnlyOrCheckbox(option) ? 0 : 1;
+  switch (option.settingType().rows) {
+    case SettingType::Rows::None:
+      return 0;
+    case SettingType::Rows::One:
+      return 1;
+    case SettingType::Rows::Names:
+      return option.checkboxes().size();
+    case SettingType::Rows::Entries:
+      return option.fileFolderRows().size();
+  }
+  return 0;
 }
 
-/// The row of the value at the index; nothing past the end.
+/// The row of the value at the index; nothing past the end of a set or list.
 PropertyList valueRow(const PluginOption& option, std::size_t index) {
-  if (option.isFileOrFolderList()) return option.fileFolderArray().at(index);
+  const SettingType::Rows rows = option.settingType().rows;
+  if (rows == SettingType::Rows::One) return option.storageKeyObject();
+  if (rows == SettingType::Rows::Entries) return option.fileFolderRows().at(index);
   const Dictionary checkboxes = option.checkboxes();  // its keys come in a fixed order
   return index < checkboxes.size() ? PropertyList::string(checkboxes.entries()[index].first) : PropertyList();
 }
 
 PropertyList childOfOption(const PluginOption& option, std::size_t index) {
-  if (isDisplayOnlyOrCheckbox(option)) return option.detailsUrl();
-  const bool isList = option.isFileOrFolderList() || option.isOfType(setting_type::kCheckboxes);
+  PropertyList link = option.detailsUrl();
+  const SettingType::Rows rows = option.settingType().rows;
+  if (rows == SettingType::Rows::None) return link;
   // A single value's link is looked for behind as many rows as the option's dictionary has keys, which is
   // never reached: the row of the link repeats the value. This is intended.
-  const std::size_t placeOfLink = isList ? numberOfValueRows(option) : option.dictionary().size();
-  PropertyList link = option.detailsUrl();
-  if (link && index == placeOfLink) return link;
-  return isList ? valueRow(option, index) : option.storageKeyObject();
+  const std::size_t placeOfLink =
+      rows == SettingType::Rows::One ? option.dictionary().size() : numberOfValueRows(option);
+  return link && index == placeOfLink ? link : valueRow(option, index);
 }
 
 }  // namespace
@@ -74,7 +80,7 @@ bool PluginTree::isItemExpandable(const OutlineItem& item) const {
   if (dictionary.array(plugin_key::kOptions)) return true;
   const PluginOption option = optionOfOptionRow(item);
   if (!option) return false;
-  return !isDisplayOnlyOrCheckbox(option) || option.detailsUrl();
+  return option.settingType().rows != SettingType::Rows::None || option.detailsUrl();
 }
 
 PropertyList PluginTree::childOfItem(int index, const OutlineItem& item) const {

@@ -1,27 +1,11 @@
 #include "plugins/PluginValues.h"
 
-#include <algorithm>
-#include <array>
-
 #include "plugins/PluginKeys.h"
 #include "plugins/PluginTitles.h"
 #include "plugins/PluginsTabView.h"
 #include "values/Conversions.h"
 
 namespace corvane {
-namespace {
-
-bool isOneOf(const PluginOption& option, std::initializer_list<std::string_view> types) {
-  return std::ranges::any_of(types, [&](std::string_view type) { return option.isOfType(type); });
-}
-
-/// Types whose values change through their buttons only.
-bool changesThroughButtons(const PluginOption& option) {
-  using namespace setting_type;
-  return isOneOf(option, {kFileArray, kFolderArray, kFilePicker, kFolderPicker, kPluginValidation});
-}
-
-}  // namespace
 
 ObjectValue PluginValues::objectValue(const TableColumn& column, const OutlineItem& item) const {
   if (column.title == kEnabledColumn) return enabledState(item);
@@ -42,12 +26,12 @@ ObjectValue PluginValues::enabledState(const OutlineItem& item) const {
 }
 
 ObjectValue PluginValues::storedValue(const PluginOption& option, const OutlineItem& item) const {
-  using namespace setting_type;
-  if (isOneOf(option, {kDisplayOnly, kCheckbox, kPluginValidation})) return {};
+  if (!option.settingType().showsValue) return {};
   const Dictionary contents = storage_.readForDisplay(option);
   const std::string* key = item.object().asString();
   if (!contents || key == nullptr) return {};
-  if (option.isOfType(kCheckboxes)) return PropertyList::boolean(boolValue(option.checkboxes().value(*key)));
+  if (option.isOfType(setting_type::kCheckboxes))
+    return PropertyList::boolean(boolValue(option.checkboxes().value(*key)));
   const PropertyList stored = contents.value(*key);
   return stored ? ObjectValue(stored) : ObjectValue();
 }
@@ -87,18 +71,14 @@ PluginValues::AfterEdit PluginValues::setEnabled(const PropertyList& value, cons
 
 PluginValues::AfterEdit PluginValues::setValue(const PluginOption& option, const PropertyList& value,
                                                const OutlineItem& item) const {
-  using namespace setting_type;
   const std::string* key = item.object().asString();
-  if (key == nullptr || changesThroughButtons(option)) return AfterEdit::Nothing;
-  if (option.isOfType(kCheckboxes)) return setCheckboxOfSet(option, *key, boolValue(value));
+  const SettingType::Edit edit = option.settingType().edit;
+  if (key == nullptr || edit == SettingType::Edit::ByButton) return AfterEdit::Nothing;
+  if (edit == SettingType::Edit::InSet) return setCheckboxOfSet(option, *key, boolValue(value));
   Dictionary contents = storage_.readForEdit(option);
   if (!contents) return AfterEdit::Nothing;
-  if (option.isOfType(kNumberPicker)) {
-    contents.set(*key, PropertyList::integer(intValue(value)));
-  } else if (isOneOf(option, {kPopUpMenu, kTextField, kUsernameField, kPasswordField})) {
-    contents.set(*key, value);
-  }
-  // A type without a rule of its own has its file rewritten as it is.
+  if (edit == SettingType::Edit::Integer) contents.set(*key, PropertyList::integer(intValue(value)));
+  if (edit == SettingType::Edit::AsItIs) contents.set(*key, value);
   storage_.write(option, contents);
   return AfterEdit::Reload;
 }

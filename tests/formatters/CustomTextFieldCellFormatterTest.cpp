@@ -56,10 +56,11 @@ TEST(CustomTextFieldCellFormatter, LeavesTheStyleOfATextToItsCell) {
       PropertyList::string("text"), {Font{}, TextColor::Red, TextAlignment::Center, true}));
 }
 
-TEST(CustomTextFieldCellFormatter, ShowsNothingForWhatIsNoString) {
+TEST(CustomTextFieldCellFormatter, ShowsAnyValueAsItIsAndNothingForNothing) {
   const CustomTextFieldCellFormatter formatter;
   EXPECT_EQ(formatter.stringForObjectValue(PropertyList()), std::nullopt);
-  EXPECT_EQ(formatter.stringForObjectValue(PropertyList::integer(7)), std::nullopt);
+  EXPECT_EQ(formatter.stringForObjectValue(PropertyList::integer(7)), "7");
+  EXPECT_EQ(formatter.stringForObjectValue(PropertyList::boolean(true)), "1");
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 #include "InterfaceFile.h"
 #include "StoryFixture.h"
-#include "plugins/PluginKeys.h"
+#include "plugins/SettingTypes.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 #include "widgets/TabPane.h"

@@ -135,8 +135,8 @@ TEST_P(MalformedDefinitionsTest, AnyValueUnderAnyKeyOfTheOptionIsSurvived) {
     for (const PropertyList& value : everyValue()) {
       const Dictionary one = with(complete(), key, value);
       const PropertyList type = one.dictionary("SettingType").value("Type");
-      const bool isComplete = one.string("SettingTitle") && one.string("SettingStoragePath") &&
-                              one.string("SettingStorageKey") && type.asString();
+      const bool isComplete = one.contains("SettingTitle") && one.contains("SettingStoragePath") &&
+                              one.contains("SettingStorageKey") && type.asString();
       EXPECT_EQ(survives(definitionOf(one)), isComplete) << key << " " << description(value);
     }
   }

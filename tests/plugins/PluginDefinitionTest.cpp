@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "plugins/PluginDefinition.h"
-#include "plugins/PluginKeys.h"
 #include "plugins/PluginsTabFixture.h"
+#include "plugins/SettingTypes.h"
 
 namespace corvane {
 namespace {
@@ -22,14 +22,21 @@ TEST(PluginDefinition, AnOptionWithoutAnyOneOfItsRequiredKeysIsDropped) {
   EXPECT_FALSE(pluginHasRequiredKeys(with(option("TextField"), "SettingType", Dictionary::make())));
 }
 
-TEST(PluginDefinition, ARequiredKeyOfAnotherTypeCountsAsAbsent) {
-  for (const char* key : {"SettingStorageKey", "SettingStoragePath", "SettingTitle", "SettingType"}) {
-    for (const PropertyList& wrong : {number(1), flag(true), PropertyList(texts({"a"}))}) {
-      EXPECT_FALSE(pluginHasRequiredKeys(with(option("TextField"), key, wrong))) << key;
+TEST(PluginDefinition, ARequiredKeyMayHoldAnything) {
+  for (const char* key : {"SettingStorageKey", "SettingStoragePath", "SettingTitle"}) {
+    for (const PropertyList& any : {number(1), flag(true), PropertyList(texts({"a"}))}) {
+      EXPECT_TRUE(pluginHasRequiredKeys(with(option("TextField"), key, any))) << key;
     }
   }
-  const Dictionary type = Dictionary::make({{"Type", number(1)}});
-  EXPECT_FALSE(pluginHasRequiredKeys(with(option("TextField"), "SettingType", type)));
+}
+
+TEST(PluginDefinition, ASettingTypeHasATypeOrItIsNone) {
+  for (const PropertyList& none : {number(1), text("TextField"), PropertyList(texts({"Type"}))}) {
+    EXPECT_FALSE(pluginHasRequiredKeys(with(option("TextField"), "SettingType", none)));
+  }
+  const Dictionary ofNumber =
+      with(option("TextField"), "SettingType", Dictionary::make({{"Type", number(1)}}));
+  EXPECT_TRUE(acceptedOptions(Dictionary::make({{"PluginOptions", options({ofNumber})}})).empty());
 }
 
 TEST(PluginDefinition, EveryTypeNeedsItsStorageEvenWhereItIsNeverUsed) {
@@ -75,10 +82,12 @@ TEST(PluginDefinition, ADefinitionWithoutAUsableListOfOptionsHasNone) {
 
 TEST(PluginDefinition, WhatTheCatalogueAddsIsNeverTakenFromTheDefinition) {
   Dictionary smuggled = with(option("FileArray"), "FileFolderArray", texts({"/etc"}));
+  smuggled.set("FileFolderRows", texts({"/etc"}));
   smuggled.set("CheckboxesDictionary", Dictionary::make({{"a", flag(true)}}));
   const Array accepted = acceptedOptions(Dictionary::make({{"PluginOptions", options({smuggled})}}));
   ASSERT_EQ(accepted.size(), 1U);
   EXPECT_FALSE(accepted.at(0).asDictionary().contains("FileFolderArray"));
+  EXPECT_FALSE(accepted.at(0).asDictionary().contains("FileFolderRows"));
   EXPECT_FALSE(accepted.at(0).asDictionary().contains("CheckboxesDictionary"));
 }
 

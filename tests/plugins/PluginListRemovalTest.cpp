@@ -107,6 +107,15 @@ TEST_F(PluginListRemovalTest, AnEntryThatOccursTwiceIsRemovedTwice) {
   EXPECT_EQ(stored(), contentsWith({"/b"}));
 }
 
+TEST_F(PluginListRemovalTest, WhatIsNoTextStaysInTheList) {
+  store(Dictionary::make({{kKey, Array::make({number(1), text("/a"), text("/b")})}}));
+  awakeWith(option("FileArray"));
+  click(valueRow(0));
+  platform.dialogs.endSheet(kRemove);
+  EXPECT_EQ(stored().value(kKey), Array::make({number(1), text("/b")}));
+  EXPECT_EQ(textsBelow(optionRow()), Texts{"/b"});
+}
+
 TEST_F(PluginListRemovalTest, OnlyTheOneBlankOfTheTitleIsTakenAway) {
   storeList({" /a", "/a"});
   awakeWith(option("FileArray"));

@@ -144,15 +144,20 @@ TEST_F(PluginListsTest, AMissingFileElsewhereDropsTheAddition) {
   EXPECT_TRUE(platform.dialogs.sheets.empty());
 }
 
-TEST_F(PluginListsTest, AStoredListThatHoldsMoreThanTextsIsLeftAlone) {
-  Array mixed = texts({"Add a new entry"});
-  storeList({"Add a new entry"});
-  awakeWith(option("FolderArray"));
-  mixed.append(number(1));
-  store(Dictionary::make({{kKey, mixed}}));
-  choose("/new");
-  click(valueRow(0));
-  EXPECT_TRUE(pane.writes.empty());
+TEST_F(PluginListsTest, WhatIsNoTextInAListIsNotShownAndStaysInTheFile) {
+  for (const char* type : {"FileArray", "FolderArray"}) {
+    const Array mixed = Array::make({text("/b"), number(1), text("Add a new entry"), flag(true), text("/a")});
+    store(Dictionary::make({{kKey, mixed}}));
+    addPlugin("check_x", options({option(type)}));
+    awake();
+    EXPECT_EQ(textsBelow(optionRow()), (Texts{"/b", "Add a new entry", "/a"})) << type;
+    choose("/c");
+    click(valueRow(1));
+    EXPECT_EQ(stored().value(kKey), Array::make({text("Add a new entry"), number(1), flag(true), text("/a"),
+                                                 text("/b"), text("/c")}))
+        << type;
+    EXPECT_EQ(textsBelow(optionRow()), (Texts{"Add a new entry", "/a", "/b", "/c"})) << type;
+  }
 }
 
 }  // namespace
