@@ -2,12 +2,14 @@
 
 #include <utility>
 
+#include "values/Text.h"
+
 namespace corvane {
 namespace {
 
 constexpr const char* kClosedLabel = "Click the lock to make changes.";
-constexpr const char* kRefusedLabel =
-    "The lock could not be opened; the system log says why. Click it to try again.";
+constexpr const char* kRefusedLabel = "The lock could not be opened: %@. Click it to try again.";
+constexpr const char* kUnknownReason = "the system log says why";
 constexpr const char* kAskingLabel = "Waiting for permission…";
 constexpr const char* kOpenLabel = "Click the lock to prevent further changes.";
 constexpr const char* kOpenDirectLabel =
@@ -15,13 +17,6 @@ constexpr const char* kOpenDirectLabel =
     "prevent further changes.";
 
 }  // namespace
-
-AuthorizationView::AuthorizationView(AuthorizationServices& services)
-    : services_(services), session_(std::make_shared<bool>(true)) {}
-
-AuthorizationView::~AuthorizationView() = default;
-
-void AuthorizationView::updateStatus() { didChange(); }
 
 std::string AuthorizationView::accessibleName() const {
   switch (state_) {
@@ -44,7 +39,7 @@ std::string AuthorizationView::label() const {
     case State::Closed:
       break;
   }
-  return wasRefused_ ? kRefusedLabel : kClosedLabel;
+  return refusal_.empty() ? kClosedLabel : formatText(kRefusedLabel, {refusal_});
 }
 
 void AuthorizationView::click() {
@@ -53,44 +48,40 @@ void AuthorizationView::click() {
     deauthorize();
     return;
   }
-  lost_.reset();
-  wasRefused_ = false;
+  refusal_.clear();
   state_ = State::Asking;
   didChange();
-  services_.requestRights(right_, [this, session = std::weak_ptr<bool>(session_)](
-                                      AuthorizationOutcome outcome, std::unique_ptr<Authorization> given) {
-    if (!session.expired()) answer(outcome, std::move(given));
-  });
+  services_.requestRights(right_,
+                          calls_.wrap([this](AuthorizationAnswer given) { answer(std::move(given)); }));
 }
 
 void AuthorizationView::close() {
-  session_ = std::make_shared<bool>(true);
+  if (state_ == State::Open) showClosed();
+}
+
+void AuthorizationView::showClosed() {
   authorization_.reset();
-  if (state_ == State::Closed) return;
   state_ = State::Closed;
   didChange();
 }
 
-void AuthorizationView::answer(AuthorizationOutcome outcome, std::unique_ptr<Authorization> authorization) {
-  if (outcome != AuthorizationOutcome::Granted || !authorization) {
-    wasRefused_ = outcome != AuthorizationOutcome::Cancelled;
-    close();
+void AuthorizationView::answer(AuthorizationAnswer answer) {
+  if (answer.outcome != AuthorizationOutcome::Granted || !answer.rights) {
+    if (answer.outcome != AuthorizationOutcome::Cancelled) {
+      refusal_ = answer.reason.empty() ? kUnknownReason : std::move(answer.reason);
+    }
+    showClosed();
     return;
   }
-  authorization_ = std::move(authorization);
-  authorization_->lost = [this, session = std::weak_ptr<bool>(session_)] {
-    if (session.expired()) return;
-    // The rights are calling: they must outlive this call, and are kept until the lock is used again.
-    lost_ = std::move(authorization_);
-    deauthorize();
-  };
+  authorization_ = std::move(answer.rights);
+  authorization_->lost = calls_.wrap([this] { deauthorize(); });
   state_ = State::Open;
   didChange();
   if (delegate_ != nullptr) delegate_->authorizationViewDidAuthorize(*this);
 }
 
 void AuthorizationView::deauthorize() {
-  close();
+  showClosed();
   if (delegate_ != nullptr) delegate_->authorizationViewDidDeauthorize(*this);
 }
 

@@ -7,6 +7,7 @@
 
 #include "controls/Control.h"
 #include "platform/Authorization.h"
+#include "platform/CallGuard.h"
 
 namespace corvane {
 
@@ -23,13 +24,13 @@ class AuthorizationView final : public Control {
  public:
   enum class State { Closed, Asking, Open };
 
-  explicit AuthorizationView(AuthorizationServices& services);
-  ~AuthorizationView() override;
+  explicit AuthorizationView(AuthorizationServices& services) : services_(services) {}
+  ~AuthorizationView() override = default;
 
   void setAuthorizationRights(std::string right) { right_ = std::move(right); }
   void setDelegate(AuthorizationViewDelegate* delegate) { delegate_ = delegate; }
   /// Shows the present state.
-  void updateStatus();
+  void updateStatus() { didChange(); }
   [[nodiscard]] State state() const { return state_; }
   /// The rights while the lock is open, else null.
   [[nodiscard]] Authorization* authorization() const { return authorization_.get(); }
@@ -40,26 +41,25 @@ class AuthorizationView final : public Control {
 
   /// The user's click: a closed lock asks for the rights, an open one closes; while the question is open
   /// nothing happens. A question that is cancelled, denied or can't be asked leaves the lock closed, and the
-  /// delegate does not hear of it; where it was not the user who cancelled, the label says so. Rights that
+  /// delegate does not hear of it; where it was not the user who cancelled, the label says why. Rights that
   /// end by themselves close an open lock as a click does.
   void click();
-  /// Gives the rights back without telling the delegate: for a pane that has locked itself.
+  /// Closes an open lock without telling the delegate, for a pane that has locked itself. A question that is
+  /// still open stays open: the user's answer to it counts.
   void close();
 
  private:
-  void answer(AuthorizationOutcome outcome, std::unique_ptr<Authorization> authorization);
+  void answer(AuthorizationAnswer answer);
+  void showClosed();
   void deauthorize();
 
   AuthorizationServices& services_;
   AuthorizationViewDelegate* delegate_ = nullptr;
   std::string right_;
   State state_ = State::Closed;
-  bool wasRefused_ = false;  // the last time it was asked
+  std::string refusal_;  // why the lock did not open the last time it was asked; empty when it did
   std::unique_ptr<Authorization> authorization_;
-  std::unique_ptr<Authorization> lost_;  // ended by themselves
-  /// Replaced whenever the lock closes: an answer that comes after that, or after this view has gone, is to a
-  /// question of the past and is ignored (its rights are given back).
-  std::shared_ptr<bool> session_;
+  CallGuard calls_;  // an answer may come after this view has gone
 };
 
 }  // namespace corvane

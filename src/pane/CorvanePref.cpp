@@ -20,6 +20,7 @@ CorvanePref::CorvanePref(Platform& platform, const PathTable& paths, Outlets out
       outlets_(outlets),
       execution_(platform, outlets.view.authView),
       rootFiles_(platform, paths, execution_),
+      status_(paths, outlets.view.statusField),
       header_(platform, paths, outlets.view),
       quorlen_(paths.clientSettings, platform.files, platform.propertyLists),
       quorlenBackup_(paths.clientSettingsBackup, platform.files, platform.propertyLists),
@@ -143,14 +144,15 @@ void CorvanePref::addUnlockedObserver(UnlockedObserver& observer) {
 }
 
 void CorvanePref::setPlistFileValues(const std::string& path, const PropertyList& values) {
-  rootFiles_.setPlistFileValues(path, values);
+  status_.fileWasWritten(path, rootFiles_.setPlistFileValues(path, values));
 }
 
 Dictionary CorvanePref::readRootFile(const std::string& path) { return rootFiles_.readRootFile(path); }
 
 void CorvanePref::executeQLHelperArguments(const std::string& program,
                                            const std::vector<std::string>& arguments) {
-  execution_.executeQLHelperArguments(program, arguments);
+  const Result started = execution_.executeQLHelperArguments(program, arguments);
+  if (!arguments.empty()) status_.scriptWasStarted(arguments.front(), started);
 }
 
 std::optional<std::string> CorvanePref::validatePluginWithArguments(

@@ -13,6 +13,7 @@
 #include "pane/DirectoryMonitor.h"
 #include "pane/MyTabViewController.h"
 #include "pane/PaneServices.h"
+#include "pane/PaneStatus.h"
 #include "pane/PaneView.h"
 #include "pane/PathTable.h"
 #include "pane/QLCFileWatcher.h"
@@ -91,6 +92,7 @@ class CorvanePref final : public PaneServices,
   PrivilegedExecution execution_;
   RootFileOperations rootFiles_;
   Files::Held claim_;  // of the tree, while this pane is open on it
+  PaneStatus status_;
   ClientHeader header_;
   QLDefaultsController quorlen_;
   QLDefaultsController quorlenBackup_;  // without a delegate: never written

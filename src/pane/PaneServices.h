@@ -15,7 +15,7 @@ class PlistWriter {
  public:
   virtual ~PlistWriter() = default;
   /// Replaces the contents of the property-list file by the value (a dictionary or an array), as root.
-  /// Failures are logged, nothing is raised. `path` is absolute and below the root prefix.
+  /// Failures are logged and shown, nothing is raised. `path` is absolute and below the root prefix.
   virtual void setPlistFileValues(const std::string& path, const PropertyList& values) = 0;
 };
 
@@ -36,7 +36,8 @@ class PaneServices : public PlistWriter {
 
   /// The dictionary in a file that only root can read; nothing when it can't be read.
   [[nodiscard]] virtual Dictionary readRootFile(const std::string& path) = 0;
-  /// Starts the program as root through the helper tool. Failures are logged.
+  /// Starts the program, which is told a script by its first argument, as root through the helper tool.
+  /// Failures are logged and shown.
   virtual void executeQLHelperArguments(const std::string& program,
                                         const std::vector<std::string>& arguments) = 0;
   /// Runs a plug-in in its test mode; the reply is a code, a comma and a message, or nothing when it is not

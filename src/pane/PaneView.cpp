@@ -7,6 +7,7 @@ PaneView::PaneView(AuthorizationServices& authorization) : authView(authorizatio
   tabView.setFrame({17, 45, kPaneWidth - 2 * 17, 420});
   greetingButton.setFrame({0, 480, kPaneWidth, 20});  // until the client's settings are read
   urlButton.setFrame({0, 480, 200, 20});
+  statusField.setHidden(true);
 
   mainWindow.setAccessibleName(mainWindow.title());
   authView.setAccessibleName("Lock");

@@ -5,6 +5,7 @@
 #include "controls/AuthorizationView.h"
 #include "controls/Button.h"
 #include "controls/TabView.h"
+#include "controls/TextField.h"
 #include "controls/Window.h"
 
 namespace corvane {
@@ -17,6 +18,8 @@ struct PaneView {
 
   Window mainWindow{"Monitoring Client"};
   AuthorizationView authView;
+  /// What could not be saved or started; hidden while all is well.
+  TextField statusField{TextField::Role::Label};
   TabView tabView{{"Configuration", "Options", "Plugins"}};
   Button quorlenIconButton{ButtonKind::Label};
   Button greetingButton{ButtonKind::Label, "This computer is looked after by your support team."};

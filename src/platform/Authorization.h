@@ -7,7 +7,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "values/Result.h"
 
 namespace corvane {
 
@@ -21,6 +24,18 @@ inline constexpr LaunchStatus kInvalidAuthorization = -60002;  // the lock is cl
 inline constexpr LaunchStatus kDenied = -60005;                // the helper refuses this command
 inline constexpr LaunchStatus kToolExecuteFailure = -60031;    // the program could not be started
 }  // namespace launch_status
+
+/// What became of a program that was started as root.
+struct [[nodiscard]] LaunchOutcome {
+  LaunchStatus status = launch_status::kStarted;
+  /// Why it was not started or, of a tool that has ended, why it failed, where the platform knows.
+  std::string reason;
+  /// Done, or why not in words.
+  Result result() const {
+    return {status == launch_status::kStarted || !reason.empty() ? reason
+                                                                 : "status " + std::to_string(status)};
+  }
+};
 
 /// The standard output of a program that runs as root.
 class OutputPipe {
@@ -41,6 +56,11 @@ class Authorization {
   virtual ~Authorization() = default;
   /// Called at most once, from the run loop, when the rights ended by themselves (the root helper has died).
   std::function<void()> lost;
+  /// Calls it, for the rights themselves: whoever is told may destroy them in this call.
+  void tellLost() {
+    const auto tell = std::exchange(lost, nullptr);
+    if (tell) tell();
+  }
 };
 
 enum class AuthorizationOutcome {
@@ -50,9 +70,15 @@ enum class AuthorizationOutcome {
   Unavailable,  // this machine can't ask, or the helper is missing
 };
 
+struct AuthorizationAnswer {
+  AuthorizationOutcome outcome = AuthorizationOutcome::Unavailable;
+  std::unique_ptr<Authorization> rights;  // when granted
+  std::string reason;                     // when denied or unavailable, in words for a person
+};
+
 class AuthorizationServices {
  public:
-  using Done = std::function<void(AuthorizationOutcome, std::unique_ptr<Authorization>)>;
+  using Done = std::function<void(AuthorizationAnswer)>;
 
   virtual ~AuthorizationServices() = default;
   /// True when the files belong to the user and commands are carried out without asking for rights.
@@ -62,14 +88,12 @@ class AuthorizationServices {
   virtual void requestRights(std::string_view right, Done done) = 0;
   /// Starts the tool as root with these rights (none: the lock is closed). A system tool has ended when this
   /// returns.
-  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization,
-                                                           const std::string& tool,
-                                                           const std::vector<std::string>& arguments) = 0;
+  virtual LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                              const std::vector<std::string>& arguments) = 0;
   /// The same with a pipe from the tool's standard output; `output` is set when the status is 0.
-  [[nodiscard]] virtual LaunchStatus executeWithPrivileges(Authorization* authorization,
-                                                           const std::string& tool,
-                                                           const std::vector<std::string>& arguments,
-                                                           std::unique_ptr<OutputPipe>& output) = 0;
+  virtual LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                              const std::vector<std::string>& arguments,
+                                              std::unique_ptr<OutputPipe>& output) = 0;
 };
 
 }  // namespace corvane

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "values/PropertyList.h"
+#include "values/Result.h"
 
 namespace corvane {
 
@@ -14,8 +15,8 @@ class PropertyListFiles {
   /// unreadable or not a property list.
   [[nodiscard]] virtual PropertyList read(const std::string& path) = 0;
   /// Writes the value atomically: a new file in the same folder, flushed, put in the place of the old one. A
-  /// link at the path is replaced, never followed. False when nothing was written.
-  [[nodiscard]] virtual bool write(const std::string& path, const PropertyList& value) = 0;
+  /// link at the path is replaced, never followed. With a reason nothing was written.
+  virtual Result write(const std::string& path, const PropertyList& value) = 0;
 };
 
 }  // namespace corvane

@@ -15,9 +15,9 @@ PropertyList PosixPropertyListFiles::read(const std::string& path) {
   return bytes ? readPropertyList(*bytes) : PropertyList();
 }
 
-bool PosixPropertyListFiles::write(const std::string& path, const PropertyList& value) {
+Result PosixPropertyListFiles::write(const std::string& path, const PropertyList& value) {
   const auto bytes = writeXmlPropertyList(value);
-  if (!bytes) return false;
+  if (!bytes) return {"the settings can't be put into a property list"};
   sweepOnce(deletingLastPathComponent(path));
   return replaceRegularFile(path, *bytes);
 }

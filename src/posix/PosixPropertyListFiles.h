@@ -12,7 +12,7 @@ class PosixPropertyListFiles : public PropertyListFiles {
   /// also settings that nobody but root can read, passwords among them. Its mode is not the target's: whoever
   /// copies it as root keeps that, and gives a new settings file the mode 0644.
   /// The first write into a folder also removes what killed processes of this user have left in it.
-  [[nodiscard]] bool write(const std::string& path, const PropertyList& value) override;
+  Result write(const std::string& path, const PropertyList& value) override;
 
  private:
   void sweepOnce(const std::string& folder);

@@ -10,6 +10,7 @@
 
 #include "posix/Differences.h"
 #include "posix/FreshFile.h"
+#include "posix/SystemError.h"
 
 namespace corvane {
 namespace {
@@ -35,10 +36,12 @@ std::optional<std::string> readToEnd(int descriptor, std::size_t expected, std::
   return bytes;
 }
 
+/// Whether all bytes were written; `errno` tells why not.
 bool writeAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
+    if (count == 0) errno = EIO;
     if (count <= 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
@@ -63,25 +66,27 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
   }
 }
 
-bool replaceRegularFile(const std::string& path, std::string_view bytes) {
-  if (!isUsable(path)) return false;
+Result replaceRegularFile(const std::string& path, std::string_view bytes) {
+  if (!isUsable(path)) return {systemErrorText(EINVAL)};
   const std::size_t slash = path.rfind('/');
   const std::string folderPath = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
   const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
-  if (name.empty() || name == "." || name == "..") return false;
+  if (name.empty() || name == "." || name == "..") return {systemErrorText(EISDIR)};
 
   const FileDescriptor folder(::open(folderPath.c_str(), kFolderToWorkBelow));
-  if (!folder) return false;
+  if (!folder) return {systemErrorText(errno)};
   FreshFile file = FreshFile::in(folder.get());
-  if (!file || !writeAll(file.descriptor(), bytes) || ::fsync(file.descriptor()) != 0 ||
-      file.nameInPlaceOf(name) != 0) {
-    return false;
+  if (!file || !writeAll(file.descriptor(), bytes) || ::fsync(file.descriptor()) != 0) {
+    return {systemErrorText(errno)};
+  }
+  if (const int error = file.nameInPlaceOf(name); error != 0) {
+    return {systemErrorText(error)};
   }
   // Makes the name itself last. A folder that can be written but not read can't be flushed; the file is in
   // place.
   const FileDescriptor readable(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (readable) static_cast<void>(::fsync(readable.get()));
-  return true;
+  return {};
 }
 
 }  // namespace corvane

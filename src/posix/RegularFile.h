@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "values/Result.h"
+
 namespace corvane {
 
 /// The contents of the regular file that the path leads to. Nothing when it is missing, unreadable, of
@@ -15,9 +17,9 @@ namespace corvane {
 
 /// Puts a file with these bytes, which only the user can read (whatever the umask), at the path: a new file,
 /// flushed, which only then is found under any name (see FreshFile). What stood at the path is replaced, a
-/// link is never followed. False when that is not possible (a folder stands there, the folder is missing or
-/// may not be written, the disk is full, the file of somebody else in a sticky folder); then the path is as
-/// it was and no temporary file stays.
-[[nodiscard]] bool replaceRegularFile(const std::string& path, std::string_view bytes);
+/// link is never followed. With a reason when that is not possible (a folder stands there, the folder is
+/// missing or may not be written, the disk is full, the file of somebody else in a sticky folder); then the
+/// path is as it was and no temporary file stays.
+Result replaceRegularFile(const std::string& path, std::string_view bytes);
 
 }  // namespace corvane

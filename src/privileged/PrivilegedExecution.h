@@ -3,7 +3,6 @@
 // reaches root.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,10 +20,11 @@ class PrivilegedExecution {
 
   /// Starts the system tool as root. The status is the launch status as a signed 16-bit number; 0 means
   /// started, and the tool has ended when this returns. The caller logs failures.
-  [[nodiscard]] std::int16_t executeWithPrivilegesArguments(const std::string& tool,
-                                                            const std::vector<std::string>& arguments);
-  /// Runs the program as root through the helper tool; does not wait for it. Failures are logged.
-  void executeQLHelperArguments(const std::string& program, const std::vector<std::string>& arguments);
+  LaunchOutcome executeWithPrivilegesArguments(const std::string& tool,
+                                               const std::vector<std::string>& arguments);
+  /// Runs the program as root through the helper tool; does not wait for it. Failures are logged, and
+  /// answered.
+  Result executeQLHelperArguments(const std::string& program, const std::vector<std::string>& arguments);
   /// Runs a plug-in, whose executable is the first argument, through the helper tool and answers with its
   /// reply: the first 1000 bytes of one read, less the last one. Codes "-1" and "-2" stand for failures;
   /// nothing is answered when the reply is not UTF-8. Blocks for that read. The separate path of the plug-in

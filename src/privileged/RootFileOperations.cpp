@@ -12,7 +12,7 @@ constexpr double kPatience = 2.0;
 
 }  // namespace
 
-void RootFileOperations::setPlistFileValues(const std::string& target, const PropertyList& values) {
+Result RootFileOperations::setPlistFileValues(const std::string& target, const PropertyList& values) {
   const std::string staging = paths_.writeStaging(target);
   const std::string folder = deletingLastPathComponent(staging);
   // Such a file would be removed as a staging file, before and after the write.
@@ -23,34 +23,32 @@ void RootFileOperations::setPlistFileValues(const std::string& target, const Pro
   const Files::Held held = platform_.files.holdFolder(folder, kPatience);
   if (held.isTaken) return refuse(target, "another pane is writing");
   deleteFile(staging);  // of an earlier write that did not end
-  if (!platform_.propertyLists.write(staging, values)) {
+  if (const Result staged = platform_.propertyLists.write(staging, values); !staged) {
     platform_.log.write(kNotStaged);
-    return;
+    return {formatText("%@ (%@)", {staged.reason, folder})};
   }
   if (hasPrefixIgnoringCase(paths_.onClient(target), kRootHomePrefix)) {
-    const std::int16_t status =
-        execution_.executeWithPrivilegesArguments(tool::kMkdir, {"-p", deletingLastPathComponent(target)});
-    if (status != 0) {
-      logStatus("Error writing plist file in root home: %d", status);
-      return;  // the staging file stays
-    }
+    const LaunchOutcome made = execute(tool::kMkdir, {"-p", deletingLastPathComponent(target)},
+                                       "Error writing plist file in root home: %d");
+    if (made.status != launch_status::kStarted) return made.result();  // the staging file stays
   }
-  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {staging, target});
-  if (status != 0) logStatus("Error writing plist file: %d", status);
+  const LaunchOutcome copied = execute(tool::kCp, {staging, target}, "Error writing plist file: %d");
   deleteFile(staging);
+  return copied.result();
 }
 
-void RootFileOperations::refuse(const std::string& target, const char* reason) {
+Result RootFileOperations::refuse(const std::string& target, const char* reason) {
   platform_.log.write(formatText("Not writing %@: %@", {target, reason}));
   platform_.log.write(kNotStaged);
+  return {reason};
 }
 
 Dictionary RootFileOperations::readRootFile(const std::string& source) {
   const std::string staging = paths_.readStaging(source);
-  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kCp, {source, staging});
-  if (status == launch_status::kNothingToRead) return {};  // what stands at the path is not of this read
-  if (status != 0) {
-    logStatus("Error copying plist file to /private/tmp: %d", status);
+  const LaunchOutcome copied = execution_.executeWithPrivilegesArguments(tool::kCp, {source, staging});
+  if (copied.status == launch_status::kNothingToRead) return {};  // what stands at the path is not of this read
+  if (copied.status != launch_status::kStarted) {
+    logStatus("Error copying plist file to /private/tmp: %d", copied);
     return {};
   }
   // The copy stays, by intention; the next read of this name overwrites it.
@@ -58,9 +56,7 @@ Dictionary RootFileOperations::readRootFile(const std::string& source) {
 }
 
 void RootFileOperations::deleteFile(const std::string& path) {
-  if (!platform_.files.exists(path)) return;
-  const std::int16_t status = execution_.executeWithPrivilegesArguments(tool::kRm, {path});
-  if (status != 0) logStatus("Error deleting file: %d", status);
+  if (platform_.files.exists(path)) (void)execute(tool::kRm, {path}, "Error deleting file: %d");
 }
 
 void RootFileOperations::checkPermissions() {
@@ -72,13 +68,18 @@ void RootFileOperations::convertBinaryFiles() {
 }
 
 void RootFileOperations::runShell(std::string_view command, std::string_view failureFormat) {
-  const std::int16_t status = execution_.executeWithPrivilegesArguments(
-      tool::kSh, {"-c", housekeeping::text(command, paths_.rootPrefix())});
-  if (status != 0) logStatus(failureFormat, status);
+  (void)execute(tool::kSh, {"-c", housekeeping::text(command, paths_.rootPrefix())}, failureFormat);
 }
 
-void RootFileOperations::logStatus(std::string_view format, std::int16_t status) {
-  platform_.log.write(formatText(format, {std::to_string(status)}));
+LaunchOutcome RootFileOperations::execute(const char* tool, const std::vector<std::string>& arguments,
+                                          std::string_view failureFormat) {
+  LaunchOutcome outcome = execution_.executeWithPrivilegesArguments(tool, arguments);
+  if (outcome.status != launch_status::kStarted) logStatus(failureFormat, outcome);
+  return outcome;
+}
+
+void RootFileOperations::logStatus(std::string_view format, const LaunchOutcome& outcome) {
+  platform_.log.write(formatText(format, {std::to_string(outcome.status)}));
 }
 
 }  // namespace corvane

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "pane/PathTable.h"
 #include "platform/Platform.h"
@@ -21,8 +23,8 @@ class RootFileOperations {
   /// user, then copied over the target as root. An existing target keeps its owner and mode. `target` is
   /// absolute, below the root prefix. When the staging file can't be written the target is left alone; so it
   /// is when it lies in the staging folder itself, or when another pane's write takes longer than two
-  /// seconds.
-  void setPlistFileValues(const std::string& target, const PropertyList& values);
+  /// seconds. Answers why the file was not written.
+  Result setPlistFileValues(const std::string& target, const PropertyList& values);
   /// The dictionary in a file that only root can read, through a staging copy that is left in place; nothing
   /// when it can't be copied or read.
   [[nodiscard]] Dictionary readRootFile(const std::string& source);
@@ -35,8 +37,12 @@ class RootFileOperations {
 
  private:
   void runShell(std::string_view command, std::string_view failureFormat);
-  void refuse(const std::string& target, const char* reason);
-  void logStatus(std::string_view format, std::int16_t status);
+  /// Logs that the target is not written, and answers with the reason.
+  Result refuse(const std::string& target, const char* reason);
+  /// Runs the tool and logs, in the format, that it could not be started.
+  LaunchOutcome execute(const char* tool, const std::vector<std::string>& arguments,
+                        std::string_view failureFormat);
+  void logStatus(std::string_view format, const LaunchOutcome& outcome);
 
   Platform& platform_;
   const PathTable& paths_;

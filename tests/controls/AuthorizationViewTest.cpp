@@ -21,18 +21,19 @@ class Authority final : public AuthorizationServices {
     waiting = std::move(done);
     if (direct) answer(AuthorizationOutcome::Granted);
   }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&,
-                                     const std::vector<std::string>&) override {
-    return launch_status::kDenied;
+  LaunchOutcome executeWithPrivileges(Authorization*, const std::string&,
+                                      const std::vector<std::string>&) override {
+    return {launch_status::kDenied, {}};
   }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const std::vector<std::string>&,
-                                     std::unique_ptr<OutputPipe>&) override {
-    return launch_status::kDenied;
+  LaunchOutcome executeWithPrivileges(Authorization*, const std::string&, const std::vector<std::string>&,
+                                      std::unique_ptr<OutputPipe>&) override {
+    return {launch_status::kDenied, {}};
   }
 
-  void answer(AuthorizationOutcome outcome) {
+  void answer(AuthorizationOutcome outcome, std::string reason = {}) {
     const Done done = std::exchange(waiting, nullptr);
-    done(outcome, outcome == AuthorizationOutcome::Granted ? std::make_unique<Rights>(*this) : nullptr);
+    done({outcome, outcome == AuthorizationOutcome::Granted ? std::make_unique<Rights>(*this) : nullptr,
+          std::move(reason)});
   }
 
   struct Rights : Authorization {
@@ -114,7 +115,7 @@ TEST_F(AuthorizationViewTest, AnyOtherAnswerLeavesTheLockClosedWithoutACallToThe
 
 TEST_F(AuthorizationViewTest, AGrantThatBringsNoRightsLeavesTheLockClosed) {
   view->click();
-  services.waiting(AuthorizationOutcome::Granted, nullptr);
+  services.waiting({AuthorizationOutcome::Granted, nullptr, {}});
   EXPECT_EQ(view->state(), State::Closed);
   EXPECT_TRUE(delegate.calls.empty());
 }
@@ -122,7 +123,7 @@ TEST_F(AuthorizationViewTest, AGrantThatBringsNoRightsLeavesTheLockClosed) {
 TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesCloseTheLockAndTellTheDelegate) {
   view->click();
   services.answer(AuthorizationOutcome::Granted);
-  services.granted->lost();
+  services.granted->tellLost();
   EXPECT_EQ(view->state(), State::Closed);
   EXPECT_EQ(view->authorization(), nullptr);
   EXPECT_EQ(delegate.calls, (std::vector<std::string>{"open with rights", "closed without rights"}));
@@ -133,25 +134,11 @@ TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesCloseTheLockAndTellTheDel
   EXPECT_EQ(view->authorization(), services.granted);
 }
 
-TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesOutliveTheirOwnCall) {
+TEST_F(AuthorizationViewTest, RightsThatEndByThemselvesAreGivenBackInThatCall) {
   view->click();
   services.answer(AuthorizationOutcome::Granted);
-  services.granted->lost();
-  EXPECT_NE(services.granted, nullptr);
-  view->click();
-  EXPECT_EQ(services.granted, nullptr) << "the next use of the lock gives them back";
-}
-
-TEST_F(AuthorizationViewTest, TheLateEndOfEarlierRightsDoesNotCloseTheLock) {
-  view->click();
-  services.answer(AuthorizationOutcome::Granted);
-  const auto earlier = services.granted->lost;
-  view->click();
-  view->click();
-  services.answer(AuthorizationOutcome::Granted);
-  earlier();
-  EXPECT_EQ(view->state(), State::Open);
-  EXPECT_NE(view->authorization(), nullptr);
+  services.granted->tellLost();
+  EXPECT_EQ(services.granted, nullptr);
 }
 
 TEST_F(AuthorizationViewTest, ClosingTellsNoDelegate) {
@@ -163,26 +150,15 @@ TEST_F(AuthorizationViewTest, ClosingTellsNoDelegate) {
   EXPECT_EQ(delegate.calls, (std::vector<std::string>{"open with rights"}));
 }
 
-TEST_F(AuthorizationViewTest, AnAnswerToAQuestionThatWasClosedIsIgnoredAndItsRightsAreGivenBack) {
+TEST_F(AuthorizationViewTest, ClosingLeavesAnOpenQuestionOpenAndItsAnswerCounts) {
   view->click();
   view->close();
-  EXPECT_EQ(view->state(), State::Closed);
-  services.answer(AuthorizationOutcome::Granted);
-  EXPECT_EQ(view->state(), State::Closed);
-  EXPECT_EQ(services.granted, nullptr);
-  EXPECT_TRUE(delegate.calls.empty());
-}
-
-TEST_F(AuthorizationViewTest, AnAnswerToAnEarlierQuestionDoesNotAnswerThePresentOne) {
-  view->click();
-  const Authority::Done earlier = services.waiting;
-  view->close();
-  view->click();
-  earlier(AuthorizationOutcome::Granted, std::make_unique<Authority::Rights>(services));
   EXPECT_EQ(view->state(), State::Asking);
-  EXPECT_EQ(services.granted, nullptr);
+  view->click();
+  EXPECT_EQ(services.requestedRights.size(), 1U) << "the question is still the first one";
   services.answer(AuthorizationOutcome::Granted);
   EXPECT_EQ(view->state(), State::Open);
+  EXPECT_EQ(delegate.calls, (std::vector<std::string>{"open with rights"}));
 }
 
 TEST_F(AuthorizationViewTest, AnAnswerThatComesAfterTheViewHasGoneGivesItsRightsBack) {
@@ -230,25 +206,30 @@ TEST_F(AuthorizationViewTest, AssistiveTechnologyHearsTheStateThatIsOnlySeen) {
   EXPECT_EQ(names, (std::vector<std::string>{"Lock, closed", "Lock, waiting", "Lock, open", "Lock, closed"}));
 }
 
-TEST_F(AuthorizationViewTest, ARefusedLockSaysSoUntilItIsAskedAgain) {
-  constexpr const char* kRefused =
-      "The lock could not be opened; the system log says why. Click it to try again.";
+TEST_F(AuthorizationViewTest, ARefusedLockSaysWhyUntilItIsAskedAgain) {
   for (const AuthorizationOutcome outcome :
        {AuthorizationOutcome::Denied, AuthorizationOutcome::Unavailable}) {
     view->click();
-    services.answer(outcome);
-    EXPECT_EQ(view->label(), kRefused);
+    services.answer(outcome, "/private/tmp: Read-only file system");
+    EXPECT_EQ(view->label(),
+              "The lock could not be opened: /private/tmp: Read-only file system. Click it to try again.");
     view->click();
     EXPECT_EQ(view->label(), "Waiting for permission…");
     services.answer(AuthorizationOutcome::Cancelled);
     EXPECT_EQ(view->label(), "Click the lock to make changes.") << "who cancels knows why it stays closed";
   }
   view->click();
-  services.answer(AuthorizationOutcome::Denied);
+  services.answer(AuthorizationOutcome::Denied, "no");
   view->click();
   services.answer(AuthorizationOutcome::Granted);
   view->click();
   EXPECT_EQ(view->label(), "Click the lock to make changes.");
+}
+
+TEST_F(AuthorizationViewTest, ARefusalWithoutAReasonLeavesItToTheLog) {
+  view->click();
+  services.answer(AuthorizationOutcome::Denied);
+  EXPECT_EQ(view->label(), "The lock could not be opened: the system log says why. Click it to try again.");
 }
 
 TEST_F(AuthorizationViewTest, AnOpenLockOverFilesOfTheUserSaysThatNoRightsAreAskedFor) {

@@ -1,17 +1,22 @@
 // Commands without asking for rights: the tree belongs to the user. The real command runner in this process.
 #include <cerrno>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sched.h>
 #include <sys/inotify.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "posix/FileDescriptor.h"
+#include "support/Isolated.h"
+#include "support/OtherUser.h"
 #include "support/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
@@ -26,6 +31,7 @@ using ::testing::IsEmpty;
 constexpr const char* kHelper = "/nonexistent/qlhelper";
 constexpr const char* kRight = "system.privilege.admin";
 constexpr double kDeadline = 20;
+constexpr uid_t kStranger = 65534;
 
 struct Direct : testing::Test {
   Direct() {
@@ -33,14 +39,13 @@ struct Direct : testing::Test {
     tree.makeFolder("Library/Corvane/Plugins");
     tree.makeFolder("Library/Corvane/PluginSupport");
     tree.makeFolder("Library/Corvane/Utilities/UpdaterSupport");
-    services.requestRights(kRight,
-                           [this](AuthorizationOutcome outcome, std::unique_ptr<Authorization> rights) {
-                             granted = outcome == AuthorizationOutcome::Granted;
-                             authorization = std::move(rights);
-                           });
+    services.requestRights(kRight, [this](AuthorizationAnswer answer) {
+      granted = answer.outcome == AuthorizationOutcome::Granted;
+      authorization = std::move(answer.rights);
+    });
   }
   LaunchStatus run(const std::string& tool, const std::vector<std::string>& arguments) {
-    return services.executeWithPrivileges(authorization.get(), tool, arguments);
+    return services.executeWithPrivileges(authorization.get(), tool, arguments).status;
   }
   std::string script(const std::string& relative, const std::string& text) {
     auto path = tree.writeFile(relative, text);
@@ -48,8 +53,8 @@ struct Direct : testing::Test {
     return path;
   }
   LaunchStatus validate(const std::string& plugin, std::unique_ptr<OutputPipe>& output) {
-    return services.executeWithPrivileges(authorization.get(), kHelper, {plugin, "-v", "--test-mode"},
-                                          output);
+    return services.executeWithPrivileges(authorization.get(), kHelper, {plugin, "-v", "--test-mode"}, output)
+        .status;
   }
   /// it.
   bool exists(const std::string& relative) { return ::access((tree / relative).c_str(), F_OK) == 0; }
@@ -70,8 +75,9 @@ TEST_F(Direct, OwnTreeIsDirectAndRightsAreGrantedAtOnce) {
 
 TEST_F(Direct, ClosedLockStartsNothing) {
   const auto staging = tree.writeFile("private/tmp/a.plist", "x");
-  EXPECT_EQ(services.executeWithPrivileges(nullptr, "/bin/rm", {staging}),
-            launch_status::kInvalidAuthorization);
+  const LaunchOutcome outcome = services.executeWithPrivileges(nullptr, "/bin/rm", {staging});
+  EXPECT_EQ(outcome.status, launch_status::kInvalidAuthorization);
+  EXPECT_EQ(outcome.reason, "the lock is closed");
   EXPECT_TRUE(exists("private/tmp/a.plist"));
 }
 
@@ -250,8 +256,9 @@ TEST_F(HangingRun, CancellingIsTheEndOfTheOutputAndDestroyingEndsAllItStarted) {
                     return false;
                   }}};
   std::unique_ptr<OutputPipe> output;
-  ASSERT_EQ(cancelling.executeWithPrivileges(authorization.get(), kHelper, {plugin, "--test-mode"}, output),
-            launch_status::kStarted);
+  ASSERT_EQ(
+      cancelling.executeWithPrivileges(authorization.get(), kHelper, {plugin, "--test-mode"}, output).status,
+      launch_status::kStarted);
   ASSERT_TRUE(hasStarted());
   char buffer[10];
   const auto outcome = output->read(buffer, sizeof buffer);
@@ -270,14 +277,91 @@ TEST_F(HangingRun, ClosingTheLockEndsTheRun) {
   EXPECT_TRUE(hasEnded());
 }
 
+TEST_F(Direct, AToolThatFailsSaysWhyWithTheStatusOfOneThatWasStarted) {
+  tree.writeFile("private/tmp/a.plist", "staged");
+  const auto outcome = services.executeWithPrivileges(
+      authorization.get(), "/bin/cp",
+      {tree / "private/tmp/a.plist", tree / "Library/Corvane/missing/a.plist"});
+  EXPECT_EQ(outcome.status, launch_status::kStarted);
+  EXPECT_EQ(outcome.reason, (tree / "Library/Corvane/missing") + ": No such file or directory");
+}
+
+TEST_F(Direct, ScriptThatCannotBeStartedSaysWhy) {
+  const auto script = tree / "Library/Corvane/RunClient";
+  const auto outcome = services.executeWithPrivileges(
+      authorization.get(), kHelper, {"/bin/bash", script, "--log-parent", "prefpane-client", "--force"});
+  EXPECT_EQ(outcome.status, launch_status::kToolExecuteFailure);
+  EXPECT_EQ(outcome.reason, script + ": No such file or directory");
+}
+
+TEST_F(Direct, WithoutAStagingFolderTheLockStaysClosedAndSaysWhichFolderIsMissing) {
+  for (const bool isFile : {false, true}) {
+    std::filesystem::remove(tree / "private/tmp");
+    if (isFile) tree.writeFile("private/tmp", "no folder");
+    AuthorizationAnswer given;
+    services.requestRights(kRight, [&](AuthorizationAnswer answer) { given = std::move(answer); });
+    EXPECT_EQ(given.outcome, AuthorizationOutcome::Denied);
+    EXPECT_EQ(given.rights, nullptr);
+    EXPECT_THAT(given.reason, testing::StartsWith((tree / "private/tmp") + ": ")) << isFile;
+    EXPECT_EQ(log.lines.back(), "Could not get administrator rights: " + given.reason);
+  }
+}
+
+TEST_F(Direct, StagingFolderThatMayNotBeWrittenKeepsTheLockClosed) {
+  if (!test::OtherUser::isPossible()) GTEST_SKIP() << "NOT TESTED: this needs root to act as two users";
+  ::chmod(tree.path().c_str(), 0755);
+  ASSERT_EQ(::chown((tree / "Library/Corvane").c_str(), kStranger, kStranger), 0);
+  ASSERT_EQ(::chmod((tree / "private/tmp").c_str(), 0755), 0);
+  AuthorizationAnswer given;
+  {
+    const test::OtherUser stranger(kStranger);
+    services.requestRights(kRight, [&](AuthorizationAnswer answer) { given = std::move(answer); });
+  }
+  EXPECT_EQ(given.outcome, AuthorizationOutcome::Denied);
+  EXPECT_EQ(given.reason, (tree / "private/tmp") + ": Permission denied");
+}
+
+/// The folder of the tree that lies on a file system that is read only, and the one that the refusal names.
+struct ReadOnly {
+  std::string name;
+  std::string mounted;
+  std::string named;
+};
+class ReadOnlyPart : public testing::TestWithParam<ReadOnly> {};
+
+TEST_P(ReadOnlyPart, KeepsTheLockClosedAndIsNamed) {
+  const auto outcome = test::runIsolated(CLONE_NEWNS | (::geteuid() == 0 ? 0 : CLONE_NEWUSER), [] {
+    const test::TemporaryFolder tree;
+    const auto volume = tree / GetParam().mounted;
+    tree.makeFolder(GetParam().mounted);
+    ASSERT_EQ(::mount("none", volume.c_str(), "tmpfs", 0, "mode=0755"), 0);
+    tree.makeFolder("private/tmp");
+    tree.makeFolder("Library/Corvane");
+    ASSERT_EQ(::mount("none", volume.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, "mode=0755"), 0);
+    test::RecordingLog log;
+    PollRunLoop loop;
+    LinuxAuthorization services{loop, log, {.root = tree.path(), .helper = kHelper}};
+    AuthorizationAnswer given;
+    services.requestRights(kRight, [&](AuthorizationAnswer answer) { given = std::move(answer); });
+    EXPECT_EQ(given.outcome, AuthorizationOutcome::Denied);
+    EXPECT_EQ(given.reason, (tree / GetParam().named) + ": Read-only file system");
+    ASSERT_EQ(::umount(volume.c_str()), 0);
+  });
+  if (outcome == test::IsolatedOutcome::Impossible) GTEST_SKIP() << "NOT TESTED: no mounts here";
+  EXPECT_EQ(outcome, test::IsolatedOutcome::Passed);
+}
+INSTANTIATE_TEST_SUITE_P(Parts, ReadOnlyPart,
+                         testing::Values(ReadOnly{"TheWholeTree", "", "private/tmp"},
+                                         ReadOnly{"TheClientAlone", "Library", "Library/Corvane"}),
+                         [](const auto& part) { return part.param.name; });
+
 TEST_F(Direct, AnotherRightThanTheAdministratorsIsNotGiven) {
-  AuthorizationOutcome outcome = AuthorizationOutcome::Granted;
+  AuthorizationAnswer given{AuthorizationOutcome::Granted, nullptr, {}};
   services.requestRights("system.preferences",
-                         [&](AuthorizationOutcome given, std::unique_ptr<Authorization> rights) {
-                           outcome = given;
-                           EXPECT_EQ(rights, nullptr);
-                         });
-  EXPECT_EQ(outcome, AuthorizationOutcome::Unavailable);
+                         [&](AuthorizationAnswer answer) { given = std::move(answer); });
+  EXPECT_EQ(given.outcome, AuthorizationOutcome::Unavailable);
+  EXPECT_EQ(given.rights, nullptr);
+  EXPECT_EQ(given.reason, "only administrator rights can be asked for");
 }
 
 }  // namespace

@@ -318,7 +318,7 @@ TEST_F(CorvanePrefTest, AHelperThatDiesLocksThePane) {
   load();
   openLock();
   ASSERT_NE(platform_.authorization.granted, nullptr);
-  platform_.authorization.granted->lost();
+  platform_.authorization.granted->tellLost();
   EXPECT_FALSE(pane_->unlocked());
 }
 
@@ -342,6 +342,64 @@ TEST_F(CorvanePrefTest, WhatATabWritesReachesTheFileThroughRoot) {
   EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}));
   EXPECT_EQ(platform_.readPlist(platform_.paths.clientSettings),
             Dictionary::make({{"A", PropertyList::integer(1)}}));
+}
+
+TEST_F(CorvanePrefTest, AFailedWriteIsShownUntilTheFileIsWritten) {
+  load();
+  openLock();
+  EXPECT_TRUE(view_.statusField.hidden());
+  platform_.propertyLists.whyWritesFail = "Read-only file system";
+  pane_->setPlistFileValues(platform_.paths.clientSettings, Dictionary::make());
+  EXPECT_EQ(view_.statusField.stringValue(), "ClientSettings.plist was not saved: Read-only file system (" +
+                                                 platform_.root.path() + "/private/tmp)");
+  EXPECT_FALSE(view_.statusField.hidden());
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+  platform_.propertyLists.whyWritesFail.clear();
+  pane_->setPlistFileValues(platform_.paths.clientSettings, Dictionary::make());
+  EXPECT_TRUE(view_.statusField.hidden());
+}
+
+TEST_F(CorvanePrefTest, AScriptThatCannotBeStartedIsShownUntilItIsStarted) {
+  load();
+  openLock();
+  const auto run = [this] {
+    pane_->executeQLHelperArguments("/bin/bash", {platform_.paths.runClient, "--force"});
+  };
+  platform_.authorization.statusOfTool["/bundle/MacOS/qlhelper"] = launch_status::kDenied;
+  platform_.authorization.reasonOfTool["/bundle/MacOS/qlhelper"] =
+      platform_.paths.runClient + ": others than root can change the program";
+  run();
+  EXPECT_EQ(view_.statusField.stringValue(),
+            "RunClient was not started: others than root can change the program");
+  platform_.authorization.statusOfTool.clear();
+  platform_.authorization.reasonOfTool.clear();
+  run();
+  EXPECT_TRUE(view_.statusField.hidden());
+}
+
+TEST_F(CorvanePrefTest, RightsThatAreGrantedAfterThePaneHasLockedItselfOpenIt) {
+  platform_.authorization.answersAtOnce = false;
+  load();
+  platform_.fileEventQueues.fire(platform_.paths.clientSettings);
+  openLock();
+  platform_.runLoop.advance(5);
+  EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Asking);
+  platform_.authorization.answer(AuthorizationOutcome::Granted);
+  EXPECT_TRUE(pane_->unlocked());
+  EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Open);
+}
+
+TEST_F(CorvanePrefTest, RightsThatAreGrantedAfterTheRemovalAreGivenBack) {
+  platform_.authorization.answersAtOnce = false;
+  load();
+  openLock();
+  platform_.remove(platform_.paths.installFolder);
+  platform_.fileEventQueues.fire(platform_.paths.installFolder);
+  platform_.authorization.answer(AuthorizationOutcome::Granted);
+  EXPECT_FALSE(pane_->unlocked());
+  EXPECT_EQ(platform_.authorization.granted, nullptr);
+  EXPECT_EQ(view_.authView.state(), AuthorizationView::State::Closed);
+  EXPECT_EQ(platform_.dialogs.sheets.size(), 2U);
 }
 
 TEST_F(CorvanePrefTest, AtItsEndThePaneStopsTheStreamAndItsWatchers) {

@@ -36,9 +36,10 @@ class Asking : public testing::Test {
         loop, log,
         PolkitAsking::Options{
             .root = "", .helper = helper, .pkexec = launcher, .answerDeadline = answerDeadline},
-        [this](AuthorizationOutcome given, std::unique_ptr<Authorization> rights) {
-          outcome = given;
-          authorization = std::move(rights);
+        [this](AuthorizationAnswer answer) {
+          outcome = answer.outcome;
+          reason = std::move(answer.reason);
+          authorization = std::move(answer.rights);
         });
     asking->start();
     EXPECT_TRUE(asking->isOpen()) << "the answer comes from the run loop";
@@ -70,6 +71,7 @@ class Asking : public testing::Test {
   PollRunLoop loop;
   std::unique_ptr<PolkitAsking> asking;
   std::optional<AuthorizationOutcome> outcome;
+  std::string reason;
   std::unique_ptr<Authorization> authorization;
   int timesLost = 0;
 };
@@ -114,7 +116,7 @@ TEST_F(Asking, WithdrawnQuestionEndsTheLauncherAndAnswersNobody) {
   std::filesystem::create_symlink(FAKE_LAUNCHER_PATH, folder / "hangs-up");
   asking = std::make_unique<PolkitAsking>(
       loop, log, PolkitAsking::Options{.root = "", .helper = QLHELPER_PATH, .pkexec = folder / "hangs-up"},
-      [](AuthorizationOutcome, std::unique_ptr<Authorization>) { FAIL() << "nobody asks any more"; });
+      [](AuthorizationAnswer) { FAIL() << "nobody asks any more"; });
   asking->start();
   asking.reset();
   EXPECT_TRUE(leavesNoChild());

@@ -43,17 +43,16 @@ struct Pane {
         helper(helperPath.empty() ? machine.helper() : helperPath) {}
   AuthorizationOutcome unlock() {
     std::optional<AuthorizationOutcome> outcome;
-    services.requestRights("system.privilege.admin",
-                           [&](AuthorizationOutcome given, std::unique_ptr<Authorization> rights) {
-                             outcome = given;
-                             authorization = std::move(rights);
-                           });
+    services.requestRights("system.privilege.admin", [&](AuthorizationAnswer answer) {
+      outcome = answer.outcome;
+      authorization = std::move(answer.rights);
+    });
     EXPECT_FALSE(outcome.has_value()) << "asking must not block";
     EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }, kDeadline));
     return outcome.value_or(AuthorizationOutcome::Unavailable);
   }
   LaunchStatus run(const std::string& tool, const std::vector<std::string>& arguments) {
-    return services.executeWithPrivileges(authorization.get(), tool, arguments);
+    return services.executeWithPrivileges(authorization.get(), tool, arguments).status;
   }
   LaunchStatus runClient(const std::string& script) {
     return run(helper, {"/bin/bash", script, "--log-parent", "prefpane-client", "--force"});
@@ -191,9 +190,10 @@ TEST_F(Polkit, KilledPaneTakesTheHelperAndItsValidationAlong) {
     Pane it(machine);
     ASSERT_EQ(it.unlock(), AuthorizationOutcome::Granted);
     std::unique_ptr<OutputPipe> output;
-    ASSERT_EQ(it.services.executeWithPrivileges(it.authorization.get(), it.helper,
-                                                {machine / "Library/Corvane/Plugins/check_x", "--test-mode"},
-                                                output),
+    ASSERT_EQ(it.services
+                  .executeWithPrivileges(it.authorization.get(), it.helper,
+                                         {machine / "Library/Corvane/Plugins/check_x", "--test-mode"}, output)
+                  .status,
               launch_status::kStarted);
     const pid_t helper = onlyChild();
     ASSERT_EQ(::write(ready.writeEnd.get(), &helper, sizeof helper), static_cast<ssize_t>(sizeof helper));
@@ -247,10 +247,12 @@ TEST_F(Polkit, ValidationRunsAsRootAndEndsWhenThePaneLetsGo) {
     Pane pane(machine);
     ASSERT_EQ(pane.unlock(), AuthorizationOutcome::Granted);
     std::unique_ptr<OutputPipe> output;
-    ASSERT_EQ(pane.services.executeWithPrivileges(
-                  pane.authorization.get(), pane.helper,
-                  {machine / "Library/Corvane/Plugins/check_x", "-v", "--test-mode"}, output),
-              launch_status::kStarted);
+    ASSERT_EQ(
+        pane.services
+            .executeWithPrivileges(pane.authorization.get(), pane.helper,
+                                   {machine / "Library/Corvane/Plugins/check_x", "-v", "--test-mode"}, output)
+            .status,
+        launch_status::kStarted);
     char buffer[1000];
     const auto outcome = output->read(buffer, sizeof buffer);
     EXPECT_EQ(std::string(buffer, outcome.bytes), "0,uid 0 -v --test-mode\n");

@@ -49,9 +49,9 @@ TEST(PosixPropertyListFiles, WrittenFileIsXmlAloneInItsFolderAndTheUsersAloneWha
   for (const mode_t mask : {0U, 0777U}) {
     const TemporaryFolder folder;
     const mode_t before = ::umask(mask);
-    const bool written = PosixPropertyListFiles().write(folder / "a.plist", sample());
+    const Result written = PosixPropertyListFiles().write(folder / "a.plist", sample());
     ::umask(before);
-    ASSERT_TRUE(written);
+    ASSERT_TRUE(written) << written.reason;
     EXPECT_EQ(folder.readFile("a.plist").substr(0, 6), "<?xml ");
     EXPECT_EQ(modeOf(folder / "a.plist"), 0600U);
     EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
@@ -136,12 +136,12 @@ TEST(PosixPropertyListFiles, FailedWriteLeavesTheFolderAsItWas) {
   const TemporaryFolder folder;
   folder.makeFolder("a.plist");
   PosixPropertyListFiles files;
-  EXPECT_FALSE(files.write(folder / "a.plist", sample()));
-  EXPECT_FALSE(files.write(folder / "missing/a.plist", sample()));
-  EXPECT_FALSE(files.write(folder.path() + "/", sample()));
-  EXPECT_FALSE(files.write(folder / "..", sample()));
-  EXPECT_FALSE(files.write(folder / ("b.plist" + std::string("\0x", 2)), sample()));
-  EXPECT_FALSE(files.write("", sample()));
+  EXPECT_EQ(files.write(folder / "a.plist", sample()).reason, "Is a directory");
+  EXPECT_EQ(files.write(folder / "missing/a.plist", sample()).reason, "No such file or directory");
+  EXPECT_EQ(files.write(folder.path() + "/", sample()).reason, "Is a directory");
+  EXPECT_EQ(files.write(folder / "..", sample()).reason, "Is a directory");
+  EXPECT_EQ(files.write(folder / ("b.plist" + std::string("\0x", 2)), sample()).reason, "Invalid argument");
+  EXPECT_EQ(files.write("", sample()).reason, "Invalid argument");
   EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
 }
 
@@ -149,7 +149,8 @@ TEST(PosixPropertyListFiles, ValueThatHasNoXmlFormLeavesTheOldFile) {
   const TemporaryFolder folder;
   PosixPropertyListFiles files;
   ASSERT_TRUE(files.write(folder / "a.plist", sample()));
-  EXPECT_FALSE(files.write(folder / "a.plist", PropertyList()));
+  EXPECT_EQ(files.write(folder / "a.plist", PropertyList()).reason,
+            "the settings can't be put into a property list");
   EXPECT_EQ(files.read(folder / "a.plist"), sample());
 }
 
@@ -164,10 +165,10 @@ TEST(PosixPropertyListFiles, FullDiskLeavesTheOldFileAndNoTemporaryOne) {
   small.rlim_cur = 64;
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  const bool written = files.write(folder / "a.plist", sample(std::string(1000, 'x')));
+  const Result written = files.write(folder / "a.plist", sample(std::string(1000, 'x')));
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
   std::signal(SIGXFSZ, handler);
-  EXPECT_FALSE(written);
+  EXPECT_EQ(written.reason, "File too large");
   EXPECT_EQ(files.read(folder / "a.plist"), sample("old"));
   EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
 }
@@ -177,12 +178,12 @@ TEST(PosixPropertyListFiles, FileOfSomebodyElseInAStickyFolderIsNotReplaced) {
   const TemporaryFolder folder;
   ASSERT_EQ(::chmod(folder.path().c_str(), 01777), 0);
   folder.writeFile("a.plist", "of root");
-  bool written = true;
+  Result written;
   {
     const OtherUser nobody;
     written = PosixPropertyListFiles().write(folder / "a.plist", sample());
   }
-  EXPECT_FALSE(written);
+  EXPECT_EQ(written.reason, "Operation not permitted");
   EXPECT_EQ(folder.readFile("a.plist"), "of root");
   EXPECT_EQ(namesIn(folder), Paths{"a.plist"});
 }

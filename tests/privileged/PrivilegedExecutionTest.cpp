@@ -23,28 +23,28 @@ class PrivilegedExecutionTest : public Test {
 };
 
 TEST_F(PrivilegedExecutionTest, ADirectCommandPassesToolAndArgumentsOn) {
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b c"}), 0);
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b c"}).status, 0);
   ASSERT_EQ(platform_.authorization.commands.size(), 1U);
   EXPECT_EQ(platform_.authorization.commands[0], (RootCommand{"/bin/cp", {"a", "b c"}, false}));
 }
 
 TEST_F(PrivilegedExecutionTest, ADirectCommandMayHaveNoArguments) {
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/sh", {}), 0);
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/sh", {}).status, 0);
   EXPECT_EQ(platform_.authorization.commands[0], (RootCommand{"/bin/sh", {}, false}));
 }
 
 TEST_F(PrivilegedExecutionTest, TheStatusIsReducedToASignedShortNumberAndNotLogged) {
   platform_.authorization.statusOfTool["/bin/cp"] = -60031;
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}), 5505);  // -60031 + 65536
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}).status, 5505);  // -60031 + 65536
   platform_.authorization.statusOfTool["/bin/cp"] = 70000;
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}), 4464);  // 70000 - 65536
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}).status, 4464);  // 70000 - 65536
   platform_.authorization.statusOfTool["/bin/cp"] = -3;
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}), -3);
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}).status, -3);
   EXPECT_TRUE(platform_.log.lines.empty());
 }
 
 TEST_F(PrivilegedExecutionTest, AHelperCommandPutsTheProgramBeforeItsArguments) {
-  execution_.executeQLHelperArguments(
+  (void)execution_.executeQLHelperArguments(
       "/bin/bash", {"/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"});
   ASSERT_EQ(platform_.authorization.commands.size(), 1U);
   EXPECT_EQ(
@@ -60,32 +60,38 @@ TEST_F(PrivilegedExecutionTest, TheHelperIsLoggedBeforeItIsStarted) {
   platform_.authorization.onCommand = [&](const RootCommand&) {
     linesAtTheStart = platform_.log.lines.size();
   };
-  execution_.executeQLHelperArguments("/bin/bash", {});
+  (void)execution_.executeQLHelperArguments("/bin/bash", {});
   EXPECT_EQ(linesAtTheStart, 1U);
 }
 
 TEST_F(PrivilegedExecutionTest, AHelperCommandWithoutArgumentsHasOnlyTheProgram) {
-  execution_.executeQLHelperArguments("/bin/bash", {});
+  (void)execution_.executeQLHelperArguments("/bin/bash", {});
   EXPECT_EQ(platform_.authorization.commands[0].arguments, std::vector<std::string>{"/bin/bash"});
 }
 
 TEST_F(PrivilegedExecutionTest, AHelperCommandThatCannotBeStartedIsLogged) {
   platform_.authorization.statusOfTool["/bundle/MacOS/qlhelper"] = -60031;
-  execution_.executeQLHelperArguments("/bin/bash", {});
+  platform_.authorization.reasonOfTool["/bundle/MacOS/qlhelper"] = "it is not there";
+  EXPECT_EQ(execution_.executeQLHelperArguments("/bin/bash", {}).reason, "it is not there");
   EXPECT_EQ(platform_.log.lines, (std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper",
                                                            "Error executing qlhelper command: 5505"}));
 }
 
+TEST_F(PrivilegedExecutionTest, AFailureWithoutAReasonIsToldByItsStatus) {
+  platform_.authorization.statusOfTool["/bundle/MacOS/qlhelper"] = -60031;
+  EXPECT_EQ(execution_.executeQLHelperArguments("/bin/bash", {}).reason, "status 5505");
+}
+
 TEST_F(PrivilegedExecutionTest, AStatusWhoseLowSixteenBitsAreZeroCountsAsStarted) {
   platform_.authorization.statusOfTool["/bundle/MacOS/qlhelper"] = 0x10000;
-  execution_.executeQLHelperArguments("/bin/bash", {});
+  (void)execution_.executeQLHelperArguments("/bin/bash", {});
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper"});
 }
 
 TEST_F(PrivilegedExecutionTest, WithAClosedLockEveryLaunchFails) {
   lock_.close();
-  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}), 5534);  // -60002 + 65536
-  execution_.executeQLHelperArguments("/bin/bash", {});
+  EXPECT_EQ(execution_.executeWithPrivilegesArguments("/bin/cp", {"a", "b"}).status, 5534);  // -60002 + 65536
+  (void)execution_.executeQLHelperArguments("/bin/bash", {});
   EXPECT_EQ(validate(), "-1,Error authorizing execution");
   EXPECT_EQ(platform_.log.lines,
             (std::vector<std::string>{"QLH: /bundle/MacOS/qlhelper", "Error executing qlhelper command: 5534",

@@ -36,7 +36,7 @@ class RootFileOperationsTest : public ::testing::Test {
 };
 
 TEST_F(RootFileOperationsTest, AWriteStagesCopiesAndRemovesTheStagingFile) {
-  operations_.setPlistFileValues(target_, values_);
+  EXPECT_TRUE(operations_.setPlistFileValues(target_, values_));
   EXPECT_EQ(commands(), (Commands{{"/bin/cp", "/private/tmp/check_x_settings.plist",
                                    "/Library/Corvane/PluginSupport/check_x_settings.plist"},
                                   {"/bin/rm", "/private/tmp/check_x_settings.plist"}}));
@@ -47,13 +47,13 @@ TEST_F(RootFileOperationsTest, AWriteStagesCopiesAndRemovesTheStagingFile) {
 
 TEST_F(RootFileOperationsTest, AnArrayIsWrittenLikeADictionary) {
   const Array list = Array::make({values_});
-  operations_.setPlistFileValues(platform_.paths.volumesSettings, list);
+  EXPECT_TRUE(operations_.setPlistFileValues(platform_.paths.volumesSettings, list));
   EXPECT_EQ(platform_.readPlist(platform_.paths.volumesSettings), list);
 }
 
 TEST_F(RootFileOperationsTest, AStaleStagingFileIsRemovedFirst) {
   platform_.writeText(staging_, "stale");
-  operations_.setPlistFileValues(target_, values_);
+  EXPECT_TRUE(operations_.setPlistFileValues(target_, values_));
   EXPECT_EQ(platform_.authorization.toolsStarted(),
             (std::vector<std::string>{"/bin/rm", "/bin/cp", "/bin/rm"}));
   EXPECT_EQ(platform_.readPlist(target_), values_);
@@ -61,8 +61,9 @@ TEST_F(RootFileOperationsTest, AStaleStagingFileIsRemovedFirst) {
 
 TEST_F(RootFileOperationsTest, AStagingFileThatCannotBeWrittenStopsTheWrite) {
   platform_.writePlist(target_, Dictionary::make({{"Old", PropertyList::integer(1)}}));
-  platform_.propertyLists.failWrites = true;
-  operations_.setPlistFileValues(target_, values_);
+  platform_.propertyLists.whyWritesFail = "No space left on device";
+  EXPECT_EQ(operations_.setPlistFileValues(target_, values_).reason,
+            "No space left on device (" + platform_.root.path() + "/private/tmp)");
   EXPECT_TRUE(platform_.authorization.commands.empty());
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"Failed to write tmp file"});
   EXPECT_EQ(platform_.readPlist(target_), Dictionary::make({{"Old", PropertyList::integer(1)}}));
@@ -111,7 +112,7 @@ TEST_F(RootFileOperationsTest, AFileInTheStagingFolderIsNotWrittenAndNotRemoved)
 TEST_F(RootFileOperationsTest, AFileInRootsHomeGetsItsParentFolderFirst) {
   for (const char* path : {"/var/root/Library/a/x.plist", "/VAR/Root/Library/b/x.plist"}) {
     platform_.authorization.commands.clear();
-    operations_.setPlistFileValues(platform_.paths.onDisk(path), values_);
+    EXPECT_TRUE(operations_.setPlistFileValues(platform_.paths.onDisk(path), values_));
     const std::string folder = std::string(path).substr(0, std::string(path).rfind('/'));
     EXPECT_EQ(commands(), (Commands{{"/bin/mkdir", "-p", folder},
                                     {"/bin/cp", "/private/tmp/x.plist", path},
@@ -121,9 +122,10 @@ TEST_F(RootFileOperationsTest, AFileInRootsHomeGetsItsParentFolderFirst) {
 }
 
 TEST_F(RootFileOperationsTest, OnlyAPathThatBeginsWithRootsHomeGetsItsParentFolder) {
+  platform_.authorization.carriesOut = false;
   for (const char* path : {"/Library/var/root/x.plist", "/var/rootless/x.plist", "/var/root"}) {
     platform_.authorization.commands.clear();
-    operations_.setPlistFileValues(platform_.paths.onDisk(path), values_);
+    EXPECT_TRUE(operations_.setPlistFileValues(platform_.paths.onDisk(path), values_));
     EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}))
         << path;
   }
@@ -131,7 +133,9 @@ TEST_F(RootFileOperationsTest, OnlyAPathThatBeginsWithRootsHomeGetsItsParentFold
 
 TEST_F(RootFileOperationsTest, AParentFolderThatCannotBeMadeStopsTheWriteAndLeavesTheStagingFile) {
   platform_.authorization.statusOfTool["/bin/mkdir"] = -60031;
-  operations_.setPlistFileValues(platform_.paths.onDisk("/var/root/x.plist"), values_);
+  platform_.authorization.reasonOfTool["/bin/mkdir"] = "/var/root: it is too full";
+  EXPECT_EQ(operations_.setPlistFileValues(platform_.paths.onDisk("/var/root/x.plist"), values_).reason,
+            "/var/root: it is too full");
   EXPECT_EQ(platform_.authorization.toolsStarted(), std::vector<std::string>{"/bin/mkdir"});
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"Error writing plist file in root home: 5505"});
   EXPECT_EQ(platform_.readPlist(platform_.root.path() + "/private/tmp/x.plist"), values_);
@@ -140,10 +144,24 @@ TEST_F(RootFileOperationsTest, AParentFolderThatCannotBeMadeStopsTheWriteAndLeav
 TEST_F(RootFileOperationsTest, ACopyThatCannotBeStartedIsLoggedAndTheStagingFileRemoved) {
   platform_.writePlist(target_, Dictionary::make({{"Old", PropertyList::integer(1)}}));
   platform_.authorization.statusOfTool["/bin/cp"] = -60031;
-  operations_.setPlistFileValues(target_, values_);
+  EXPECT_EQ(operations_.setPlistFileValues(target_, values_).reason, "status 5505");
   EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"Error writing plist file: 5505"});
   EXPECT_EQ(platform_.readPlist(target_), Dictionary::make({{"Old", PropertyList::integer(1)}}));
   EXPECT_FALSE(platform_.files.exists(staging_));
+}
+
+TEST_F(RootFileOperationsTest, ACopyThatFailsThoughItWasStartedIsAnsweredAndNotLogged) {
+  platform_.authorization.reasonOfTool["/bin/cp"] = target_ + ": No space left on device";
+  EXPECT_EQ(operations_.setPlistFileValues(target_, values_).reason, target_ + ": No space left on device");
+  EXPECT_TRUE(platform_.log.lines.empty());
+  EXPECT_FALSE(platform_.files.exists(staging_));
+}
+
+TEST_F(RootFileOperationsTest, AStagingFileThatStaysDoesNotMakeTheWriteFail) {
+  platform_.authorization.statusOfTool["/bin/rm"] = -60031;
+  EXPECT_TRUE(operations_.setPlistFileValues(target_, values_));
+  EXPECT_EQ(platform_.readPlist(target_), values_);
+  EXPECT_EQ(platform_.log.lines, std::vector<std::string>{"Error deleting file: 5505"});
 }
 
 TEST_F(RootFileOperationsTest, ARootFileIsReadThroughACopyThatStays) {

@@ -32,11 +32,11 @@ inline std::string spokenName(const Control& control) {
 // Each binding names all members of its view, so that a control which is added does not compile here until it
 // is listed.
 inline std::vector<NamedControl> namedControls(PaneView& view) {
-  auto& [mainWindow, authView, tabView, quorlenIconButton, greetingButton, urlButton, clientVersionButton] =
-      view;
-  return {CORVANE_NAMED(mainWindow),         CORVANE_NAMED(authView),       CORVANE_NAMED(tabView),
-          CORVANE_NAMED(quorlenIconButton),  CORVANE_NAMED(greetingButton), CORVANE_NAMED(urlButton),
-          CORVANE_NAMED(clientVersionButton)};
+  auto& [mainWindow, authView, statusField, tabView, quorlenIconButton, greetingButton, urlButton,
+         clientVersionButton] = view;
+  return {CORVANE_NAMED(mainWindow), CORVANE_NAMED(authView),           CORVANE_NAMED(statusField),
+          CORVANE_NAMED(tabView),    CORVANE_NAMED(quorlenIconButton),  CORVANE_NAMED(greetingButton),
+          CORVANE_NAMED(urlButton),  CORVANE_NAMED(clientVersionButton)};
 }
 
 inline std::vector<NamedControl> namedControls(ConfigurationTabView& view) {

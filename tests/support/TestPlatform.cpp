@@ -60,12 +60,14 @@ class ScriptedStream final : public DirectoryEventStream {
   std::shared_ptr<ScriptedDirectoryEvents::State> state_;
 };
 
-void carryOut(const std::string& tool, const std::vector<std::string>& arguments) {
-  std::error_code ignored;
-  if (tool == "/bin/rm") fs::remove(arguments.at(0), ignored);
-  if (tool == "/bin/mkdir") fs::create_directories(arguments.at(1), ignored);
+/// Why the tool failed; empty when it did not.
+std::string carryOut(const std::string& tool, const std::vector<std::string>& arguments) {
+  std::error_code error;
+  if (tool == "/bin/rm") fs::remove(arguments.at(0), error);
+  if (tool == "/bin/mkdir") fs::create_directories(arguments.at(1), error);
   if (tool == "/bin/cp")
-    fs::copy_file(arguments.at(0), arguments.at(1), fs::copy_options::overwrite_existing, ignored);
+    fs::copy_file(arguments.at(0), arguments.at(1), fs::copy_options::overwrite_existing, error);
+  return error ? error.message() : "";
 }
 
 }  // namespace
@@ -124,12 +126,13 @@ PropertyList RealPropertyListFiles::read(const std::string& path) {
   return bytes ? readPropertyList(*bytes) : PropertyList();
 }
 
-bool RealPropertyListFiles::write(const std::string& path, const PropertyList& value) {
+Result RealPropertyListFiles::write(const std::string& path, const PropertyList& value) {
   const auto xml = writeXmlPropertyList(value);
-  if (failWrites || !xml) return false;
+  if (!whyWritesFail.empty()) return {whyWritesFail};
+  if (!xml) return {"not a property list"};
   std::ofstream stream(path, std::ios::binary | std::ios::trunc);
   stream << *xml;
-  return static_cast<bool>(stream);
+  return {stream ? "" : "the stream failed"};
 }
 
 void PrintTo(const RootCommand& command, std::ostream* stream) {
@@ -144,40 +147,42 @@ void RecordingAuthorization::requestRights(std::string_view right, Done done) {
   if (answersAtOnce) answer(outcome);
 }
 
-void RecordingAuthorization::answer(AuthorizationOutcome given) {
+void RecordingAuthorization::answer(AuthorizationOutcome given, std::string reason) {
   const Done done = std::exchange(waiting_, nullptr);
   if (!done) return;
-  done(given,
-       given == AuthorizationOutcome::Granted ? std::make_unique<GrantedAuthorization>(*this) : nullptr);
+  done({given,
+        given == AuthorizationOutcome::Granted ? std::make_unique<GrantedAuthorization>(*this) : nullptr,
+        std::move(reason)});
 }
 
-LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
-                                                           const std::string& tool,
-                                                           const std::vector<std::string>& arguments) {
+LaunchOutcome RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
+                                                            const std::string& tool,
+                                                            const std::vector<std::string>& arguments) {
   commands.push_back({tool, arguments, false});
   if (onCommand) onCommand(commands.back());
-  if (authorization == nullptr) return launch_status::kInvalidAuthorization;
-  if (const auto played = statusOfTool.find(tool); played != statusOfTool.end() && played->second != 0) {
-    return played->second;
-  }
-  if (carriesOut) carryOut(tool, arguments);
-  return launch_status::kStarted;
+  if (authorization == nullptr) return {launch_status::kInvalidAuthorization, {}};
+  const auto status = statusOfTool.find(tool);
+  const auto reason = reasonOfTool.find(tool);
+  LaunchOutcome launch{status != statusOfTool.end() ? status->second : launch_status::kStarted,
+                        reason != reasonOfTool.end() ? reason->second : std::string()};
+  if (launch.result() && carriesOut) launch.reason = carryOut(tool, arguments);
+  return launch;
 }
 
-LaunchStatus RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
-                                                           const std::string& tool,
-                                                           const std::vector<std::string>& arguments,
-                                                           std::unique_ptr<OutputPipe>& output) {
-  const LaunchStatus status = executeWithPrivileges(authorization, tool, arguments);
+LaunchOutcome RecordingAuthorization::executeWithPrivileges(Authorization* authorization,
+                                                            const std::string& tool,
+                                                            const std::vector<std::string>& arguments,
+                                                            std::unique_ptr<OutputPipe>& output) {
+  LaunchOutcome launch = executeWithPrivileges(authorization, tool, arguments);
   commands.back().wantsOutput = true;
-  if (status != launch_status::kStarted) return status;
+  if (launch.status != launch_status::kStarted) return launch;
   std::string reply;
   if (!replies.empty()) {
     reply = replies.front();
     replies.pop_front();
   }
   output = std::make_unique<ScriptedPipe>(*this, std::move(reply));
-  return status;
+  return launch;
 }
 
 std::vector<std::string> RecordingAuthorization::toolsStarted() const {

@@ -47,9 +47,9 @@ class RealFiles final : public Files {
 class RealPropertyListFiles final : public PropertyListFiles {
  public:
   PropertyList read(const std::string& path) override;
-  bool write(const std::string& path, const PropertyList& value) override;
+  Result write(const std::string& path, const PropertyList& value) override;
   std::vector<std::string> reads;
-  bool failWrites = false;
+  std::string whyWritesFail;  // empty: they succeed
 };
 
 /// One program that the pane started as root.
@@ -66,14 +66,14 @@ class RecordingAuthorization final : public AuthorizationServices {
  public:
   bool isDirect() const override { return direct; }
   void requestRights(std::string_view right, Done done) override;
-  LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                     const std::vector<std::string>& arguments) override;
-  LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                     const std::vector<std::string>& arguments,
-                                     std::unique_ptr<OutputPipe>& output) override;
+  LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                      const std::vector<std::string>& arguments) override;
+  LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                      const std::vector<std::string>& arguments,
+                                      std::unique_ptr<OutputPipe>& output) override;
 
   /// Answers the request for rights that waits.
-  void answer(AuthorizationOutcome outcome);
+  void answer(AuthorizationOutcome outcome, std::string reason = {});
   [[nodiscard]] std::vector<std::string> toolsStarted() const;
 
   bool direct = false;
@@ -81,6 +81,7 @@ class RecordingAuthorization final : public AuthorizationServices {
   AuthorizationOutcome outcome = AuthorizationOutcome::Granted;
   bool carriesOut = true;
   std::map<std::string, LaunchStatus> statusOfTool;  // 0 for tools that are not named
+  std::map<std::string, std::string> reasonOfTool;   // the tool fails for this reason, with its status
   std::deque<std::string> replies;  // what the next programs with a pipe print, one read each
   OutputPipe::ReadOutcome outcomeWithoutReply{0, false, true};
   int pipeReads = 0;

@@ -31,11 +31,11 @@ struct NoAuthorization final : AuthorizationServices {
   using Arguments = std::vector<std::string>;
   bool isDirect() const override { return true; }
   void requestRights(std::string_view, Done) override { std::abort(); }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&) override {
+  LaunchOutcome executeWithPrivileges(Authorization*, const std::string&, const Arguments&) override {
     std::abort();
   }
-  LaunchStatus executeWithPrivileges(Authorization*, const std::string&, const Arguments&,
-                                     std::unique_ptr<OutputPipe>&) override {
+  LaunchOutcome executeWithPrivileges(Authorization*, const std::string&, const Arguments&,
+                                      std::unique_ptr<OutputPipe>&) override {
     std::abort();
   }
 };

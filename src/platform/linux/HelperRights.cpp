@@ -68,22 +68,21 @@ helper::Answer HelperRights::carryOut(const helper::Request& request) {
 void HelperRights::spokeUnasked() {
   log_.write("Administrator rights have ended: the root helper is gone");
   socket_.reset();
-  tellLost();
+  end();
 }
 
 helper::Answer HelperRights::giveUp(std::string_view why) {
   if (socket_) {
     socket_.reset();
-    source_ = runLoop_.scheduleTimer(0, false, [this] { tellLost(); });
+    source_ = runLoop_.scheduleTimer(0, false, [this] { end(); });
   }
   return {.reply = {.outcome = helper::Outcome::Failed, .message = std::string(why)}, .run = {}};
 }
 
 /// Whoever is told may destroy this object.
-void HelperRights::tellLost() {
+void HelperRights::end() {
   const auto source = std::move(source_);
-  const auto tell = std::move(lost);
-  if (tell) tell();
+  Authorization::tellLost();
 }
 
 }  // namespace corvane

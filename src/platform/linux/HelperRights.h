@@ -28,7 +28,7 @@ class HelperRights : public LinuxRights {
  private:
   void spokeUnasked();
   [[nodiscard]] helper::Answer giveUp(std::string_view why);
-  void tellLost();
+  void end();
 
   LinuxRunLoop& runLoop_;
   SystemLog& log_;

@@ -1,5 +1,8 @@
 #include "platform/linux/LinuxAuthorization.h"
 
+#include <cerrno>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "helper/CommandShapes.h"
@@ -7,6 +10,7 @@
 #include "platform/linux/LinuxRights.h"
 #include "platform/linux/PolkitAsking.h"
 #include "platform/linux/SyntaxCheck.h"
+#include "posix/SystemError.h"
 
 namespace corvane {
 namespace {
@@ -41,16 +45,33 @@ std::string_view headingOf(helper::Outcome outcome) {
   return "Root command not started: ";
 }
 
-LaunchStatus carryOut(Authorization* authorization, const helper::Request& request, SystemLog& log,
-                      helper::SupervisedRun& run) {
+LaunchOutcome carryOut(Authorization* authorization, const helper::Request& request, SystemLog& log,
+                       helper::SupervisedRun& run) {
   auto* rights = dynamic_cast<LinuxRights*>(authorization);
-  if (rights == nullptr) return launch_status::kInvalidAuthorization;
+  if (rights == nullptr) return {launch_status::kInvalidAuthorization, "the lock is closed"};
   auto answer = rights->carryOut(request);
   if (!answer.reply.message.empty()) {
     log.write(std::string(headingOf(answer.reply.outcome)) + request.program + ": " + answer.reply.message);
   }
   run = std::move(answer.run);
-  return statusOf(answer.reply.outcome);
+  LaunchOutcome outcome{statusOf(answer.reply.outcome), std::move(answer.reply.message)};
+  if (answer.reply.exitStatus != 0 && outcome.reason.empty()) {
+    outcome.reason = "exit status " + std::to_string(answer.reply.exitStatus);
+  }
+  return outcome;
+}
+
+/// Why nothing can be written below the root prefix with the process's own rights; empty when something can.
+std::string objectionToWriting(const std::string& root) {
+  const auto staging = root + std::string(helper::kStagingFolder);
+  const auto client = root + std::string(helper::kClientFolder);
+  if (::faccessat(AT_FDCWD, (staging + "/.").c_str(), W_OK | X_OK, AT_EACCESS) != 0) {
+    return staging + ": " + systemErrorText(errno);
+  }
+  if (::faccessat(AT_FDCWD, client.c_str(), W_OK, AT_EACCESS) != 0 && errno == EROFS) {
+    return client + ": " + systemErrorText(EROFS);
+  }
+  return {};
 }
 
 /// Whether the user needs no other rights than their own.
@@ -72,19 +93,24 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   const auto root = helper::normalizedRoot(options_.root);
   // What is looked at here is what is worked on.
   auto own = root ? std::make_unique<DirectRights>(helper::Place{*root, options_.helper}) : nullptr;
-  if (right != kAdministratorRight || !root) {
-    log_.write(root ? "Only administrator rights can be asked for"
-                    : "The root prefix is not an absolute path");
-    done(AuthorizationOutcome::Unavailable, nullptr);
+  const auto refuse = [&](AuthorizationOutcome outcome, std::string reason) {
+    log_.write(std::string(kNoRights) + reason);
+    done({outcome, nullptr, std::move(reason)});
+  };
+  if (right != kAdministratorRight) {
+    refuse(AuthorizationOutcome::Unavailable, "only administrator rights can be asked for");
+  } else if (!root) {
+    refuse(AuthorizationOutcome::Unavailable, "the root prefix is not an absolute path");
   } else if (needsNoRights(own->tree())) {
-    if (const auto objection = own->tree().objection(); !objection.empty()) {
-      log_.write(std::string(kNoRights) + objection);
-      done(AuthorizationOutcome::Denied, nullptr);
+    std::string objection = own->tree().objection();
+    if (objection.empty()) objection = objectionToWriting(*root);
+    if (!objection.empty()) {
+      refuse(AuthorizationOutcome::Denied, std::move(objection));
       return;
     }
-    done(AuthorizationOutcome::Granted, std::move(own));
+    done({AuthorizationOutcome::Granted, std::move(own), {}});
   } else if (asking_ && asking_->isOpen()) {
-    done(AuthorizationOutcome::Cancelled, nullptr);
+    done({AuthorizationOutcome::Cancelled, nullptr, {}});
   } else {
     asking_ = std::make_unique<PolkitAsking>(runLoop_, log_,
                                              PolkitAsking::Options{.root = *root,
@@ -96,8 +122,8 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   }
 }
 
-LaunchStatus LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                                       const std::vector<std::string>& arguments) {
+LaunchOutcome LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                                        const std::vector<std::string>& arguments) {
   helper::SupervisedRun none;
   helper::Request request{.program = tool, .arguments = arguments, .wantsOutput = false};
   // No shell runs: the two texts of the housekeeping are recognized, and done without one.
@@ -110,22 +136,22 @@ LaunchStatus LinuxAuthorization::executeWithPrivileges(Authorization* authorizat
   return carryOut(authorization, request, log_, none);
 }
 
-LaunchStatus LinuxAuthorization::checkTheSyntax(Authorization* authorization) {
-  if (dynamic_cast<LinuxRights*>(authorization) == nullptr) return launch_status::kInvalidAuthorization;
+LaunchOutcome LinuxAuthorization::checkTheSyntax(Authorization* authorization) {
+  if (dynamic_cast<LinuxRights*>(authorization) == nullptr) return {launch_status::kInvalidAuthorization, {}};
   if (const auto line = checkSyntax(options_.root); !line.empty()) log_.write("Syntax check: " + line);
-  return launch_status::kStarted;
+  return {};
 }
 
-LaunchStatus LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                                       const std::vector<std::string>& arguments,
-                                                       std::unique_ptr<OutputPipe>& output) {
+LaunchOutcome LinuxAuthorization::executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                                        const std::vector<std::string>& arguments,
+                                                        std::unique_ptr<OutputPipe>& output) {
   helper::SupervisedRun run;
-  const auto status =
+  auto outcome =
       carryOut(authorization, {.program = tool, .arguments = arguments, .wantsOutput = true}, log_, run);
-  if (status == launch_status::kStarted) {
+  if (outcome.status == launch_status::kStarted) {
     output = std::make_unique<RunOutput>(std::move(run), options_.waitForOutput);
   }
-  return status;
+  return outcome;
 }
 
 }  // namespace corvane

@@ -39,17 +39,18 @@ class LinuxAuthorization : public AuthorizationServices {
   /// Whether the client's folder, or the root prefix where that is missing, belongs to the user, and no link
   /// leads there; always true for root.
   [[nodiscard]] bool isDirect() const override;
-  /// In direct mode a tree is denied that others than root and the user can change.
+  /// In direct mode the right is denied in a tree that others than root and the user can change, where no file can
+  /// be staged, and where the client's folder lies on a file system that is read only.
   /// Rights are asked for one at a time; a second asking before the first was answered is answered Cancelled.
   void requestRights(std::string_view right, Done done) override;
-  [[nodiscard]] LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                                   const std::vector<std::string>& arguments) override;
-  [[nodiscard]] LaunchStatus executeWithPrivileges(Authorization* authorization, const std::string& tool,
-                                                   const std::vector<std::string>& arguments,
-                                                   std::unique_ptr<OutputPipe>& output) override;
+  LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                      const std::vector<std::string>& arguments) override;
+  LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
+                                      const std::vector<std::string>& arguments,
+                                      std::unique_ptr<OutputPipe>& output) override;
 
  private:
-  [[nodiscard]] LaunchStatus checkTheSyntax(Authorization* authorization);
+  [[nodiscard]] LaunchOutcome checkTheSyntax(Authorization* authorization);
 
   LinuxRunLoop& runLoop_;
   SystemLog& log_;

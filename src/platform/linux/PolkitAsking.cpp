@@ -147,7 +147,7 @@ void PolkitAsking::answer(AuthorizationOutcome outcome, std::string_view problem
   const auto deadline = std::move(deadline_);
   const auto done = std::move(done_);
   done_ = nullptr;
-  done(outcome, std::move(rights));
+  done({outcome, std::move(rights), std::string(problem)});
 }
 
 }  // namespace corvane
