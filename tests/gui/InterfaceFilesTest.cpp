@@ -126,7 +126,7 @@ TEST_F(InterfaceFiles, EveryWidgetIsANamedControlForTheKeyboardOrALabelThatSpeak
     QWidget& found = focusWidget(name);
     if (const auto* label = qobject_cast<const QLabel*>(&found)) {
       EXPECT_TRUE(found.accessibleName().isEmpty()) << "it would hide the label's text";
-      EXPECT_FALSE(label->text().isEmpty());
+      EXPECT_TRUE(label->isHidden() || !label->text().isEmpty());
     } else if (isPlainLabel(name)) {
       EXPECT_FALSE(qobject_cast<const QAbstractButton*>(&found)->text().isEmpty());
     } else {

@@ -334,7 +334,10 @@ void Story::removeTheClient() {
 
 /// Labels, and buttons that are labels here, take no acts.
 bool takesActs(const qt::PaneWindow& window, const std::string& name, const std::string& kind) {
-  if (kind == "QLabel" || kind == "QProgressBar") return false;
+  for (const char* text :
+       {"QLabel", "QProgressBar", "corvane::qt::FittedLabel", "corvane::qt::StatusLabel"}) {
+    if (kind == text) return false;
+  }
   if (kind != "corvane::qt::LabelButton") return true;
   return find(window, name.c_str()).focusPolicy() != Qt::NoFocus;
 }

@@ -83,8 +83,8 @@ QSizeF AttributedTextLayout::naturalSize() const {
   return {std::ceil(width), std::ceil(height)};
 }
 
-void AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const {
-  if (text_.isEmpty() || rect.width() <= 0) return;
+bool AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const {
+  if (text_.isEmpty() || rect.width() <= 0) return text_.isEmpty();
   QTextLayout layout(text_, font_);
   const qreal lineHeight = QFontMetricsF(font_).height();
   const bool wraps = rect.height() >= 2 * lineHeight * 0.9;
@@ -105,12 +105,14 @@ void AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Align
   painter.setPen(plainColor_);
   // Where the toolkit's own labels and fields put their lines, so that a row of both stands on one line.
   const qreal top = std::round(rect.top() + (rect.height() - height + 1) / 2);
+  bool isWhole = true;
   for (int i = 0; i < shown; ++i) {
     const QTextLine line = layout.lineAt(i);
     const QRectF lineRect(rect.left(), top + line.y(), rect.width(), line.height());
     const bool cutShort =
         (i + 1 == shown && shown < layout.lineCount()) || line.naturalTextWidth() > rect.width();
     if (cutShort) {
+      isWhole = false;
       drawShortened(painter, line.textStart(), lineRect, alignment);
     } else {
       const qreal x = offset(rect.width(), line.naturalTextWidth(), alignment);
@@ -118,6 +120,7 @@ void AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Align
     }
   }
   painter.restore();
+  return isWhole;
 }
 
 void AttributedTextLayout::drawShortened(QPainter& painter, int start, const QRectF& rect,

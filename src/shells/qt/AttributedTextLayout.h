@@ -25,8 +25,8 @@ class AttributedTextLayout {
   /// Without wrapping.
   [[nodiscard]] QSizeF naturalSize() const;
   /// Draws the text inside the rectangle, in the middle of its height. Lines are wrapped when there is room
-  /// for more than one.
-  void draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const;
+  /// for more than one. Answers whether all of it is shown.
+  bool draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const;
 
  private:
   qreal lay(QTextLayout& layout, qreal width, bool wraps) const;

@@ -12,6 +12,7 @@
 #include "appearance/Appearance.h"
 #include "binders/AuthorizationViewBinder.h"
 #include "binders/ButtonBinder.h"
+#include "binders/StatusBinder.h"
 #include "binders/TabViewBinder.h"
 #include "ui_PaneWindow.h"
 #include "widgets/SheetHost.h"
@@ -28,7 +29,8 @@ PaneWindow::PaneWindow(QWidget* parent)
   ui_->greetingButton->setAlignment(Qt::AlignHCenter);
   QFont small = font();
   small.setPixelSize(12);
-  ui_->authLabel->setFont(small);
+  for (QWidget* text : {static_cast<QWidget*>(ui_->statusField), static_cast<QWidget*>(ui_->authLabel)})
+    text->setFont(small);
   ui_->clientVersionButton->setFont(small);
   ui_->clientVersionButton->setAlignment(Qt::AlignRight);
   setFocus();  // no control is marked before the keyboard is used
@@ -42,6 +44,7 @@ void PaneWindow::bindFrameTo(PaneView& view) {
   view.mainWindow.onChange = [this, &view] { setWindowTitle(toQString(view.mainWindow.title())); };
   view.mainWindow.onChange();
   new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel);
+  new StatusBinder(view.statusField, *ui_->statusField);
   new TabViewBinder(view.tabView, *ui_->tabView);
 }
 

@@ -5,9 +5,9 @@
 
 namespace corvane::qt {
 
-AuthorizationViewBinder::AuthorizationViewBinder(AuthorizationView& view, LockButton& button, QLabel& label)
+AuthorizationViewBinder::AuthorizationViewBinder(AuthorizationView& view, LockButton& button,
+                                                 FittedLabel& label)
     : Binder(view, button), view_(view), button_(button), label_(label) {
-  label_.setTextFormat(Qt::PlainText);
   connect(&button_, &QAbstractButton::clicked, this, [this] {
     if (isInReach()) view_.click();
   });
