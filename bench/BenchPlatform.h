@@ -28,7 +28,7 @@ struct FixedOutput final : ProcessOutput {
   }
 };
 struct EvenWidths final : Workspace {
-  void openUrl(const std::string& /*address*/) override {}
+  bool openUrl(const std::string& /*address*/) override { return true; }
   std::uint32_t modifierFlags() override { return 0; }
   double textWidth(std::string_view text, const Font& font) override {
     return static_cast<double>(text.size()) * font.size / 2;

@@ -36,7 +36,7 @@ struct WillingDialogs final : Dialogs {
 };
 
 struct PlainWorkspace final : Workspace {
-  void openUrl(const std::string&) override {}
+  bool openUrl(const std::string&) override { return true; }
   std::uint32_t modifierFlags() override { return 0; }
   double textWidth(std::string_view text, const Font&) override { return static_cast<double>(text.size()); }
 };

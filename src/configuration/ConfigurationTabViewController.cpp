@@ -44,13 +44,9 @@ AlertDescription removalAlert(std::string iconPath) {
 
 ConfigurationTabViewController::ConfigurationTabViewController(Platform& platform, const PathTable& paths,
                                                                ConfigurationTabView& view)
-    : platform_(platform),
-      paths_(paths),
-      view_(view),
-      quorlen_(makeStore()),
-      runInterval_(view.runIntervalTextField, client_key::kRunInterval, SettingsBinding::Kind::Integer),
-      clientGroup_(view.clientGroupTextField, client_key::kClientGroup, SettingsBinding::Kind::Text) {
-  bindFields();
+    : platform_(platform), paths_(paths), view_(view), quorlen_(platform, paths.clientSettings) {
+  quorlen_.bind(view_.runIntervalTextField, client_key::kRunInterval, SettingsBinding::Kind::Integer);
+  quorlen_.bind(view_.clientGroupTextField, client_key::kClientGroup, SettingsBinding::Kind::Text);
   view_.runClientButton.action = [this](Button&) { runClientNow(); };
   view_.updateClientNowButton.action = [this](Button&) { runUpdaterNow(); };
   view_.uninstallButton.action = [this](Button&) { uninstall(); };
@@ -65,7 +61,7 @@ ConfigurationTabViewController::~ConfigurationTabViewController() {
 
 void ConfigurationTabViewController::awakeFromNib(PaneServices& quorlenPrefPane) {
   quorlenPrefPane_ = &quorlenPrefPane;
-  quorlen_->setDelegate(quorlenPrefPane_);
+  quorlen_.setDelegate(quorlenPrefPane_);
   timerClientPID_ = platform_.runLoop.scheduleTimer(kMarkerInterval, true, [this] { checkForFile(); });
   const bool hasUpdater = platform_.files.exists(paths_.utilities);
   view_.lastRunUpdaterLabel.setHidden(!hasUpdater);
@@ -78,31 +74,13 @@ void ConfigurationTabViewController::awakeFromNib(PaneServices& quorlenPrefPane)
   refresh();
 }
 
-std::unique_ptr<QLDefaultsController> ConfigurationTabViewController::makeStore() const {
-  auto store =
-      std::make_unique<QLDefaultsController>(paths_.clientSettings, platform_.files, platform_.propertyLists);
-  store->setDelegate(quorlenPrefPane_);
-  return store;
-}
-
-void ConfigurationTabViewController::bindFields() {
-  runInterval_.bindTo(*quorlen_);
-  clientGroup_.bindTo(*quorlen_);
-}
-
 void ConfigurationTabViewController::refresh() {
-  if (!quorlen_->validValues()) {
-    runInterval_.unbind();
-    clientGroup_.unbind();
-    quorlen_ = makeStore();
-    bindFields();
-  }
-  quorlen_->refreshValues();
+  quorlen_.refresh();
   updateLastUpdateTime();
   updateLastRunTime();
 }
 
-bool ConfigurationTabViewController::errorLoadingPlists() { return !quorlen_->validValues(); }
+bool ConfigurationTabViewController::errorLoadingPlists() { return !quorlen_.validValues(); }
 
 void ConfigurationTabViewController::updateLastUpdateTime() {
   const Dictionary status = platform_.propertyLists.read(paths_.updateStatus).asDictionary();

@@ -15,8 +15,7 @@
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
 #include "pane/QLCFileWatcher.h"
-#include "pane/QLDefaultsController.h"
-#include "pane/SettingsBinding.h"
+#include "pane/SettingsFile.h"
 #include "pane/Tabs.h"
 #include "platform/CallGuard.h"
 #include "platform/Platform.h"
@@ -53,9 +52,6 @@ class ConfigurationTabViewController final : public ConfigurationTab,
   void fileWatcherFileHasDisappeared(QLCFileWatcher& watcher, const std::string& path) override;
 
   [[nodiscard]] bool unlocked() const;
-  [[nodiscard]] std::unique_ptr<QLDefaultsController> makeStore() const;
-  /// Ties the editable fields to the present store.
-  void bindFields();
   /// Whether a client run is in progress: the timer's action.
   void checkForFile();
   void alertDidEndReturnCodeContextInfo(const AlertResult& result);
@@ -65,9 +61,7 @@ class ConfigurationTabViewController final : public ConfigurationTab,
   Platform& platform_;
   const PathTable& paths_;
   ConfigurationTabView& view_;
-  std::unique_ptr<QLDefaultsController> quorlen_;
-  SettingsBinding runInterval_;
-  SettingsBinding clientGroup_;
+  SettingsFile quorlen_;
   PaneServices* quorlenPrefPane_ = nullptr;
   std::unique_ptr<RunLoop::Source> timerClientPID_;
   std::shared_ptr<QLCFileWatcher> watcherClientPID_;  // while a client run holds its marker

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "options/OptionsStore.h"
+#include "pane/SettingsFile.h"
 #include "values/PropertyList.h"
 
 namespace corvane {
@@ -13,7 +13,7 @@ namespace corvane {
 class DiskJournal {
  public:
   /// The store must outlive the journal.
-  explicit DiskJournal(OptionsStore& diskJournald) : diskJournald_(diskJournald) {}
+  explicit DiskJournal(SettingsFile& diskJournald) : diskJournald_(diskJournald) {}
 
   /// Reads the journal again.
   void refresh() { diskJournald_.refresh(); }
@@ -33,7 +33,7 @@ class DiskJournal {
   [[nodiscard]] bool isVolumePresentPath(std::string_view name, std::string_view path) const;
 
  private:
-  OptionsStore& diskJournald_;
+  SettingsFile& diskJournald_;
 };
 
 }  // namespace corvane

@@ -12,8 +12,8 @@
 namespace corvane {
 namespace {
 
-/// Far more than a process id needs; a larger file is none.
-constexpr std::size_t kPidFileLimit = 65536;  // bytes
+/// A larger file counts as unreadable, as a settings file does.
+constexpr std::size_t kPidFileLimit = std::size_t{64} * 1024 * 1024;  // bytes
 
 bool isAscii(std::string_view text) {
   return std::ranges::all_of(text,

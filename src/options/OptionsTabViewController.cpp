@@ -31,7 +31,7 @@ OptionsTabViewController::~OptionsTabViewController() {
 
 void OptionsTabViewController::awakeFromNib(PaneServices& quorlenPrefPane) {
   pane_.quorlenPrefPane = &quorlenPrefPane;
-  for (OptionsStore* store : {&timeMachine_, &diskFree_, &automountDisk_, &diskJournald_}) {
+  for (SettingsFile* store : {&timeMachine_, &diskFree_, &automountDisk_, &diskJournald_}) {
     store->setDelegate(&quorlenPrefPane);
   }
   attachFormatters();

@@ -7,7 +7,6 @@
 
 #include "options/DiskJournal.h"
 #include "options/JournalDaemon.h"
-#include "options/OptionsStore.h"
 #include "options/OptionsTabView.h"
 #include "options/PaneConnection.h"
 #include "options/TimeMachineSheet.h"
@@ -18,6 +17,7 @@
 #include "options/WarningRows.h"
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
+#include "pane/SettingsFile.h"
 #include "pane/Tabs.h"
 #include "platform/Platform.h"
 
@@ -71,10 +71,10 @@ class OptionsTabViewController final : public OptionsTab,
 
   OptionsTabView& view_;
   PaneConnection pane_;
-  OptionsStore timeMachine_;
-  OptionsStore diskFree_;
-  OptionsStore automountDisk_;
-  OptionsStore diskJournald_;
+  SettingsFile timeMachine_;
+  SettingsFile diskFree_;
+  SettingsFile automountDisk_;
+  SettingsFile diskJournald_;
   DiskJournal journal_;
   JournalDaemon daemon_;
   VolumeCatalogue catalogue_;

@@ -4,15 +4,15 @@
 
 #include <cstdint>
 
-#include "options/OptionsStore.h"
 #include "options/OptionsTabView.h"
+#include "pane/SettingsFile.h"
 
 namespace corvane {
 
 class TimeMachineSheet {
  public:
   /// Both must outlive the sheet.
-  TimeMachineSheet(OptionsTabView& view, OptionsStore& timeMachine)
+  TimeMachineSheet(OptionsTabView& view, SettingsFile& timeMachine)
       : view_(view), timeMachine_(timeMachine) {}
 
   /// Gives the number fields new formatters, which know nothing of an earlier edit.
@@ -33,7 +33,7 @@ class TimeMachineSheet {
   void end();
 
   OptionsTabView& view_;
-  OptionsStore& timeMachine_;
+  SettingsFile& timeMachine_;
 };
 
 }  // namespace corvane

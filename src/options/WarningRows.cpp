@@ -18,8 +18,8 @@ constexpr double kGap = 5;
 
 }  // namespace
 
-WarningRows::WarningRows(OptionsTabView& view, Workspace& workspace, OptionsStore& timeMachine,
-                         OptionsStore& diskFree, OptionsStore& automountDisk, const PaneConnection& pane)
+WarningRows::WarningRows(OptionsTabView& view, Workspace& workspace, SettingsFile& timeMachine,
+                         SettingsFile& diskFree, SettingsFile& automountDisk, const PaneConnection& pane)
     : view_(view),
       workspace_(workspace),
       timeMachine_(timeMachine),
@@ -60,7 +60,7 @@ void WarningRows::toggleCheckboxButtonPairing(const Button& sender) {
   const bool isTimeMachine = &sender == &view_.timeMachineWarningTrailingButton;
   if (!isTimeMachine && &sender != &view_.bootVolumeWarningTrailingButton) return;
   const Button& checkBox = isTimeMachine ? view_.timeMachineWarningCheckbox : view_.bootVolumeWarningCheckbox;
-  OptionsStore& store = isTimeMachine ? timeMachine_ : diskFree_;
+  SettingsFile& store = isTimeMachine ? timeMachine_ : diskFree_;
   // The store writes the file because of the change; the check box is bound to the key and follows.
   store.store().setValueForKey(client_key::kPluginEnabled,
                                PropertyList::boolean(checkBox.state() != ButtonState::On));

@@ -6,9 +6,9 @@
 
 #include <string>
 
-#include "options/OptionsStore.h"
 #include "options/OptionsTabView.h"
 #include "options/PaneConnection.h"
+#include "pane/SettingsFile.h"
 #include "platform/Workspace.h"
 
 namespace corvane {
@@ -16,8 +16,8 @@ namespace corvane {
 class WarningRows {
  public:
   /// All must outlive the rows.
-  WarningRows(OptionsTabView& view, Workspace& workspace, OptionsStore& timeMachine, OptionsStore& diskFree,
-              OptionsStore& automountDisk, const PaneConnection& pane);
+  WarningRows(OptionsTabView& view, Workspace& workspace, SettingsFile& timeMachine, SettingsFile& diskFree,
+              SettingsFile& automountDisk, const PaneConnection& pane);
 
   /// Ties the controls to their keys.
   void bindControls();
@@ -36,9 +36,9 @@ class WarningRows {
  private:
   OptionsTabView& view_;
   Workspace& workspace_;
-  OptionsStore& timeMachine_;
-  OptionsStore& diskFree_;
-  OptionsStore& automountDisk_;
+  SettingsFile& timeMachine_;
+  SettingsFile& diskFree_;
+  SettingsFile& automountDisk_;
   const PaneConnection& pane_;
 };
 

@@ -5,6 +5,7 @@
 
 #include "pane/ClientKeys.h"
 #include "pane/Deployment.h"
+#include "pane/OpenAddress.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -60,9 +61,8 @@ std::string versionText(const QLDefaultsController& store) {
 
 }  // namespace
 
-void ClientHeader::refreshClientSettings(QLDefaultsController& settings, QLDefaultsController& backup) {
-  settings.refreshValues();
-  backup.refreshValues();
+void ClientHeader::showClientSettings(const QLDefaultsController& settings,
+                                      const QLDefaultsController& backup) {
   supportAddress_.reset();
   if (holdsKeys(settings)) {
     showFromSettings(settings);
@@ -130,11 +130,11 @@ void ClientHeader::urlButtonAction() {
   if (!supportAddress_) return;
   for (const std::string_view scheme : kSchemes) {
     if (supportAddress_->find(scheme) != std::string::npos) {
-      platform_.workspace.openUrl(*supportAddress_);
+      openAddress(platform_, *supportAddress_);
       return;
     }
   }
-  platform_.workspace.openUrl(formatText("http://%@", {*supportAddress_}));
+  openAddress(platform_, formatText("http://%@", {*supportAddress_}));
 }
 
 void ClientHeader::quorlenIconButtonAction() {
@@ -150,7 +150,7 @@ void ClientHeader::quorlenIconButtonAction() {
                                    {server.value_or("(null)"), identifier.value_or("(null)")}));
     return;
   }
-  platform_.workspace.openUrl(formatText("https://%@/computers/%@", {*server, *identifier}));
+  openAddress(platform_, formatText("https://%@/computers/%@", {*server, *identifier}));
 }
 
 }  // namespace corvane

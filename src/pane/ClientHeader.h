@@ -18,8 +18,8 @@ class ClientHeader {
   ClientHeader(Platform& platform, const PathTable& paths, PaneView& view)
       : platform_(platform), paths_(paths), view_(view) {}
 
-  /// Reads both stores again and shows what they hold.
-  void refreshClientSettings(QLDefaultsController& settings, QLDefaultsController& backup);
+  /// Shows what the settings hold or, where they hold nothing, their backup.
+  void showClientSettings(const QLDefaultsController& settings, const QLDefaultsController& backup);
   /// Opens the support address.
   void urlButtonAction();
   /// Opens the computer's page at the reporting server, if the Control or the Option key is held.

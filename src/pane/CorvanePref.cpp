@@ -22,8 +22,8 @@ CorvanePref::CorvanePref(Platform& platform, const PathTable& paths, Outlets out
       rootFiles_(platform, paths, execution_),
       status_(paths, outlets.view.statusField),
       header_(platform, paths, outlets.view),
-      quorlen_(paths.clientSettings, platform.files, platform.propertyLists),
-      quorlenBackup_(paths.clientSettingsBackup, platform.files, platform.propertyLists),
+      quorlen_(platform, paths.clientSettings),
+      quorlenBackup_(platform, paths.clientSettingsBackup),
       monitor_(platform, paths,
                {outlets.configurationTabViewController, outlets.optionsTabViewController,
                 outlets.pluginsTabViewController, [this] { refreshClientSettings(); }}) {
@@ -136,7 +136,11 @@ void CorvanePref::refresh() {
   outlets_.pluginsTabViewController.refresh();
 }
 
-void CorvanePref::refreshClientSettings() { header_.refreshClientSettings(quorlen_, quorlenBackup_); }
+void CorvanePref::refreshClientSettings() {
+  quorlen_.refresh();
+  quorlenBackup_.refresh();
+  header_.showClientSettings(quorlen_.store(), quorlenBackup_.store());
+}
 
 void CorvanePref::addUnlockedObserver(UnlockedObserver& observer) {
   unlockedObservers_.push_back(&observer);

@@ -17,7 +17,7 @@
 #include "pane/PaneView.h"
 #include "pane/PathTable.h"
 #include "pane/QLCFileWatcher.h"
-#include "pane/QLDefaultsController.h"
+#include "pane/SettingsFile.h"
 #include "pane/Tabs.h"
 #include "platform/Platform.h"
 #include "privileged/PrivilegedExecution.h"
@@ -94,8 +94,8 @@ class CorvanePref final : public PaneServices,
   Files::Held claim_;  // of the tree, while this pane is open on it
   PaneStatus status_;
   ClientHeader header_;
-  QLDefaultsController quorlen_;
-  QLDefaultsController quorlenBackup_;  // without a delegate: never written
+  SettingsFile quorlen_;
+  SettingsFile quorlenBackup_;  // without a delegate: never written
   DirectoryMonitor monitor_;
   bool unlocked_ = false;
   std::vector<UnlockedObserver*> unlockedObservers_;

@@ -2,8 +2,8 @@
 // written whole through its delegate after every change. The pane keeps two stores, the Options tab four, the
 // Configuration tab one.
 //
-// A store whose file can't be read has no values (`validValues` is false). It is never repaired: its owner
-// makes a new one over the same file.
+// A store whose file can't be read has no values (`validValues` is false). It is never repaired: its owner,
+// a `SettingsFile`, makes a new one over the same file.
 #pragma once
 
 #include <memory>

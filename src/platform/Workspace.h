@@ -22,8 +22,9 @@ inline constexpr std::uint32_t kOptionKeyFlag = 0x80000;
 class Workspace {
  public:
   virtual ~Workspace() = default;
-  /// Opens the address with the desktop's handler for it. An address that does not parse opens nothing.
-  virtual void openUrl(const std::string& address) = 0;
+  /// Opens the address with the desktop's handler for it. False when nothing was opened: it does not parse,
+  /// is of a kind that is not opened, or has no handler.
+  [[nodiscard]] virtual bool openUrl(const std::string& address) = 0;
   /// The modifier keys that are held now, as bits like those above; others may be among them.
   [[nodiscard]] virtual std::uint32_t modifierFlags() = 0;
   /// The width in points of the text, drawn in one line in the font.

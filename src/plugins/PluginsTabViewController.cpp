@@ -1,5 +1,6 @@
 #include "plugins/PluginsTabViewController.h"
 
+#include "pane/OpenAddress.h"
 #include "plugins/PluginRowHeights.h"
 
 namespace corvane {
@@ -132,7 +133,7 @@ void PluginsTabViewController::outlineViewWillDisplayCellForTableColumnItem(Outl
 
 void PluginsTabViewController::myOpenURL(OutlineView& sender) {
   const std::string address = titleOfButton(sender.selectedCell());
-  if (!address.empty()) platform_.workspace.openUrl(address);
+  if (!address.empty()) openAddress(platform_, address);
 }
 
 }  // namespace corvane

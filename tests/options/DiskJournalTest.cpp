@@ -8,13 +8,13 @@ class DiskJournalTest : public OptionsTabTest {
  protected:
   /// The journal over the file as it is now.
   DiskJournal& journal() {
-    store_ = std::make_unique<OptionsStore>(platform_.platform, paths_.diskJournal);
+    store_ = std::make_unique<SettingsFile>(platform_.platform, paths_.diskJournal);
     journal_ = std::make_unique<DiskJournal>(*store_);
     return *journal_;
   }
 
  private:
-  std::unique_ptr<OptionsStore> store_;
+  std::unique_ptr<SettingsFile> store_;
   std::unique_ptr<DiskJournal> journal_;
 };
 

@@ -54,6 +54,12 @@ TEST_F(JournalDaemonTest, RunsWhenThePidOfItsFileIsAmongTheProcesses) {
   }
 }
 
+TEST_F(JournalDaemonTest, APidFileOfAnyReasonableSizeIsRead) {
+  platform_.processOutput.output = "  333\n";
+  platform_.writeText(platform_.paths.diskJournalPid, "333\n" + std::string(1000000, ' '));
+  EXPECT_TRUE(runs());
+}
+
 TEST_F(JournalDaemonTest, DoesNotRunWithoutAPidFileAndListsNoProcesses) {
   platform_.processOutput.output = "  PID\n";
   EXPECT_FALSE(runs());

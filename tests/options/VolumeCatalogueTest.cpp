@@ -16,7 +16,7 @@ class VolumeCatalogueTest : public OptionsTabTest {
     return catalogue_.isVolumeDuplicatePath(name, path);
   }
 
-  OptionsStore store_{platform_.platform, paths_.diskJournal};
+  SettingsFile store_{platform_.platform, paths_.diskJournal};
   DiskJournal journal_{store_};
   PaneConnection connection_{&pane_};
   VolumeCatalogue catalogue_{platform_.platform, paths_, journal_, connection_};
@@ -228,7 +228,7 @@ TEST_F(VolumeCatalogueTest, NothingIsADuplicateOfDevicesInAnIncompleteJournal) {
         Dictionary::make({{"CurrentlyMountedVolumeDevices", list({text("disk2")})}})}) {
     // A store keeps keys that its file has lost, so each journal is read by a new one.
     writeJournalPlist(journal);
-    OptionsStore store(platform_.platform, paths_.diskJournal);
+    SettingsFile store(platform_.platform, paths_.diskJournal);
     DiskJournal fresh(store);
     VolumeCatalogue catalogue(platform_.platform, paths_, fresh, connection_);
     catalogue.rebuild();

@@ -66,6 +66,34 @@ TEST_F(ClientHeaderTest, AnAbsentEmptyOrWronglyTypedSupportAddressHidesGreetingA
   }
 }
 
+TEST_F(ClientHeaderTest, AnAddressThatCannotBeOpenedIsLogged) {
+  showSettings({{"Support_Address", text("http://[bad")}, {"Client_Version", text("5")}});
+  platform_.workspace.opens = false;
+  link_.click();
+  EXPECT_THAT(platform_.workspace.openedUrls, ElementsAre("http://[bad"));
+  EXPECT_THAT(platform_.log.lines, ElementsAre("Could not open the address \"http://[bad\""));
+}
+
+TEST_F(ClientHeaderTest, SettingsThatBecomeReadableAreShownAtTheNextRefresh) {
+  platform_.writeText(platform_.paths.clientSettings, "no property list");
+  platform_.writeText(platform_.paths.clientSettingsBackup, "no property list");
+  load();
+  EXPECT_EQ(version_.title(), "Error");
+  writeSettings(Dictionary::make({{"Client_Version", text("5.3")}}));
+  pane_->refreshClientSettings();
+  EXPECT_EQ(version_.title(), "Version 5.3");
+}
+
+TEST_F(ClientHeaderTest, ABackupThatBecomesReadableIsShownAtTheNextRefresh) {
+  platform_.writeText(platform_.paths.clientSettings, "no property list");
+  platform_.writeText(platform_.paths.clientSettingsBackup, "no property list");
+  load();
+  platform_.writePlist(platform_.paths.clientSettingsBackup,
+                       Dictionary::make({{"Client_Version", text("5.0")}}));
+  pane_->refreshClientSettings();
+  EXPECT_EQ(version_.title(), "Version 5.0");
+}
+
 TEST_F(ClientHeaderTest, AnAddressThatComesBackShowsGreetingAndLinkAgain) {
   showSettings({{"Support_Address", text("")}});
   showSettings({{"Support_Address", text("help.example.com")}});

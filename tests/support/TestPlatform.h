@@ -128,11 +128,15 @@ class ScriptedDialogs final : public Dialogs {
 
 class FakeWorkspace final : public Workspace {
  public:
-  void openUrl(const std::string& address) override { openedUrls.push_back(address); }
+  bool openUrl(const std::string& address) override {
+    openedUrls.push_back(address);
+    return opens;
+  }
   std::uint32_t modifierFlags() override { return flags; }
   /// Half the font size for each UTF-16 code unit, unless a width is given for the text.
   double textWidth(std::string_view text, const Font& font) override;
   std::vector<std::string> openedUrls;
+  bool opens = true;
   std::uint32_t flags = 0;
   std::map<std::string, double> widths;
   std::vector<std::pair<std::string, Font>> measured;

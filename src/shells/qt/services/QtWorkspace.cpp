@@ -9,12 +9,13 @@
 
 namespace corvane::qt {
 
-void QtWorkspace::openUrl(const std::string& address) {
+bool QtWorkspace::openUrl(const std::string& address) {
   const QUrl url(toQString(address), QUrl::StrictMode);
-  if (!url.isValid()) return;
+  if (!url.isValid()) return false;
   const QString scheme = url.scheme();  // in lower case
   const bool web = scheme == QLatin1String("http") || scheme == QLatin1String("https");
-  if ((web && !url.host().isEmpty()) || scheme == QLatin1String("mailto")) QDesktopServices::openUrl(url);
+  const bool mayBeOpened = web ? !url.host().isEmpty() : scheme == QLatin1String("mailto");
+  return mayBeOpened && QDesktopServices::openUrl(url);
 }
 
 std::uint32_t QtWorkspace::modifierFlags() {

@@ -9,7 +9,7 @@ class QtWorkspace final : public Workspace {
  public:
   /// Opens web and mail addresses only. Addresses come from settings files, and the desktop's handler for
   /// another scheme might start a program.
-  void openUrl(const std::string& address) override;
+  [[nodiscard]] bool openUrl(const std::string& address) override;
   [[nodiscard]] std::uint32_t modifierFlags() override;
   [[nodiscard]] double textWidth(std::string_view text, const Font& font) override;
 };

@@ -1,5 +1,6 @@
-// One settings file of the Options tab: its store, and the bindings of controls to its keys. A store that
-// could not be read is replaced by a new one at the next refresh, and the bindings move over to it.
+// One settings file that the pane keeps open: its store, and the bindings of controls to its keys. The pane
+// has seven of them. A store that could not be read is replaced by a new one over the same file at the next
+// refresh, and the bindings move over to it.
 #pragma once
 
 #include <memory>
@@ -13,15 +14,15 @@
 
 namespace corvane {
 
-class OptionsStore {
+class SettingsFile {
  public:
-  /// Reads the file at the absolute path. The platform must outlive the store.
-  OptionsStore(Platform& platform, std::string file);
-  OptionsStore(const OptionsStore&) = delete;
-  OptionsStore& operator=(const OptionsStore&) = delete;
-  ~OptionsStore();
+  /// Reads the file at the absolute path. The platform must outlive this.
+  SettingsFile(Platform& platform, std::string file);
+  SettingsFile(const SettingsFile&) = delete;
+  SettingsFile& operator=(const SettingsFile&) = delete;
+  ~SettingsFile();
 
-  /// Who writes the file, also for the stores that may come in place of this one.
+  /// Who writes the file, also for the stores that may come in place of this one. Null: it is not written.
   void setDelegate(PlistWriter* delegate);
   /// Ties a control to a key with the arguments of one of the constructors of `SettingsBinding`.
   template <typename... Arguments>

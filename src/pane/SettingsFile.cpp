@@ -1,24 +1,24 @@
-#include "options/OptionsStore.h"
+#include "pane/SettingsFile.h"
 
 namespace corvane {
 
-OptionsStore::OptionsStore(Platform& platform, std::string file)
+SettingsFile::SettingsFile(Platform& platform, std::string file)
     : platform_(platform), file_(std::move(file)), store_(makeStore()) {}
 
-OptionsStore::~OptionsStore() = default;
+SettingsFile::~SettingsFile() = default;
 
-std::unique_ptr<QLDefaultsController> OptionsStore::makeStore() const {
+std::unique_ptr<QLDefaultsController> SettingsFile::makeStore() const {
   auto store = std::make_unique<QLDefaultsController>(file_, platform_.files, platform_.propertyLists);
   store->setDelegate(delegate_);
   return store;
 }
 
-void OptionsStore::setDelegate(PlistWriter* delegate) {
+void SettingsFile::setDelegate(PlistWriter* delegate) {
   delegate_ = delegate;
   store_->setDelegate(delegate);
 }
 
-void OptionsStore::refresh() {
+void SettingsFile::refresh() {
   if (!store_->validValues()) {
     for (const auto& binding : bindings_) binding->unbind();
     store_ = makeStore();
