@@ -10,6 +10,7 @@
 
 #include "platform/linux/LinuxSystemLog.h"
 #include "posix/FileDescriptor.h"
+#include "posix/PosixPropertyListFiles.h"
 #include "posix/Signals.h"
 #include "support/Isolated.h"
 #include "support/TemporaryFolder.h"
@@ -28,6 +29,19 @@ TEST(ProcessSignals, LogLineThatNobodyReadsDoesNotEndThePane) {
     FileDescriptor(ends[0]).reset();
     const FileDescriptor writeEnd(ends[1]);
     LinuxSystemLog(writeEnd.get()).write("nobody reads this");
+  });
+  EXPECT_EQ(outcome, IsolatedOutcome::Passed);
+}
+
+TEST(ProcessSignals, FileThatGrowsBeyondTheSessionsLimitIsAnErrorAndNoEnd) {
+  const auto outcome = test::runIsolated(0, [] {
+    std::signal(SIGXFSZ, SIG_DFL);
+    prepareSignals();
+    const test::TemporaryFolder folder;
+    const rlimit limit{16, 16};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const auto value = PropertyList::string(std::string(1000, 'x'));
+    EXPECT_EQ(PosixPropertyListFiles().write(folder / "a.plist", value).reason, "File too large");
   });
   EXPECT_EQ(outcome, IsolatedOutcome::Passed);
 }

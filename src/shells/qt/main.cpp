@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <cstdio>
+#include <optional>
 
 #include "CommandLine.h"
 #include "LinuxPane.h"
+#include "NoDisplay.h"
 #include "Pictures.h"
 #include "Text.h"
 #include "appearance/DesktopAppearance.h"
@@ -52,7 +54,9 @@ int main(int argc, char** argv) {
   if (const auto code = answerWithoutWindow(line)) return *code;
   // The toolkit has options of its own; it is spoken to through its environment variables alone.
   argc = 1;
+  std::optional<EndWithoutDisplay> guard(std::in_place);
   QApplication application(argc, argv);
+  guard.reset();
   QApplication::setApplicationName(QStringLiteral("corvane-pane"));
   QApplication::setDesktopFileName(QStringLiteral("corvane-pane"));
   dressApplication(application);
