@@ -2,10 +2,30 @@
 
 namespace corvane {
 
+namespace {
+
+Platform withDialogs(const Platform& platform, Dialogs& dialogs) {
+  return {.log = platform.log,
+          .files = platform.files,
+          .propertyLists = platform.propertyLists,
+          .runLoop = platform.runLoop,
+          .directoryEvents = platform.directoryEvents,
+          .fileEventQueues = platform.fileEventQueues,
+          .authorization = platform.authorization,
+          .processOutput = platform.processOutput,
+          .texts = platform.texts,
+          .dialogs = dialogs,
+          .workspace = platform.workspace,
+          .bundle = platform.bundle};
+}
+
+}  // namespace
+
 PaneAssembly::PaneAssembly(const Platform& platform, std::string_view rootPrefix)
-    : platform_(platform),
-      paths_(rootPrefix),
+    : paths_(rootPrefix),
       view_(platform.authorization),
+      dialogs_(platform.dialogs, view_.mainWindow),
+      platform_(withDialogs(platform, dialogs_)),
       optionsView_(view_.mainWindow),
       guard_(platform_, paths_, view_.tabView),
       configuration_(platform_, paths_, configurationView_),

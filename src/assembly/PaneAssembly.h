@@ -12,6 +12,7 @@
 #include "pane/MyTabViewController.h"
 #include "pane/PaneView.h"
 #include "pane/PathTable.h"
+#include "pane/SheetQueue.h"
 #include "platform/Platform.h"
 #include "plugins/PluginsTabView.h"
 #include "plugins/PluginsTabViewController.h"
@@ -27,6 +28,12 @@ class PaneAssembly {
   ~PaneAssembly() = default;
 
   /// Plays the host's life cycle: awakens the tabs and the pane, then loads the main view.
+  ///
+  /// The layout of the core starts from frames in points: of the tab view, greeting and support link (the
+  /// header), of the list of volumes, the header and the first column of its table (the box beside them), and
+  /// of the check box, field and label in each row with a number. The views come with the frames of a pane of
+  /// the usual width. A shell that wants others sets them before it calls this; what is computed from them
+  /// tells its shell by `onChange`.
   void load();
 
   [[nodiscard]] const PathTable& paths() const { return paths_; }
@@ -40,9 +47,10 @@ class PaneAssembly {
   [[nodiscard]] PluginsTabViewController& plugins() { return plugins_; }
 
  private:
-  Platform platform_;
   PathTable paths_;
   PaneView view_;
+  SheetQueue dialogs_;
+  Platform platform_;  // with the dialogs of this assembly
   ConfigurationTabView configurationView_;
   OptionsTabView optionsView_;
   PluginsTabView pluginsView_;

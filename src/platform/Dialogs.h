@@ -60,9 +60,8 @@ struct OpenPanelDescription {
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
-  /// Shows the alert as a sheet. Sheets that are begun while another one is open wait for it. `ended` is
-  /// called once. A platform may let one sheet stand for several alike that only tell something (one button
-  /// and nothing to fill in): its end is then the end of them all.
+  /// Shows the alert as a sheet. `ended` is called once, when the sheet has gone; perhaps before this
+  /// returns. A platform is asked for one sheet at a time: the pane lets further ones wait.
   virtual void beginSheet(const AlertDescription& alert, SheetWindow window,
                           std::function<void(const AlertResult&)> ended) = 0;
   /// Shows the alert as an application-modal panel titled with its message text; returns when it was

@@ -105,6 +105,20 @@ TEST_F(PaneAssemblyTest, AClientThatWasNeverInstalledLoadsEmptyAndCannotBeUnlock
   EXPECT_THAT(platform_.authorization.commands, IsEmpty());
 }
 
+TEST_F(PaneAssemblyTest, AnAlertWaitsForTheOpenSheetAndTheSheetForAnOpenAlert) {
+  loadUnlocked();
+  assembly_->options().advancedButtonAction();
+  removeWatched(paths_.installFolder);
+  EXPECT_THAT(platform_.dialogs.sheets, IsEmpty());
+  assembly_->optionsView().sheetCancelButton.click();
+  ASSERT_EQ(platform_.dialogs.sheets.size(), 1U);
+  EXPECT_EQ(platform_.dialogs.sheets[0].alert.messageText, "Monitoring Client Removed");
+  assembly_->options().advancedButtonAction();
+  EXPECT_FALSE(assembly_->optionsView().timeMachineAdvancedWindow.isSheet());
+  platform_.dialogs.endSheet(1000);
+  EXPECT_TRUE(assembly_->optionsView().timeMachineAdvancedWindow.isSheet());
+}
+
 TEST_F(PaneAssemblyTest, ThePluginsTabOpensAfterTheCautionAlertWasAnswered) {
   load();
   TabView& tabs = assembly_->view().tabView;

@@ -7,22 +7,60 @@
 namespace corvane {
 namespace {
 
-TEST(Window, OpensOneSheetAtATime) {
+TEST(Window, OpensItsSheetsOneAfterAnotherInTheirOrder) {
   Window window("Pane");
-  Window sheet;
-  Window other;
-  EXPECT_TRUE(window.beginSheet(sheet));
-  EXPECT_EQ(window.attachedSheet(), &sheet);
-  EXPECT_TRUE(sheet.isSheet());
-  EXPECT_FALSE(window.beginSheet(other));
-  EXPECT_FALSE(window.beginSheet(sheet));
-  EXPECT_EQ(window.attachedSheet(), &sheet);
-  EXPECT_FALSE(other.isSheet());
+  Window first;
+  Window second;
+  Window third;
+  EXPECT_TRUE(window.beginSheet(first));
+  EXPECT_TRUE(window.beginSheet(second));
+  EXPECT_TRUE(window.beginSheet(third));
+  EXPECT_FALSE(window.beginSheet(first)) << "it is open";
+  EXPECT_FALSE(window.beginSheet(second)) << "it waits";
+  EXPECT_EQ(window.attachedSheet(), &first);
+  EXPECT_TRUE(first.isSheet());
+  EXPECT_FALSE(second.isSheet());
 
-  window.endSheet(sheet);
+  window.endSheet(first);
+  EXPECT_EQ(window.attachedSheet(), &second);
+  EXPECT_FALSE(first.isSheet());
+  EXPECT_TRUE(second.isSheet());
+  window.endSheet(second);
+  EXPECT_EQ(window.attachedSheet(), &third);
+  window.endSheet(third);
   EXPECT_EQ(window.attachedSheet(), nullptr);
-  EXPECT_FALSE(sheet.isSheet());
-  EXPECT_TRUE(window.beginSheet(other));
+  EXPECT_TRUE(window.beginSheet(first)) << "as often as wanted";
+}
+
+TEST(Window, ASheetThatEndsWhileItWaitsNeverOpens) {
+  Window window;
+  Window first;
+  Window second;
+  int secondChanges = 0;
+  second.onChange = [&] { ++secondChanges; };
+  ASSERT_TRUE(window.beginSheet(first));
+  ASSERT_TRUE(window.beginSheet(second));
+  window.endSheet(second);
+  window.endSheet(first);
+  EXPECT_EQ(window.attachedSheet(), nullptr);
+  EXPECT_EQ(secondChanges, 0);
+}
+
+TEST(Window, WhatHearsOfAnEndMayBeginAnotherSheetWhichComesAfterThoseThatWait) {
+  Window window;
+  Window first;
+  Window second;
+  Window third;
+  ASSERT_TRUE(window.beginSheet(first));
+  ASSERT_TRUE(window.beginSheet(second));
+  first.onChange = [&] {
+    if (first.isSheet()) return;
+    EXPECT_TRUE(window.beginSheet(third));
+  };
+  window.endSheet(first);
+  EXPECT_EQ(window.attachedSheet(), &second);
+  window.endSheet(second);
+  EXPECT_EQ(window.attachedSheet(), &third);
 }
 
 TEST(Window, ASheetCannotHangOnTwoWindowsOnItselfOrOnItsOwnSheet) {
@@ -71,6 +109,16 @@ TEST(Window, AWindowThatGoesTakesItselfOffTheOther) {
   ASSERT_TRUE(host->beginSheet(window));
   host.reset();
   EXPECT_FALSE(window.isSheet());
+
+  auto waiting = std::make_unique<Window>();
+  Window open;
+  Window last;
+  ASSERT_TRUE(window.beginSheet(open));
+  ASSERT_TRUE(window.beginSheet(*waiting));
+  ASSERT_TRUE(window.beginSheet(last));
+  waiting.reset();
+  window.endSheet(open);
+  EXPECT_EQ(window.attachedSheet(), &last);
 }
 
 TEST(Window, ItsTitleCanBeChanged) {

@@ -51,10 +51,10 @@ TEST_F(AlertSheet, BreaksAWordThatIsLongerThanALine) {
   description.informativeText = path + " already exists in the list.";
   begin(description);
   auto& label = find<QLabel>(*sheet(), "informative");
-  QString shown = label.text();
-  EXPECT_EQ(shown.remove(QChar(0x200b)).toStdString(), description.informativeText);
+  QString text = label.text();
+  EXPECT_EQ(text.remove(QChar(0x200b)).toStdString(), description.informativeText);
   EXPECT_EQ(label.accessibleName().toStdString(), description.informativeText);
-  const int lines = label.fontMetrics().horizontalAdvance(shown) / label.width() + 1;
+  const int lines = label.fontMetrics().horizontalAdvance(text) / label.width() + 1;
   EXPECT_GE(lines, 5);
   EXPECT_GE(label.height(), lines * label.fontMetrics().height());
 }

@@ -6,6 +6,7 @@
 #include "Events.h"
 #include "PaneWindow.h"
 #include "pane/PaneView.h"
+#include "pane/SheetQueue.h"
 #include "services/QtDialogs.h"
 #include "support/TestPlatform.h"
 #include "widgets/SheetHost.h"
@@ -26,7 +27,8 @@ class WindowTest : public ::testing::Test {
   RecordingAuthorization authorization;
   PaneView view{authorization};
   qt::PaneWindow window;
-  qt::QtDialogs dialogs{window.sheets()};
+  qt::QtDialogs shown{window.sheets()};
+  SheetQueue dialogs{shown, view.mainWindow};
 };
 
 }  // namespace corvane::test

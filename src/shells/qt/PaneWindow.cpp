@@ -38,11 +38,14 @@ PaneWindow::PaneWindow(QWidget* parent)
   addTabKeys(QKeySequence::keyBindings(QKeySequence::PreviousChild) << (Qt::CTRL | Qt::Key_PageUp), -1);
 }
 
-PaneWindow::~PaneWindow() = default;
+PaneWindow::~PaneWindow() {
+  if (shown_ != nullptr) shown_->onChange = nullptr;
+}
 
 void PaneWindow::bindFrameTo(PaneView& view) {
-  view.mainWindow.onChange = [this, &view] { setWindowTitle(toQString(view.mainWindow.title())); };
-  view.mainWindow.onChange();
+  shown_ = &view.mainWindow;
+  shown_->onChange = [this] { setWindowTitle(toQString(shown_->title())); };
+  shown_->onChange();
   new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel);
   new StatusBinder(view.statusField, *ui_->statusField);
   new TabViewBinder(view.tabView, *ui_->tabView);

@@ -51,6 +51,7 @@ class PaneWindow final : public QWidget {
   void addTabKeys(const QList<QKeySequence>& keys, int step);
 
   std::unique_ptr<Ui::PaneWindow> ui_;
+  Window* shown_ = nullptr;  // whose title the window has
   SheetHost* sheets_;
 };
 

@@ -75,14 +75,7 @@ QWidget* QtDialogs::visibleWindow() const {
 
 void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/,
                            std::function<void(const AlertResult&)> ended) {
-  const QString note = std::exchange(nextNote_, QString());
-  // What is already said, or about to be, is not said twice.
-  for (AlertPanel* open : host_.findChildren<AlertPanel*>()) {
-    if (!open->tells(alert)) continue;
-    if (ended) QObject::connect(open, &AlertPanel::ended, open, ended);
-    return;
-  }
-  auto* panel = new AlertPanel(alert, note, &host_);
+  auto* panel = new AlertPanel(alert, std::exchange(nextNote_, QString()), &host_);
   QObject::connect(panel, &AlertPanel::ended, panel,
                    [this, panel, ended = std::move(ended)](const AlertResult& result) {
                      const auto report = ended;  // the panel, and with it this call, may go away meanwhile

@@ -50,7 +50,7 @@ QString breakable(const QString& text) {
 }  // namespace
 
 AlertPanel::AlertPanel(const AlertDescription& alert, const QString& note, QWidget* parent)
-    : QWidget(parent), alert_(alert), ui_(std::make_unique<Ui::AlertPanel>()) {
+    : QWidget(parent), ui_(std::make_unique<Ui::AlertPanel>()) {
   ui_->setupUi(this);
   setFocusPolicy(Qt::ClickFocus);
   setWindowTitle(toQString(alert.messageText));
@@ -109,10 +109,6 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     default_->setDefault(true);
     setFocusProxy(default_);
   }
-}
-
-bool AlertPanel::tells(const AlertDescription& alert) const {
-  return !ended_ && alert == alert_ && alert.buttons.size() == 1 && !alert.accessory;
 }
 
 void AlertPanel::finish(int index) {

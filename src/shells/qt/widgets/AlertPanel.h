@@ -26,8 +26,6 @@ class AlertPanel final : public QWidget {
   explicit AlertPanel(const AlertDescription& alert, const QString& note = {}, QWidget* parent = nullptr);
   ~AlertPanel() override;
 
-  /// Whether it still stands there, or waits, to say exactly this, and there is nothing to decide.
-  [[nodiscard]] bool tells(const AlertDescription& alert) const;
   /// Presses the button that leaves everything as it is, if there is one.
   void cancel();
 
@@ -43,7 +41,6 @@ class AlertPanel final : public QWidget {
   void addAccessory(const AlertCheckBox& checkBox);
   void finish(int index);
 
-  AlertDescription alert_;
   std::unique_ptr<Ui::AlertPanel> ui_;
   std::vector<PushButton*> buttons_;
   PushButton* default_ = nullptr;

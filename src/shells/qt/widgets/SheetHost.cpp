@@ -28,41 +28,10 @@ SheetHost::SheetHost(QWidget* window)
 SheetHost::~SheetHost() { disconnect(qApp, nullptr, this, nullptr); }
 
 void SheetHost::open(QWidget* contents) {
-  if (contents == current_ || std::find(waiting_.begin(), waiting_.end(), contents) != waiting_.end()) return;
-  contents->hide();
-  contents->setParent(this);
-  waiting_.emplace_back(contents);
-  if (!current_) showNext();
-}
-
-void SheetHost::close(QWidget* contents) {
-  waiting_.erase(std::remove(waiting_.begin(), waiting_.end(), contents), waiting_.end());
-  if (contents != current_) return;
-  slide_->stop();
-  current_ = nullptr;
-  panel_->setContents(nullptr);
-  showNext();
-}
-
-bool SheetHost::isSliding() const { return slide_->state() == QAbstractAnimation::Running; }
-
-void SheetHost::showNext() {
-  while (!waiting_.empty() && !waiting_.front()) waiting_.pop_front();
-  if (waiting_.empty()) {
-    hide();
-    // What had the keyboard may be out of use by now; what was taken from it meanwhile goes nowhere else.
-    QWidget* next = focusBefore_ && focusBefore_->isEnabled() && focusBefore_->isVisible()
-                        ? focusBefore_.data()
-                        : window();
-    next->setFocus(Qt::OtherFocusReason);
-    focusBefore_ = nullptr;
-    focusInSheet_ = nullptr;
-    return;
-  }
-  if (isHidden()) focusBefore_ = window()->focusWidget();
+  if (contents == current_) return;
+  focusBefore_ = window()->focusWidget();
   focusInSheet_ = nullptr;
-  current_ = waiting_.front();
-  waiting_.pop_front();
+  current_ = contents;
   panel_->setContents(current_);
   show();
   raise();
@@ -72,6 +41,22 @@ void SheetHost::showNext() {
   slide_->start();
   panel_->takeFocus();
 }
+
+void SheetHost::close(QWidget* contents) {
+  if (contents != current_) return;
+  slide_->stop();
+  current_ = nullptr;
+  panel_->setContents(nullptr);
+  hide();
+  // What had the keyboard may be out of use by now; what was taken from it meanwhile goes nowhere else.
+  QWidget* next =
+      focusBefore_ && focusBefore_->isEnabled() && focusBefore_->isVisible() ? focusBefore_.data() : window();
+  next->setFocus(Qt::OtherFocusReason);
+  focusBefore_ = nullptr;
+  focusInSheet_ = nullptr;
+}
+
+bool SheetHost::isSliding() const { return slide_->state() == QAbstractAnimation::Running; }
 
 void SheetHost::place() {
   setGeometry(parentWidget()->rect());

@@ -1,11 +1,10 @@
-// Sheets of one window: each slides down from the window's top and stays attached to it until it is closed.
-// While one is open the window behind takes no acts, and nothing waits: whoever opens a sheet hears of its
-// end by its own means. Sheets that are opened meanwhile wait in a queue.
+// The sheet of one window: it slides down from the window's top and stays attached to it until it is closed.
+// While it is open the window behind takes no acts, and nothing waits: whoever opens a sheet hears of its end
+// by its own means. One sheet at a time; the core lets further ones wait.
 #pragma once
 
 #include <QPointer>
 #include <QWidget>
-#include <deque>
 
 class QPropertyAnimation;
 class QVBoxLayout;
@@ -21,10 +20,9 @@ class SheetHost final : public QWidget {
   explicit SheetHost(QWidget* window);
   ~SheetHost() override;
 
-  /// Shows the contents as a sheet, now or after those before it. The contents belong to the window from now
-  /// on.
+  /// Shows the contents as the sheet. They belong to the window from now on.
   void open(QWidget* contents);
-  /// Takes the sheet away, whether it is shown or waits; the contents stay alive, hidden.
+  /// Takes the sheet away if it shows these contents, which stay alive, hidden.
   void close(QWidget* contents);
   /// The contents of the sheet that is open, or null.
   [[nodiscard]] QWidget* current() const { return current_; }
@@ -36,15 +34,13 @@ class SheetHost final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void showNext();
   void place();
   void keepFocus(QWidget* now);
 
   SheetPanel* panel_;
   QPropertyAnimation* slide_;
   QPointer<QWidget> current_;
-  std::deque<QPointer<QWidget>> waiting_;
-  QPointer<QWidget> focusBefore_;   // in the window, before the first sheet
+  QPointer<QWidget> focusBefore_;   // in the window, before the sheet
   QPointer<QWidget> focusInSheet_;  // the last one
 };
 
