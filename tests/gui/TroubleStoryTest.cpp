@@ -8,6 +8,7 @@
 #include "StoryFixture.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
+#include "widgets/StatusLabel.h"
 #include "widgets/TabPane.h"
 
 namespace corvane::test {
@@ -80,6 +81,44 @@ TEST_P(TroubleStory, WhereNoClientIsInstalledThatIsSaidBeforeTheWindowOpens) {
   EXPECT_EQ(message(), QStringLiteral("Monitoring Client Removed"));
   person->press("button OK");
   EXPECT_FALSE(widget<qt::LockButton>("authView").isOpen());
+}
+
+TEST_P(TroubleStory, WhatCannotBeSavedIsSaidBesideTheLockUntilItIs) {
+  openPane();
+  person->press("authView");
+  const std::string staging = demo.paths.onDisk("/private/tmp");
+  std::filesystem::remove_all(staging);
+  const auto& status = widget<qt::StatusLabel>("statusField");
+  const QString reason = QString::fromStdString("No such file or directory (" + staging + ")");
+  person->fill("clientGroupTextField", "Library");
+  person->confirm();
+  picture("a setting is not saved");
+  EXPECT_EQ(status.text(), QStringLiteral("ClientSettings.plist was not saved: ") + reason);
+  person->chooseTab(1);
+  person->press("automountCheckbox");
+  picture("two settings are not saved");
+  EXPECT_EQ(status.text(),
+            QStringLiteral("autodiskmount.plist was not saved: ") + reason + QStringLiteral(" (and 1 more)"));
+  std::filesystem::create_directory(staging);
+  person->press("automountCheckbox");
+  EXPECT_EQ(status.text(), QStringLiteral("ClientSettings.plist was not saved: ") + reason);
+  person->chooseTab(0);
+  person->fill("clientGroupTextField", "Laboratory");
+  person->confirm();
+  EXPECT_FALSE(status.isVisible());
+  picture("all is saved");
+}
+
+TEST_P(TroubleStory, WhereNothingCouldBeSavedTheLockStaysClosedAndSaysWhy) {
+  const std::string staging = demo.paths.onDisk("/private/tmp");
+  std::filesystem::remove_all(staging);
+  openPane();
+  person->press("authView");
+  picture("the lock stays closed");
+  EXPECT_FALSE(widget<qt::LockButton>("authView").isOpen());
+  EXPECT_EQ(widget<QLabel>("authLabel").text(),
+            QString::fromStdString("The lock could not be opened: " + staging +
+                                   ": No such file or directory. Click it to try again."));
 }
 
 INSTANTIATE_TEST_SUITE_P(By, TroubleStory, ::testing::Values(Means::Mouse, Means::Keyboard),
