@@ -68,7 +68,7 @@ struct MemoryFiles final : PropertyListFiles {
     const auto file = written.find(path);
     return readPropertyList(file != written.end() ? std::string_view(file->second) : input.saved);
   }
-  bool write(const std::string&, const PropertyList&) override { std::abort(); }
+  Result write(const std::string&, const PropertyList&) override { std::abort(); }
 
   const Input& input;
   PathTable paths;

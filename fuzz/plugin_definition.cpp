@@ -52,7 +52,7 @@ struct MemoryPropertyLists final : PropertyListFiles {
     }
     return readPropertyList(storage);
   }
-  bool write(const std::string&, const PropertyList&) override { return true; }
+  Result write(const std::string&, const PropertyList&) override { return {}; }
   std::string_view definition;
   std::string_view storage;
 };

@@ -5,9 +5,10 @@
 namespace corvane {
 namespace {
 
-constexpr const char* kNotWritten = "%@ was not saved: %@";
-constexpr const char* kNotStarted = "%@ was not started: %@";
-constexpr const char* kAndMore = "%@ (and %d more)";
+// Of what, how many others, and why.
+constexpr const char* kNotWritten = "%@ was not saved%@: %@";
+constexpr const char* kNotStarted = "%@ was not started%@: %@";
+constexpr const char* kAndMore = " (and %d more)";
 
 /// The reason without the path that it may begin with, which is said already.
 std::string withoutPath(const std::string& reason, const std::string& path) {
@@ -35,11 +36,16 @@ void PaneStatus::show() {
   std::string text;
   std::string all;
   for (const auto& [attempt, reason] : failures_) {
-    if (text.empty()) text = formatText(attempt.failureFormat, {lastPathComponent(attempt.path), reason});
     all += (all.empty() ? "" : "\n") +
-           formatText(attempt.failureFormat, {paths_.onClient(attempt.path), reason});
+           formatText(attempt.failureFormat, {paths_.onClient(attempt.path), "", reason});
   }
-  if (failures_.size() > 1) text = formatText(kAndMore, {text, std::to_string(failures_.size() - 1)});
+  if (!failures_.empty()) {
+    const auto& [newest, reason] = failures_.front();
+    const std::size_t others = failures_.size() - 1;
+    // Before the reason, which may be long and is then shortened.
+    const std::string more = others > 0 ? formatText(kAndMore, {std::to_string(others)}) : std::string();
+    text = formatText(newest.failureFormat, {lastPathComponent(newest.path), more, reason});
+  }
   field_.setStringValue(text);
   field_.setToolTip(all);
   field_.setHidden(failures_.empty());

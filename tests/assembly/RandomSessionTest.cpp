@@ -62,19 +62,18 @@ class RandomSession : public AssemblyFixture, public ::testing::WithParamInterfa
                                                       : "on";
     setting.shown = value;
     if (reason_.empty()) setting.stored = value;
-    note(setting.file, "%@ was not saved: %@", reason_);
+    note(setting.file, "%@ was not saved%@: %@", reason_);
   }
 
   void startUpdater() {
     assembly_->pane().executeQLHelperArguments(tool::kBash, {paths_.runUpdater, "--force"});
     const std::string why = !assembly_->pane().unlocked() ? "status 5534" : startReason_;
-    note(paths_.runUpdater, "%@ was not started: %@", why);
+    note(paths_.runUpdater, "%@ was not started%@: %@", why);
   }
 
   void note(const std::string& path, const char* format, const std::string& reason) {
-    std::erase_if(failures_, [&](const auto& failure) { return failure.first == path; });
-    if (!reason.empty())
-      failures_.insert(failures_.begin(), {path, formatText(format, {lastPathComponent(path), reason})});
+    std::erase_if(failures_, [&](const auto& failure) { return failure.path == path; });
+    if (!reason.empty()) failures_.insert(failures_.begin(), {path, format, reason});
   }
 
   /// Others replace the files that lie in one directory, which is then reported.
@@ -152,17 +151,27 @@ class RandomSession : public AssemblyFixture, public ::testing::WithParamInterfa
         EXPECT_EQ(stored == PropertyList::boolean(true) ? "on" : "off", setting.stored);
       }
     }
-    std::string said = failures_.empty() ? "" : failures_.front().second;
-    if (failures_.size() > 1) said += " (and " + std::to_string(failures_.size() - 1) + " more)";
+    std::string said;
+    if (!failures_.empty()) {
+      const auto& [path, format, reason] = failures_.front();
+      const std::size_t others = failures_.size() - 1;
+      said = formatText(format, {lastPathComponent(path),
+                                 others > 0 ? " (and " + std::to_string(others) + " more)" : "", reason});
+    }
     EXPECT_EQ(assembly_->view().statusField.stringValue(), said);
     EXPECT_EQ(assembly_->view().statusField.hidden(), said.empty());
   }
 
   std::mt19937 random_{GetParam()};
   std::vector<Setting> settings_;
-  std::vector<std::pair<std::string, std::string>> failures_;  // path and text, the newest first
-  std::string reason_;                                         // why writes fail now; empty: they don't
-  std::string startReason_;                                    // the same for starts
+  struct Failure {
+    std::string path;
+    const char* format;
+    std::string reason;
+  };
+  std::vector<Failure> failures_;  // the newest first
+  std::string reason_;             // why writes fail now; empty: they don't
+  std::string startReason_;        // the same for starts
   int counter_ = 0;
 };
 

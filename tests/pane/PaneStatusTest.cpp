@@ -41,15 +41,15 @@ TEST_F(PaneStatusTest, TheReasonIsShownWithoutThePathOfTheFileItself) {
 TEST_F(PaneStatusTest, OfSeveralFailuresTheNewestIsShownAndTheToolTipTellsAll) {
   status_.fileWasWritten(settings_, {"one"});
   status_.fileWasWritten(volumes_, {"two"});
-  EXPECT_EQ(field_.stringValue(), "check_volumes_settings.plist was not saved: two (and 1 more)");
+  EXPECT_EQ(field_.stringValue(), "check_volumes_settings.plist was not saved (and 1 more): two");
   status_.scriptWasStarted(paths_.runClient, {"three"});
-  EXPECT_EQ(field_.stringValue(), "RunClient was not started: three (and 2 more)");
+  EXPECT_EQ(field_.stringValue(), "RunClient was not started (and 2 more): three");
   EXPECT_EQ(field_.toolTip(),
             "/Library/Corvane/RunClient was not started: three\n"
             "/Library/Corvane/PluginSupport/check_volumes_settings.plist was not saved: two\n"
             "/Library/Corvane/ClientSettings.plist was not saved: one");
   status_.fileWasWritten(settings_, {"four"});
-  EXPECT_EQ(field_.stringValue(), "ClientSettings.plist was not saved: four (and 2 more)");
+  EXPECT_EQ(field_.stringValue(), "ClientSettings.plist was not saved (and 2 more): four");
 }
 
 TEST_F(PaneStatusTest, WhenTheNewestIsMendedTheOneBeforeItIsShownAgain) {

@@ -164,7 +164,7 @@ LaunchOutcome RecordingAuthorization::executeWithPrivileges(Authorization* autho
   const auto status = statusOfTool.find(tool);
   const auto reason = reasonOfTool.find(tool);
   LaunchOutcome launch{status != statusOfTool.end() ? status->second : launch_status::kStarted,
-                        reason != reasonOfTool.end() ? reason->second : std::string()};
+                       reason != reasonOfTool.end() ? reason->second : std::string()};
   if (launch.result() && carriesOut) launch.reason = carryOut(tool, arguments);
   return launch;
 }
