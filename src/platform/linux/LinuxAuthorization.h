@@ -39,9 +39,9 @@ class LinuxAuthorization : public AuthorizationServices {
   /// Whether the client's folder, or the root prefix where that is missing, belongs to the user, and no link
   /// leads there; always true for root.
   [[nodiscard]] bool isDirect() const override;
-  /// In direct mode the right is denied in a tree that others than root and the user can change, where no file can
-  /// be staged, and where the client's folder lies on a file system that is read only.
-  /// Rights are asked for one at a time; a second asking before the first was answered is answered Cancelled.
+  /// In direct mode the right is denied in a tree that others than root and the user can change, where no
+  /// file can be staged, and where the client's folder lies on a file system that is read only. Rights are
+  /// asked for one at a time; a second asking before the first was answered is answered Cancelled.
   void requestRights(std::string_view right, Done done) override;
   LaunchOutcome executeWithPrivileges(Authorization* authorization, const std::string& tool,
                                       const std::vector<std::string>& arguments) override;
