@@ -96,7 +96,7 @@ TEST_F(AlertSheet, ATextThatFitsHasNoScrollBar) {
 }
 
 TEST_F(AlertSheet, TheWindowsOwnWordsStandBelowThoseOfTheNextAlertAlone) {
-  dialogs.addToNextSheet(QStringLiteral("It was you."));
+  shown.addToNextSheet(QStringLiteral("It was you."));
   begin(alert({{"OK", std::nullopt}}));
   EXPECT_EQ(find<QLabel>(*sheet(), "informative").text(), QStringLiteral("Something will happen."));
   EXPECT_EQ(find<QLabel>(*sheet(), "note").text(), QStringLiteral("It was you."));

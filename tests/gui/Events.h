@@ -77,12 +77,15 @@ template <typename Panel, typename Answer>
   return seen;
 }
 
+/// How long the display server may take on a busy machine before it counts as hanging, in milliseconds.
+inline constexpr int kHang = 60'000;
+
 /// Shows the window and waits until it is on the screen and has the keyboard.
 inline void showActive(QWidget& window) {
   window.show();
   window.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, kHang));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window, kHang));
 }
 
 }  // namespace corvane::test

@@ -170,7 +170,8 @@ TEST_F(Direct, NoShellRunsWhateverTheTextIs) {
 TEST_F(Direct, ClosedLockChecksNothing) {
   for (const auto* command : {"/bin/chmod 644", "/usr/bin/plutil"}) {
     EXPECT_EQ(
-        services.executeWithPrivileges(nullptr, "/bin/sh", {"-c", housekeeping::text(command, tree.path())}),
+        services.executeWithPrivileges(nullptr, "/bin/sh", {"-c", housekeeping::text(command, tree.path())})
+            .status,
         launch_status::kInvalidAuthorization);
   }
 }

@@ -56,12 +56,15 @@ int writeOften(const test::TemporaryFolder& tree, const std::string& relative, c
          {"Count", PropertyList::integer(i)},
          {"Text", PropertyList::string(std::string(static_cast<std::size_t>(i) * 40, 'x'))}});
     others.log.lines.clear();
-    operations.setPlistFileValues(tree / relative, values);
+    const Result written = operations.setPlistFileValues(tree / relative, values);
     // On a machine that is busy enough, the other one can be waited for in vain; then the file is as it was.
     const bool refused =
         !others.log.lines.empty() && others.log.lines.front() == kRefused + (tree / relative) + kWhy;
     if (!refused) stored = values;
-    if (propertyLists.read(tree / relative) != stored || (!refused && !others.log.lines.empty())) ++wrong;
+    if (static_cast<bool>(written) == refused || propertyLists.read(tree / relative) != stored ||
+        (!refused && !others.log.lines.empty())) {
+      ++wrong;
+    }
   }
   return wrong;
 }

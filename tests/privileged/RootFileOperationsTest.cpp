@@ -75,7 +75,7 @@ TEST_F(RootFileOperationsTest, TheStagingFolderIsHeldFromTheFirstActOfAWriteToIt
   platform_.authorization.onCommand = [&](const test::RootCommand&) {
     holds.push_back(platform_.files.holds);
   };
-  operations_.setPlistFileValues(target_, values_);
+  EXPECT_TRUE(operations_.setPlistFileValues(target_, values_));
   const std::vector<std::string> held = {platform_.paths.onDisk("/private/tmp")};
   EXPECT_EQ(holds, (std::vector<std::vector<std::string>>{held, held, held})) << "rm, cp, rm";
   EXPECT_TRUE(platform_.files.holds.empty());
@@ -85,7 +85,7 @@ TEST_F(RootFileOperationsTest, AWriteThatAnotherPaneDoesNotLetBeginTouchesNothin
   platform_.writePlist(target_, Dictionary::make({{"Old", PropertyList::integer(1)}}));
   platform_.writeText(staging_, "of the other pane");
   platform_.files.isTaken = true;
-  operations_.setPlistFileValues(target_, values_);
+  EXPECT_EQ(operations_.setPlistFileValues(target_, values_).reason, "another pane is writing");
   EXPECT_TRUE(platform_.authorization.commands.empty());
   EXPECT_EQ(platform_.readPlist(target_), Dictionary::make({{"Old", PropertyList::integer(1)}}));
   EXPECT_EQ(platform_.files.contents(staging_, 100), "of the other pane");
@@ -100,7 +100,8 @@ TEST_F(RootFileOperationsTest, AFileInTheStagingFolderIsNotWrittenAndNotRemoved)
     const std::string target = platform_.paths.onDisk(path);
     platform_.log.lines.clear();
     platform_.writePlist(target, values_);
-    operations_.setPlistFileValues(target, Dictionary::make());
+    EXPECT_EQ(operations_.setPlistFileValues(target, Dictionary::make()).reason,
+              "files are staged in its folder");
     EXPECT_TRUE(platform_.authorization.commands.empty());
     EXPECT_EQ(platform_.readPlist(target), values_);
     EXPECT_EQ(platform_.log.lines,
