@@ -57,10 +57,11 @@ struct MemoryTree final : Files, PropertyListFiles {
     const auto file = files.find(path);
     return file != files.end() ? readPropertyList(file->second) : PropertyList();
   }
-  bool write(const std::string& path, const PropertyList& value) override {
+  Result write(const std::string& path, const PropertyList& value) override {
     auto xml = writeXmlPropertyList(value);
-    if (xml) put(path, *std::move(xml));
-    return xml.has_value();
+    if (!xml) return {"no property list"};
+    put(path, *std::move(xml));
+    return {};
   }
   void put(const std::string& path, std::string bytes) {
     files[path] = std::move(bytes);
@@ -85,25 +86,25 @@ struct MemoryRights final : AuthorizationServices {
   explicit MemoryRights(MemoryTree& memory) : tree(memory) {}
   bool isDirect() const override { return true; }
   void requestRights(std::string_view, Done done) override {
-    done(AuthorizationOutcome::Granted, std::make_unique<Authorization>());
+    done({AuthorizationOutcome::Granted, std::make_unique<Authorization>(), {}});
   }
-  LaunchStatus executeWithPrivileges(Authorization* rights, const std::string& program,
-                                     const Arguments& arguments) override {
-    if (rights == nullptr) return launch_status::kInvalidAuthorization;
+  LaunchOutcome executeWithPrivileges(Authorization* rights, const std::string& program,
+                                      const Arguments& arguments) override {
+    if (rights == nullptr) return {launch_status::kInvalidAuthorization, {}};
     if (program == tool::kRm) {
       require(arguments.front().starts_with(kStaging));
       tree.files.erase(arguments.front());
     } else if (program == tool::kCp) {
       copy(arguments.front(), arguments.back());
     }
-    return launch_status::kStarted;
+    return {};
   }
-  LaunchStatus executeWithPrivileges(Authorization* rights, const std::string& program,
-                                     const Arguments& arguments,
-                                     std::unique_ptr<OutputPipe>& output) override {
-    const LaunchStatus status = executeWithPrivileges(rights, program, arguments);
-    if (status == launch_status::kStarted) output = std::make_unique<Reply>();
-    return status;
+  LaunchOutcome executeWithPrivileges(Authorization* rights, const std::string& program,
+                                      const Arguments& arguments,
+                                      std::unique_ptr<OutputPipe>& output) override {
+    LaunchOutcome outcome = executeWithPrivileges(rights, program, arguments);
+    if (outcome.status == launch_status::kStarted) output = std::make_unique<Reply>();
+    return outcome;
   }
   void copy(const std::string& source, const std::string& target) {
     require(target.starts_with('/') && target.find("/../") == std::string::npos);
@@ -203,9 +204,9 @@ struct FuzzedPane {
   static void useTree(OutlineView& outline) {
     for (int row = 0; row < std::min(kMostRows, outline.numberOfRows()); ++row) {
       for (const OutlineView::Column& column : outline.columns()) {
-        outline.clickCell(row, column);
-        outline.editCell(row, column, PropertyList::string("7"));
-        outline.editCell(row, column, PropertyList::integer(1));
+        outline.clickCell(outline.itemAtRow(row), column);
+        outline.editCell(outline.itemAtRow(row), column, PropertyList::string("7"));
+        outline.editCell(outline.itemAtRow(row), column, PropertyList::integer(1));
       }
     }
   }
