@@ -28,11 +28,17 @@ class FollowingFilesTest : public GuiTest {
  protected:
   void SetUp() override {}  // the demo lays the client out
 
-  /// Opens pane and lock and waits until the pane has seen all that opening the lock did to the files. A
-  /// plug-in is left open.
+  /// Opens pane and lock, lets the pane see each of the files once and waits until it has. A plug-in is left
+  /// open.
   void openAndSettle() {
     open(demo.root);
     openLock();
+    for (const std::string& file :
+         {demo.paths.clientSettings, demo.paths.volumesSettings, demo.paths.updateStatus}) {
+      using std::filesystem::perms;
+      std::filesystem::permissions(
+          file, perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
+    }
     clickTab(2);
     answerSheet("Continue");
     plugins().expandItem(plugins().itemAtRow(0));

@@ -91,7 +91,7 @@ TEST_P(StagingPath, DecidesWhetherTheLockOpens) {
     EXPECT_EQ(openLock(), AuthorizationOutcome::Denied);
     EXPECT_THAT(log.lines, ElementsAre("Could not get administrator rights: " + pathOf(GetParam().inTheWay) +
                                        kOpenToOthers + kWhatHelps));
-    EXPECT_EQ(reason, root + "/private/tmp" + kOpenToOthers + kWhatHelps);
+    EXPECT_EQ(reason, pathOf(GetParam().inTheWay) + kOpenToOthers + kWhatHelps);
   }
 }
 INSTANTIATE_TEST_SUITE_P(

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -142,30 +143,32 @@ HoldCase panelOf(const char* title, const char* entry) {
           }};
 }
 
-const std::vector<HoldCase> kHolds = {
+/// During these the tree takes clicks.
+const std::vector<HoldCase> kOpenHolds = {
     {"Typing",
      [](HoldsFixture& tab, const std::function<void()>& meanwhile) {
        OutlineView::Hold shells = tab.outline().holdRows();
        meanwhile();
        shells.reset();
      }},
-    panelOf("File", "File"),
-    panelOf("Folder", "Folder"),
-    panelOf("Files", "Add a new entry"),
-    panelOf("Folders", "Add a new entry"),
     {"RemovalSheet",
      [](HoldsFixture& tab, const std::function<void()>& meanwhile) {
        tab.click(tab.value("Files", "/a"));
        meanwhile();
        tab.platform.dialogs.endSheet(kCancel);
      }},
+};
+/// These are clicks that are still being carried out: no other one comes through.
+const std::vector<HoldCase> kClicks = {
+    panelOf("File", "File"),
+    panelOf("Folder", "Folder"),
+    panelOf("Files", "Add a new entry"),
+    panelOf("Folders", "Add a new entry"),
     {"TestingPanel",
      [](HoldsFixture& tab, const std::function<void()>& meanwhile) {
-       tab.pane.whileValidating = [&] {
-         tab.pane.whileValidating = nullptr;
-         meanwhile();
-       };
+       tab.pane.whileValidating = meanwhile;
        tab.click(tab.value("Test", "Test"));
+       tab.pane.whileValidating = nullptr;
      }},
 };
 
@@ -182,16 +185,15 @@ EditCase typed(const char* title, const PropertyList& value) {
   return {title, [=](HoldsFixture& tab) { tab.edit(tab.value(title, title), value); }, title, value};
 }
 
-const std::vector<EditCase> kEdits = {
+const std::vector<EditCase> kTypedEdits = {typed("Number", number(7)), typed("Menu", number(1)),
+                                           typed("Text", text("typed")), typed("User", text("typed")),
+                                           typed("Password", text("typed"))};
+
+const std::vector<EditCase> kClickedEdits = {
     {"Enabled", [](HoldsFixture& tab) { tab.outline().clickCell(tab.plugin(), tab.enabledColumn()); }},
     {"Checkbox", [](HoldsFixture& tab) { tab.click(tab.row("Tick")); }, "Tick", flag(true)},
     {"Checkboxes", [](HoldsFixture& tab) { tab.click(tab.value("Set", "a")); }, "Set",
      Dictionary::make({{"a", flag(false)}, {"b", flag(true)}, {"client", flag(true)}})},
-    typed("Number", number(7)),
-    typed("Menu", number(1)),
-    typed("Text", text("typed")),
-    typed("User", text("typed")),
-    typed("Password", text("typed")),
     {"FilePicker", [](HoldsFixture& tab) { tab.click(tab.value("File", "File")); }, "File", text("/chosen")},
     {"FolderPicker", [](HoldsFixture& tab) { tab.click(tab.value("Folder", "Folder")); }, "Folder",
      text("/chosen")},
@@ -234,17 +236,24 @@ TEST_P(PluginHoldsTest, AnEditKeepsWhatTheClientHasStoredMeanwhile) {
   expectNothingOld();
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryActAndEveryEdit, PluginHoldsTest,
-                         testing::Combine(testing::ValuesIn(kHolds), testing::ValuesIn(kEdits)),
-                         [](const auto& tested) {
-                           return std::string(std::get<0>(tested.param).name) + "_" +
-                                  std::get<1>(tested.param).name;
-                         });
+std::string nameOf(const testing::TestParamInfo<std::tuple<HoldCase, EditCase>>& tested) {
+  return std::string(std::get<0>(tested.param).name) + "_" + std::get<1>(tested.param).name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Clicks, PluginHoldsTest,
+                         testing::Combine(testing::ValuesIn(kOpenHolds), testing::ValuesIn(kClickedEdits)),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Texts, PluginHoldsTest,
+                         testing::Combine(testing::ValuesIn(kOpenHolds), testing::ValuesIn(kTypedEdits)),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(TextsDuringClicks, PluginHoldsTest,
+                         testing::Combine(testing::ValuesIn(kClicks), testing::ValuesIn(kTypedEdits)),
+                         nameOf);
 
 class PluginHoldEditsTest : public HoldsFixture, public testing::WithParamInterface<EditCase> {};
 
 TEST_P(PluginHoldEditsTest, AnEditWhoseWriteFailsLeavesTheTabWithWhatIsStored) {
-  kHolds.front().during(*this, [this] {
+  kOpenHolds.front().during(*this, [this] {
     clientChangesItsFiles();
     pane.writesReachTheFile = false;
     const Dictionary expected = stored();
@@ -256,7 +265,7 @@ TEST_P(PluginHoldEditsTest, AnEditWhoseWriteFailsLeavesTheTabWithWhatIsStored) {
 }
 
 TEST_P(PluginHoldEditsTest, TwoEditsInOneActAreBothStored) {
-  kHolds.front().during(*this, [this] {
+  kOpenHolds.front().during(*this, [this] {
     clientChangesItsFiles();
     click(value("Set", "b"));  // ticked by the client; the row shows what was loaded
     GetParam().act(*this);
@@ -268,7 +277,34 @@ TEST_P(PluginHoldEditsTest, TwoEditsInOneActAreBothStored) {
   expectNothingOld();
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryEdit, PluginHoldEditsTest, testing::ValuesIn(kEdits),
+INSTANTIATE_TEST_SUITE_P(Clicks, PluginHoldEditsTest, testing::ValuesIn(kClickedEdits),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(Texts, PluginHoldEditsTest, testing::ValuesIn(kTypedEdits),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+class PluginHoldChoicesTest : public HoldsFixture, public testing::WithParamInterface<EditCase> {};
+
+TEST_P(PluginHoldChoicesTest, WhatIsChosenInAPanelKeepsWhatTheClientHasStoredBehindIt) {
+  Dictionary expected;
+  dialogs.meanwhile = [&] {
+    clientChangesItsFiles();
+    expected = with(stored(), GetParam().key, GetParam().expected);
+  };
+  GetParam().act(*this);
+  EXPECT_TRUE(expected) << "there was no panel";
+  EXPECT_EQ(stored(), expected);
+  expectNothingOld();
+}
+
+std::vector<EditCase> choices() {
+  std::vector<EditCase> edits = kClickedEdits;
+  std::erase_if(edits, [](const EditCase& one) {
+    const std::string_view name = one.name;
+    return !name.starts_with("Add") && !name.ends_with("Picker");
+  });
+  return edits;
+}
+INSTANTIATE_TEST_SUITE_P(EveryPanel, PluginHoldChoicesTest, testing::ValuesIn(choices()),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 class PluginHoldsAloneTest : public HoldsFixture {};

@@ -129,6 +129,7 @@ TEST_F(RootFileOperationsTest, OnlyAPathThatBeginsWithRootsHomeGetsItsParentFold
     EXPECT_TRUE(operations_.setPlistFileValues(platform_.paths.onDisk(path), values_));
     EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}))
         << path;
+    std::filesystem::remove(staging_);  // which the play has left
   }
 }
 
