@@ -234,10 +234,11 @@ TEST_F(WholePane, TheLockStaysClosedForRootWhereOthersCanChangeTheTree) {
   open();
   click(widget("authView"));
   EXPECT_FALSE(pane->assembly().pane().unlocked());
-  EXPECT_EQ(widget<QLabel>("authLabel").text().toStdString(),
-            "The lock could not be opened: " + paths.onDisk("/private/tmp") +
-                ": others than root can change the folder or one above it; run the pane as the owner of the "
-                "tree, or keep the tree where only root can change it. Click it to try again.");
+  EXPECT_EQ(
+      widget<QLabel>("authLabel").text().toStdString(),
+      "The lock could not be opened: " + root.path() +
+          ": others than root can change the folder; run the pane as the owner of the tree, or keep the "
+          "tree where only root can change it. Click it to try again.");
   const TemporaryFolder pictures;
   ::testing::internal::CaptureStderr();
   const bool isTaken = qt::takePictures(*pane, QString::fromStdString(pictures.path()), 0);

@@ -129,7 +129,7 @@ TEST_F(RootFileOperationsTest, OnlyAPathThatBeginsWithRootsHomeGetsItsParentFold
     EXPECT_TRUE(operations_.setPlistFileValues(platform_.paths.onDisk(path), values_));
     EXPECT_EQ(platform_.authorization.toolsStarted(), (std::vector<std::string>{"/bin/cp", "/bin/rm"}))
         << path;
-    std::filesystem::remove(staging_);  // which the play has left
+    std::filesystem::remove(platform_.paths.writeStaging(path));  // which the play has left
   }
 }
 
@@ -186,6 +186,12 @@ TEST_F(RootFileOperationsTest, WhatStandsAtTheStagingPathOfAMissingFileIsNotRead
   platform_.authorization.statusOfTool["/bin/cp"] = launch_status::kNothingToRead;
   EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/missing.plist")));
   EXPECT_TRUE(platform_.log.lines.empty());
+}
+
+TEST_F(RootFileOperationsTest, WhatStandsAtTheStagingPathOfACopyThatFailedIsNotRead) {
+  platform_.writePlist(platform_.root.path() + "/private/tmp/read-list.plist", values_);
+  platform_.authorization.reasonOfTool["/bin/cp"] = "Permission denied";
+  EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/list.plist")));
 }
 
 TEST_F(RootFileOperationsTest, AReadWhoseCopyCannotBeStartedIsLogged) {
