@@ -13,6 +13,7 @@
 
 #include "platform/linux/LinuxSystemLog.h"
 #include "posix/FileDescriptor.h"
+#include "posix/LogLine.h"
 #include "support/Isolated.h"
 
 namespace corvane {

@@ -2,17 +2,9 @@
 // standard error. Each call is one line in both.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "platform/SystemLog.h"
 
 namespace corvane {
-
-/// The line with everything that could end it, hide part of it or start another one written out: control
-/// characters (of both sets), line and paragraph separators and marks that change the direction of writing as
-/// "\u{2028}", bytes that are not UTF-8 as "\xFF". Cut after 4096 bytes.
-[[nodiscard]] std::string escapedLogLine(std::string_view line);
 
 class LinuxSystemLog : public SystemLog {
  public:

@@ -1,0 +1,14 @@
+// What may stand in one line of a log.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// The line with everything that could end it, hide part of it or start another one written out: control
+/// characters (of both sets), line and paragraph separators and marks that change the direction of writing as
+/// "\u{2028}", bytes that are not UTF-8 as "\xFF". Cut after 4096 bytes.
+[[nodiscard]] std::string escapedLogLine(std::string_view line);
+
+}  // namespace corvane
