@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "options/JournalKeys.h"
-#include "options/VolumeKeys.h"
+#include "options/VolumeMerge.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -18,12 +20,13 @@ constexpr std::string_view kUnreadableList =
 void VolumeCatalogue::rebuild() {
   journal_.refresh();
   volumes_.setSavedList(readSavedList());
+  VolumeMerge merge(volumes_, journal_);
   const Dictionary devices = journal_.devices();
   for (const auto& [identifier, descriptions] : devices.entries()) {
     const Dictionary description = DiskJournal::currentDescription(descriptions);
     if (!filters_.isOffered(description)) continue;
-    mergeOfferedVolume(*description.string(journal_key::kVolumeName),
-                       *description.string(journal_key::kVolumePath));
+    merge.takeIn(*description.string(journal_key::kVolumeName),
+                 *description.string(journal_key::kVolumePath));
   }
   volumes_.sortByName(platform_.texts);
 }
@@ -38,24 +41,6 @@ Array VolumeCatalogue::readSavedList() const {
   return saved;
 }
 
-void VolumeCatalogue::mergeOfferedVolume(std::string_view name, std::string_view path) {
-  bool matched = false;
-  for (const Dictionary& entry : volumes_.entries()) {
-    const std::string* savedName = entry.string(volume_key::kName);
-    if (savedName == nullptr) continue;
-    if (*savedName == name && volumePath(entry) == path) matched = true;
-    // An entry may have been saved under the mount point as its name, before the volume's name was known. It
-    // now gets the name.
-    if (*savedName == path) {
-      Dictionary renamed = entry;
-      renamed.set(volume_key::kName, PropertyList::string(std::string(name)));
-      renamed.set(volume_key::kPath, PropertyList::string(std::string(path)));
-      matched = true;
-    }
-  }
-  if (!matched && journal_.isVolumePresentPath(name, path)) volumes_.appendNewVolume(name, path);
-}
-
 bool VolumeCatalogue::isVolumeDuplicatePath(std::string_view name, std::string_view path) const {
   return isNameOfOtherEntry(name, path) || isNameOfOtherMountedDevice(name, path);
 }
@@ -67,17 +52,25 @@ bool VolumeCatalogue::isNameOfOtherEntry(std::string_view name, std::string_view
 }
 
 bool VolumeCatalogue::isNameOfOtherMountedDevice(std::string_view name, std::string_view path) const {
-  if (journal_.mountedDevices().empty()) return false;
+  const Array mounted = journal_.mountedDevices();
+  if (mounted.empty()) return false;
+  // The first device of each identity is the volume; name and path together are one device, so another path
+  // is another device than the volume's own.
+  std::unordered_map<std::string_view, std::string_view> namesakes;  // from the path to the identifier
   const Dictionary devices = journal_.devices();
-  return std::ranges::any_of(devices.entries(), [&](const auto& device) {
-    // The name is compared first: it is the cheapest of the conditions and rules out nearly every device.
-    const Dictionary description = DiskJournal::currentDescription(device.second);
+  for (const auto& [identifier, descriptions] : devices.entries()) {
+    const Dictionary description = DiskJournal::currentDescription(descriptions);
     const std::string* otherName = description.string(journal_key::kVolumeName);
-    if (otherName == nullptr || *otherName != name) return false;
-    // Name and path together are one device, so another path is another device than the volume's own.
+    if (otherName == nullptr || *otherName != name) continue;
     const std::string* otherPath = description.string(journal_key::kVolumePath);
-    if (otherPath == nullptr || *otherPath == path) return false;
-    return journal_.isVolumePresentPath(*otherName, *otherPath);
+    if (otherPath != nullptr && *otherPath != path) namesakes.try_emplace(*otherPath, identifier);
+  }
+  if (namesakes.empty()) return false;
+  std::unordered_set<std::string_view> identifiers;
+  for (const auto& [otherPath, identifier] : namesakes) identifiers.insert(identifier);
+  return std::ranges::any_of(mounted.elements(), [&](const PropertyList& device) {
+    const std::string* identifier = device.asString();
+    return identifier != nullptr && !identifier->empty() && identifiers.contains(*identifier);
   });
 }
 

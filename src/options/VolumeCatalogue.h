@@ -35,7 +35,6 @@ class VolumeCatalogue {
 
  private:
   [[nodiscard]] Array readSavedList() const;
-  void mergeOfferedVolume(std::string_view name, std::string_view path);
   [[nodiscard]] bool isNameOfOtherEntry(std::string_view name, std::string_view path) const;
   [[nodiscard]] bool isNameOfOtherMountedDevice(std::string_view name, std::string_view path) const;
 
