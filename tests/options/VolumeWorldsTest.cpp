@@ -129,7 +129,7 @@ TEST_P(Worlds, GiveTheListAndTheDuplicatesThatTheRulesSay) {
     const World world = anyWorld();
     const Model model(world);
     layOut(world);
-    OptionsStore store(platform_.platform, paths_.diskJournal);
+    SettingsFile store(platform_.platform, paths_.diskJournal);
     DiskJournal journal(store);
     const PaneConnection connection{&pane_};
     VolumeCatalogue catalogue(platform_.platform, paths_, journal, connection);
