@@ -1,5 +1,5 @@
 """Reads the declarations of Apple's interfaces in declarations/, which are written for this reader: a C declaration is one
-line, every group of lines begins with the documentation page it was checked against, and what has been deprecated says why
+line, every group of lines begins with the documentation page that describes it, and what has been deprecated says why
 it is used all the same."""
 import re
 from dataclasses import dataclass, field
