@@ -147,6 +147,12 @@ Reply RootTree::writeTarget(const std::string& name, const std::string& folder) 
 }
 
 Reply RootTree::readSource(const std::string& folder, const std::string& name) const {
+  // Whoever asked reads the copy when this was started: what stands there after a failure is not of this
+  // read.
+  return notStarted(copyForReading(folder, name));
+}
+
+Reply RootTree::copyForReading(const std::string& folder, const std::string& name) const {
   const auto copyName = std::string(kReadPrefix) + name;
   const auto copyPath = root_ + joined(std::string(kStagingFolder), copyName);
   const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);

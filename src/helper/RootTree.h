@@ -36,7 +36,7 @@ class RootTree {
   /// has its old contents and the staging file stays.
   [[nodiscard]] Reply writeTarget(const std::string& name, const std::string& folder) const;
   /// Copies the folder's file into a fresh staging file "read-NAME" that only the user can read. Asking for a
-  /// file that is missing is no mistake, and an outcome of its own.
+  /// file that is missing is no mistake, and an outcome of its own; any other failure counts as not started.
   [[nodiscard]] Reply readSource(const std::string& folder, const std::string& name) const;
   /// Makes the folder and those above it that are missing, with mode 755.
   [[nodiscard]] Reply makeFolders(const std::string& folder) const;
@@ -57,6 +57,7 @@ class RootTree {
   [[nodiscard]] bool belongsTo(uid_t owner) const;
 
  private:
+  [[nodiscard]] Reply copyForReading(const std::string& folder, const std::string& name) const;
   [[nodiscard]] TreeWalk::Found findFolder(const std::string& path, Care care) const;
   [[nodiscard]] Reply replyTo(const Obstacle& obstacle) const;
   [[nodiscard]] std::string objectionTo(const TreeWalk::Found& found) const;

@@ -96,6 +96,26 @@ TEST_F(Copying, MissingSourceIsAnOutcomeOfItsOwnAndLeavesNoEarlierCopy) {
   }
 }
 
+TEST_F(Copying, ReadThatFailsIsNotTakenForOneThatWasStarted) {
+  folder.writeFile(kTarget, "settings");
+  std::filesystem::resize_file(folder / kTarget, kLargestFile + 1);
+  EXPECT_EQ(tree().readSource(kSupport, "a.plist").outcome, Outcome::Failed);
+  std::filesystem::remove(folder / "private/tmp");
+  EXPECT_EQ(tree().readSource(kSupport, "a.plist").outcome, Outcome::Failed);
+}
+
+/// The stranger's file goes when it is about to be looked at, and another one would come after that.
+TEST_F(Copying, ReadDuringWhichAPlantedFileVanishesIsNotTakenForOneThatWasStarted) {
+  stage("read-a.plist", "planted");
+  int looks = 0;
+  observers.beforeLook = [&](const std::string& at) {
+    if (at == folder / "private" && ++looks == 2)
+      std::filesystem::remove(folder / "private/tmp/read-a.plist");
+  };
+  EXPECT_EQ(tree().readSource(kSupport, "a.plist").outcome, Outcome::Failed);
+  EXPECT_EQ(looks, 2);
+}
+
 TEST_F(Copying, SourceThatIsNoFileIsDenied) {
   folder.makeFolder(kTarget);
   expectDenied(tree().readSource(kSupport, "a.plist"), "not a regular file");
