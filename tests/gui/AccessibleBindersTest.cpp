@@ -14,6 +14,9 @@
 #include "binders/PopUpButtonBinder.h"
 #include "binders/SheetBinder.h"
 #include "binders/TableViewBinder.h"
+#include "binders/TextFieldBinder.h"
+#include "formatters/MyNumberFormatter.h"
+#include "widgets/EntryField.h"
 #include "widgets/LabelButton.h"
 #include "widgets/QuietTableView.h"
 #include "widgets/TabPane.h"
@@ -123,6 +126,61 @@ TEST_F(AccessibleBinders, AnItemThatTheMousePassesInAnOpenMenuIsNotChosen) {
   EXPECT_EQ(menu.indexOfSelectedItem(), 0);
   EXPECT_EQ(widget->currentIndex(), 0);
   delete widget;
+}
+
+class AccessibleField : public AccessibleBinders {
+ protected:
+  void SetUp() override {
+    field.setFormatter(std::make_shared<MyNumberFormatter>(1, 60, 5));
+    field.setIntValue(20);
+    field.onUserEdit = [this] { stored.push_back(field.intValue()); };
+    new qt::TextFieldBinder(field, *widget);
+    other->move(0, 100);
+    show();
+    other->setFocus();
+  }
+  void setText(const char* text) {
+    QAccessibleEditableTextInterface* editable = accessible(*widget).editableTextInterface();
+    ASSERT_NE(editable, nullptr);
+    editable->replaceText(0, static_cast<int>(widget->text().size()), QString::fromUtf8(text));
+  }
+
+  TextField field{TextField::Role::Entry};
+  std::vector<int> stored;
+  qt::EntryField* widget = new qt::EntryField(&window);
+  QPushButton* other = new QPushButton(&window);
+};
+
+TEST_F(AccessibleField, ATextThatIsSetIsStoredAtOnceAndARefusedOneNeitherStoredNorShown) {
+  setText("45");
+  EXPECT_EQ(stored, (std::vector<int>{45}));
+  EXPECT_EQ(widget->text(), QStringLiteral("45"));
+  for (const char* refused : {"61", "soon", "4 5"}) {
+    setText(refused);
+    EXPECT_EQ(widget->text(), QStringLiteral("45")) << refused;
+  }
+  accessible(*widget).editableTextInterface()->deleteText(1, 2);
+  EXPECT_EQ(stored, (std::vector<int>{45, 4}));
+  EXPECT_EQ(field.stringValue(), "4");
+}
+
+TEST_F(AccessibleField, ATextThatIsSetWhereTheKeyboardIsIsStoredAsATypedOneIs) {
+  widget->setFocus();
+  setText("45");
+  EXPECT_TRUE(stored.empty());
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(stored, (std::vector<int>{45}));
+}
+
+TEST_F(AccessibleField, AHiddenOrDisabledFieldTakesNoText) {
+  field.setEnabled(false);
+  setText("45");
+  EXPECT_EQ(widget->text(), QStringLiteral("20"));
+  field.setEnabled(true);
+  window.hide();
+  setText("45");
+  EXPECT_EQ(widget->text(), QStringLiteral("20"));
+  EXPECT_TRUE(stored.empty());
 }
 
 TEST_F(AccessibleBinders, NothingIsToldOfWhatHasNotChanged) {

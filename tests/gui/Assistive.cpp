@@ -14,7 +14,10 @@ namespace {
 
 Listener* listening = nullptr;
 
-void hear(QAccessibleEvent* event) { listening->heard.push_back({event->type(), event->object()}); }
+void hear(QAccessibleEvent* event) {
+  QAccessibleInterface* thing = event->accessibleInterface();
+  listening->heard.push_back({event->type(), event->object(), thing != nullptr ? nameOf(*thing) : QString()});
+}
 
 /// The toolkit tells nothing as long as it thinks that nobody listens.
 void setAssistiveTechnologyRuns(bool runs) {
@@ -66,6 +69,7 @@ void act(QAccessibleInterface& thing, const QString& action) {
                                                  << actionsOf(thing).join(QLatin1Char(' ')).toStdString();
   const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(thing.object());
   thing.actionInterface()->doAction(action);
+  QApplication::processEvents();
   // A button that is pressed so goes down at first.
   EXPECT_TRUE(eventually([&] { return button.isNull() || !button->isDown(); }));
 }
@@ -80,6 +84,14 @@ Listener::~Listener() {
   setAssistiveTechnologyRuns(false);
   QAccessible::installUpdateHandler(nullptr);
   listening = nullptr;
+}
+
+QStringList Listener::toldNames(QAccessible::Event event) const {
+  QStringList names;
+  for (const Heard& each : heard) {
+    if (each.event == event) names << each.name;
+  }
+  return names;
 }
 
 QStringList Listener::namesOf(QAccessible::Event event) const {

@@ -36,14 +36,18 @@ class Listener {
  public:
   struct Heard {
     QAccessible::Event event;
-    QPointer<QObject> object;
+    QPointer<QObject> object;  // null for what is no widget
+    QString name;
   };
   Listener();
   Listener(const Listener&) = delete;
   Listener& operator=(const Listener&) = delete;
   ~Listener();
 
+  /// The names in the interface file of the widgets that have told this.
   [[nodiscard]] QStringList namesOf(QAccessible::Event event) const;
+  /// What all was called that has told this.
+  [[nodiscard]] QStringList toldNames(QAccessible::Event event) const;
   void forget() { heard.clear(); }
 
   std::vector<Heard> heard;

@@ -458,21 +458,5 @@ TEST_F(PluginsTab, TheArrowKeysLeaveNoTraceOfTheMarkOnTheRowsTheyCameFrom) {
   }
 }
 
-TEST_F(PluginsTab, EveryCellTellsAScreenReaderWhatItHolds) {
-  openTab();
-  const auto spoken = [](const QModelIndex& index) { return index.data(Qt::AccessibleTextRole).toString(); };
-  EXPECT_EQ(spoken(plugin().siblingAtColumn(0)), QStringLiteral("Enabled: All Types"));
-  EXPECT_EQ(spoken(plugin()), QStringLiteral("All Types"));
-  EXPECT_EQ(spoken(option(QStringLiteral("Tick"))), QStringLiteral("Tick. What it is for"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Set"), 1)), QStringLiteral("sshd"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Number"))), QStringLiteral("Number: 5"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Menu"))), QStringLiteral("Menu: First"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Text"))), QStringLiteral("Text: abc"));
-  EXPECT_EQ(spoken(value(QStringLiteral("File"))), QStringLiteral("File: /Users/old.conf"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Files"), 1)), QStringLiteral("Files: /Users/a"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Test"))), QStringLiteral("Test Settings"));
-  EXPECT_EQ(spoken(value(QStringLiteral("Test")).siblingAtColumn(0)), QString());
-}
-
 }  // namespace
 }  // namespace corvane::test

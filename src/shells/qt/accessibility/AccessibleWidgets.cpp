@@ -3,6 +3,8 @@
 #include <QAccessibleWidget>
 
 #include "PaneWindow.h"
+#include "accessibility/AccessibleMenu.h"
+#include "accessibility/AccessibleOutline.h"
 #include "widgets/LabelButton.h"
 #include "widgets/SheetPanel.h"
 
@@ -66,6 +68,8 @@ QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* obje
   if (auto* window = qobject_cast<PaneWindow*>(object))
     return new QAccessibleWidget(window, QAccessible::Window);
   if (auto* panel = qobject_cast<SheetPanel*>(object)) return new AccessibleSheet(*panel);
+  if (auto* box = qobject_cast<MenuBox*>(object)) return new AccessibleMenu(*box);
+  if (auto* tree = qobject_cast<OutlineTree*>(object)) return new AccessibleOutline(*tree);
   if (auto* button = qobject_cast<LabelButton*>(object)) return new AccessibleLabelButton(*button);
   return nullptr;
 }

@@ -44,13 +44,6 @@ std::optional<AttributedText> styledTextOf(const PreparedCell& prepared) {
   return textOf(prepared.value);
 }
 
-bool showsValueAlone(const Cell& cell) {
-  if (std::holds_alternative<EmptyCell>(cell)) return false;
-  if (const auto* text = std::get_if<TextFieldCell>(&cell)) return text->editable;
-  const auto* button = std::get_if<ButtonCell>(&cell);
-  return button == nullptr || isPictureButton(*button);
-}
-
 bool isPictureButton(const ButtonCell& cell) {
   return cell.kind == ButtonCell::Kind::Switch && !cell.image.typeCode.empty();
 }

@@ -14,8 +14,6 @@ namespace corvane::qt {
 [[nodiscard]] std::optional<bool> checkStateOf(const PreparedCell& prepared);
 /// The styled text that a default text cell shows; null for every other cell.
 [[nodiscard]] std::optional<AttributedText> styledTextOf(const PreparedCell& prepared);
-/// Whether the text of the cell is its value alone, and not a title that says what the cell is.
-[[nodiscard]] bool showsValueAlone(const Cell& cell);
 /// A switch whose picture stands in the place of its box.
 [[nodiscard]] bool isPictureButton(const ButtonCell& cell);
 

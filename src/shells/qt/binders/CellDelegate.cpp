@@ -1,11 +1,14 @@
 #include "binders/CellDelegate.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QFocusEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 #include "AttributedTextLayout.h"
 #include "Text.h"
+#include "accessibility/SpokenRow.h"
 #include "binders/CellContents.h"
 #include "binders/CellEditors.h"
 #include "binders/CellPainter.h"
@@ -144,7 +147,11 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   QWidget* widget = makeCellEditor(prepared(index).cell, parent);
   widget->setObjectName(QStringLiteral("cellEditor"));
   widget->setFont(option.font);
-  widget->setAccessibleName(model_.nameOf(index));
+  const QString name = titleOf(outline_, outline_.parentForItem(model_.itemAt(index)));
+  widget->setAccessibleName(name);
+  // The field of a box is what has the keyboard.
+  if (const auto* box = qobject_cast<const QComboBox*>(widget); box != nullptr && box->isEditable())
+    box->lineEdit()->setAccessibleName(name);
   auto* editor = dynamic_cast<CellEditor*>(widget);
   auto* self = const_cast<CellDelegate*>(this);  // the toolkit's signals are not const, its factory is
   editor->onChosen = [self, widget, editor] {

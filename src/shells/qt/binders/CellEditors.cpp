@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QComboBox>
 #include <QListView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -12,6 +11,7 @@
 
 #include "Text.h"
 #include "widgets/EntryField.h"
+#include "widgets/MenuBox.h"
 
 namespace corvane::qt {
 namespace {
@@ -52,10 +52,10 @@ class FieldEditor final : public EntryField, public CellEditor {
   QString before_;
 };
 
-class NumberEditor final : public QComboBox, public CellEditor {
+class NumberEditor final : public MenuBox, public CellEditor {
  public:
   NumberEditor(const CellReference& cell, const ComboBoxCell& numbers, QWidget* parent)
-      : QComboBox(parent), field_(new EntryField), before_(toQString(numbers.text)) {
+      : MenuBox(parent), field_(new EntryField), before_(toQString(numbers.text)) {
     setLineEdit(field_);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);  // would put numbers in that nobody has typed
@@ -102,9 +102,9 @@ class NumberEditor final : public QComboBox, public CellEditor {
   bool isTyping_ = false;
 };
 
-class PopUpEditor final : public QComboBox, public CellEditor {
+class PopUpEditor final : public MenuBox, public CellEditor {
  public:
-  PopUpEditor(const PopUpButtonCell& menu, QWidget* parent) : QComboBox(parent) {
+  PopUpEditor(const PopUpButtonCell& menu, QWidget* parent) : MenuBox(parent) {
     for (const std::string& item : menu.items) addItem(toQString(item));
     setCurrentIndex(menu.selectedIndex);
     connect(this, &QComboBox::activated, this, [this](int index) {

@@ -42,39 +42,9 @@ bool OutlineModel::hasChildren(const QModelIndex& parent) const {
   return parent.column() == 0 && outline_.isExpandable(itemAt(parent));
 }
 
-QString OutlineModel::nameOf(const QModelIndex& index) const {
-  const OutlineView::Column& column = columnAt(index);
-  if (column.checkBox) return toQString(column.title);
-  const OutlineItem above = outline_.parentForItem(itemAt(index));
-  if (!above) return {};
-  return textOf(outline_.preparedCell(column, above)).section(QLatin1Char('\n'), 0, 0).trimmed();
-}
-
-QString OutlineModel::spokenTextOf(const QModelIndex& index) const {
-  const PreparedCell cell = outline_.preparedCell(columnAt(index), itemAt(index));
-  QString text = textOf(cell).trimmed();
-  QString name;
-  if (columnAt(index).checkBox) {
-    if (std::holds_alternative<EmptyCell>(*cell.cell)) return {};
-    name = nameOf(index);
-    // The check box has no title; the row's own text says what it belongs to.
-    for (int column = 0; column < columnCount() && text.isEmpty(); ++column) {
-      if (column != index.column())
-        text = data(index.siblingAtColumn(column), Qt::DisplayRole).toString().trimmed();
-    }
-  } else if (showsValueAlone(*cell.cell)) {
-    name = nameOf(index);
-  }
-  text.replace(QLatin1Char('\n'), QLatin1String(". "));
-  if (name.isEmpty()) return text;
-  return text.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, text);
-}
-
 QVariant OutlineModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   switch (role) {
-    case Qt::AccessibleTextRole:
-      return spokenTextOf(index);
     case Qt::DisplayRole:
       return textOf(outline_.preparedCell(columnAt(index), itemAt(index)));
     case Qt::CheckStateRole: {

@@ -26,9 +26,6 @@ class OutlineModel final : public QAbstractItemModel {
   /// Invalid when the row is gone.
   [[nodiscard]] QModelIndex indexOf(const OutlineItem& item, int column = 0) const;
   [[nodiscard]] const OutlineView::Column& columnAt(const QModelIndex& index) const;
-  /// What the cell is called where its text alone would not say what it holds: by its column for a check box
-  /// of its own column, else by the row above it.
-  [[nodiscard]] QString nameOf(const QModelIndex& index) const;
 
   [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
   [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -43,8 +40,6 @@ class OutlineModel final : public QAbstractItemModel {
  private:
   /// Whether rows can stand below the index: not below a row that is gone.
   [[nodiscard]] bool isPlace(const QModelIndex& index) const { return !index.isValid() || itemAt(index); }
-  /// What a screen reader says for the cell.
-  [[nodiscard]] QString spokenTextOf(const QModelIndex& index) const;
 
   OutlineView& outline_;
 };

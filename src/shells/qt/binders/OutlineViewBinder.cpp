@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include "accessibility/AccessibleRows.h"
 #include "binders/CellDelegate.h"
 #include "binders/CellEditors.h"
 #include "binders/OutlineModel.h"
@@ -43,6 +44,9 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
   outline_.onExpansionChange = [this](const OutlineItem& item) { showExpansionOf(item); };
   outline_.onSelectionChange = [this] { showSelection(); };
   showExpansionBelow({});
+  new AccessibleRows(outline_, widget_, *model_,
+                     {[this] { return isInReach(); }, [this](const QModelIndex& index) { edit(index); },
+                      [this] { delegate_->dropEditor(); }});
   refresh();
 }
 

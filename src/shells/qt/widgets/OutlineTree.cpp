@@ -1,5 +1,6 @@
 #include "widgets/OutlineTree.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -245,6 +246,7 @@ void OutlineTree::activateCurrentRow() {
 
 void OutlineTree::focusInEvent(QFocusEvent* event) {
   QTreeView::focusInEvent(event);
+  tellFocus();
   if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
     setMarksCurrentRow(true);
 }
@@ -264,13 +266,28 @@ void OutlineTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHin
 }
 
 void OutlineTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QTreeView::currentChanged(current, previous);
+  // Not as the toolkit's tree does it, which tells of cells, and also while the keyboard is elsewhere.
+  QAbstractItemView::currentChanged(current, previous);
+  tellFocus();
   if (!marksCurrentRow_) return;
   // The mark goes around the whole row; the toolkit draws anew the one cell that is left and the one that is
   // reached.
   for (const QModelIndex& index : {previous, current}) {
     const QRect cell = visualRect(index);
     viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+  }
+}
+
+void OutlineTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QAbstractItemView::selectionChanged(selected, deselected);  // rows are not selected to assistive technology
+}
+
+void OutlineTree::tellFocus() {
+  if (!QAccessible::isActive() || !hasFocus()) return;
+  QAccessibleInterface* own = QAccessible::queryAccessibleInterface(this);
+  if (QAccessibleInterface* row = own->focusChild()) {
+    QAccessibleEvent event(row, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
   }
 }
 

@@ -76,6 +76,7 @@ class OutlineTree final : public QTreeView {
   void focusOutEvent(QFocusEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
   [[nodiscard]] bool hasTriangle(const QModelIndex& index) const;
@@ -86,6 +87,8 @@ class OutlineTree final : public QTreeView {
   /// The button in the cell is no longer held down.
   void endPress();
   void stepSideways(bool opens);
+  /// Tells assistive technology which row the keyboard is on.
+  void tellFocus();
   void setMouseDown(bool isDown);
   void setMarksCurrentRow(bool marks);
   void showShapeAt(const QPoint& point);

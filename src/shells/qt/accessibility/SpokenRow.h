@@ -1,0 +1,34 @@
+// What assistive technology is told of a row of an outline. A row has one control at most, in whatever
+// column, and is spoken of as that one thing: a plug-in with its check box is one row that can be switched
+// and opened.
+#pragma once
+
+#include <QAccessible>
+#include <QString>
+#include <optional>
+
+#include "controls/OutlineView.h"
+
+namespace corvane::qt {
+
+struct SpokenRow {
+  QAccessible::Role role = QAccessible::TreeItem;
+  QString name;
+  QString description;
+  QString value;             // what stands in a field, a menu or a box of numbers; of a password only bullets
+  std::optional<bool> isOn;  // nothing: it is no switch
+  const OutlineView::Column* column = nullptr;  // where its control stands; null: it has none
+  CellReference cell;                           // its control
+
+  /// Whether a listener would notice a difference.
+  [[nodiscard]] bool saysTheSameAs(const SpokenRow& other) const {
+    return role == other.role && name == other.name && description == other.description &&
+           value == other.value && isOn == other.isOn;
+  }
+};
+
+/// What the row is called whose values stand below it; nothing for the root. Reads none of the values.
+[[nodiscard]] QString titleOf(OutlineView& outline, const OutlineItem& item);
+[[nodiscard]] SpokenRow spokenRow(OutlineView& outline, const OutlineItem& item);
+
+}  // namespace corvane::qt
