@@ -36,7 +36,7 @@ class Person {
   /// Puts a text in the place of what a field shows.
   virtual void fill(const char* field, const char* text) = 0;
   /// Presses Return in the field that is being typed in.
-  void confirm();
+  virtual void confirm();
   /// Chooses an item of a menu.
   virtual void pick(const char* menu, const char* item) = 0;
   /// Chooses the tab; whatever stands before it is to be answered.

@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+#include "AssistivePerson.h"
 #include "GuiFixture.h"
 #include "Person.h"
 #include "UseRecorder.h"
@@ -22,10 +23,11 @@
 
 namespace corvane::test {
 
-enum class Means { Mouse, Keyboard };
+enum class Means { Mouse, Keyboard, Assistive };
 
 inline void PrintTo(Means means, std::ostream* stream) {
-  *stream << (means == Means::Mouse ? "Mouse" : "Keyboard");
+  constexpr const char* kNames[] = {"Mouse", "Keyboard", "AssistiveTechnology"};
+  *stream << kNames[static_cast<int>(means)];
 }
 
 class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
@@ -37,8 +39,17 @@ class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
 
   void openPane() {
     open(demo.root);
-    person = GetParam() == Means::Mouse ? std::unique_ptr<Person>(std::make_unique<MousePerson>(window()))
-                                        : std::make_unique<KeyboardPerson>(window());
+    switch (GetParam()) {
+      case Means::Mouse:
+        person = std::make_unique<MousePerson>(window());
+        break;
+      case Means::Keyboard:
+        person = std::make_unique<KeyboardPerson>(window());
+        break;
+      case Means::Assistive:
+        person = std::make_unique<AssistivePerson>(window(), uses.assisted);
+        break;
+    }
   }
 
   // Files.
@@ -73,7 +84,7 @@ class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
         QStringLiteral("%1 %2 %3")
             .arg(pictures_++, 2, 10, QLatin1Char('0'))
             .arg(QString::fromUtf8(name))
-            .arg(GetParam() == Means::Mouse ? QStringLiteral("mouse") : QStringLiteral("keyboard")));
+            .arg(QString::fromStdString(::testing::PrintToString(GetParam())).toLower()));
     EXPECT_TRUE(window().grab().save(file + QStringLiteral(".png")));
     for (QWidget* above : {QApplication::activeModalWidget(), QApplication::activePopupWidget()}) {
       if (above == nullptr) continue;

@@ -16,8 +16,9 @@ class UseRecorder final : public QObject {
  public:
   UseRecorder() { qApp->installEventFilter(this); }
 
-  std::set<std::string> clicked;  // pressed and released with the mouse
-  std::set<std::string> typedIn;  // met by a key other than those that only go from control to control
+  std::set<std::string> clicked;   // pressed and released with the mouse
+  std::set<std::string> assisted;  // acted on by assistive technology, which says so itself
+  std::set<std::string> typedIn;   // met by a key other than those that only go from control to control
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
