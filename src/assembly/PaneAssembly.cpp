@@ -33,12 +33,16 @@ PaneAssembly::PaneAssembly(const Platform& platform, std::string_view rootPrefix
       plugins_(platform_, paths_, pluginsView_),
       pane_(platform_, paths_, {view_, guard_, configuration_, options_, plugins_}) {}
 
-void PaneAssembly::load() {
+void PaneAssembly::awakeFromNib() {
   configuration_.awakeFromNib(pane_);
   options_.awakeFromNib(pane_);
   plugins_.awakeFromNib(pane_);
   pane_.awakeFromNib();
-  pane_.mainViewDidLoad();
+}
+
+void PaneAssembly::load() {
+  awakeFromNib();
+  mainViewDidLoad();
 }
 
 }  // namespace corvane

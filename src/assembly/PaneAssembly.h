@@ -27,13 +27,17 @@ class PaneAssembly {
   PaneAssembly& operator=(const PaneAssembly&) = delete;
   ~PaneAssembly() = default;
 
-  /// Plays the host's life cycle: awakens the tabs and the pane, then loads the main view.
+  /// The two steps of the host's life cycle that follow the making of the controls: the tabs and the pane
+  /// awake, then the main view is there. A shell whose host plays them one by one does so too.
   ///
   /// The layout of the core starts from frames in points: of the tab view, greeting and support link (the
   /// header), of the list of volumes, the header and the first column of its table (the box beside them), and
   /// of the check box, field and label in each row with a number. The views come with the frames of a pane of
-  /// the usual width. A shell that wants others sets them before it calls this; what is computed from them
+  /// the usual width. A shell that wants others sets them before the first step; what is computed from them
   /// tells its shell by `onChange`.
+  void awakeFromNib();
+  void mainViewDidLoad() { pane_.mainViewDidLoad(); }
+  /// Plays both.
   void load();
 
   [[nodiscard]] const PathTable& paths() const { return paths_; }

@@ -1,0 +1,92 @@
+#import "PaneFrame.h"
+
+#import "Text.h"
+#import "binders/AuthorizationViewBinder.h"
+#import "binders/TabViewBinder.h"
+#import "tabs/ConfigurationPage.h"
+#import "tabs/OptionsPage.h"
+#import "tabs/PluginsPage.h"
+#import "tabs/TimeMachineSheet.h"
+
+namespace corvane::appkit {
+namespace {
+
+constexpr CGFloat kHeight = 510;
+constexpr CGFloat kMargin = 17;
+
+}  // namespace
+
+PaneFrame::PaneFrame(PaneAssembly& assembly, SheetStage& sheets, NSImage* icon)
+    : Page(NSMakeSize(kPaneWidth, kHeight)) {
+  PaneView& pane = assembly.view();
+  addHeader(pane);
+  addStatus(pane);
+  addTabs(assembly, sheets);
+  addFooter(pane, icon);
+  // The Tab key goes from the tabs through their page to the lock and on round the pane.
+  NSView* previous = viewOf(pane.tabView);
+  for (const Control* next : std::initializer_list<const Control*>{&pane.authView, &pane.quorlenIconButton,
+                                                                   &pane.urlButton, &pane.tabView}) {
+    [previous setNextKeyView:viewOf(*next)];
+    previous = viewOf(*next);
+  }
+}
+
+PaneFrame::~PaneFrame() { pages_.clear(); }
+
+NSView* PaneFrame::viewOfAny(const Control& control) const {
+  if (NSView* found = viewOf(control)) return found;
+  for (const auto& page : pages_) {
+    if (NSView* found = page->viewOf(control)) return found;
+  }
+  return nil;
+}
+
+void PaneFrame::addHeader(PaneView& pane) {
+  // The room of the header is measured for this font.
+  NSFont* font = toNSFont(Font{Font::Family::Arial, 14});
+  for (Button* button : {&pane.greetingButton, &pane.urlButton}) {
+    NSButton* shown = labelButton(*button, toNSRect(button->frame()), kCentered, Placement::Horizontal);
+    [shown setFont:font];
+  }
+}
+
+// Between header and tabs, in the colour of warnings; the core hides it while all is well.
+void PaneFrame::addStatus(PaneView& pane) {
+  NSTextField* status =
+      label(pane.statusField, NSMakeRect(kMargin, 465, kPaneWidth - 2 * kMargin, 15), kCentered);
+  [status setFont:smallFont()];
+  [status setTextColor:warningTextColor()];
+}
+
+void PaneFrame::addFooter(PaneView& pane, NSImage* icon) {
+  CorvaneLockButton* lock =
+      [[[CorvaneLockButton alloc] initWithFrame:NSMakeRect(kMargin, 8, 28, 28)] autorelease];
+  NSTextField* beside = makeLabel(NSMakeRect(kMargin + 34, 5, 430, 32), kLeftAligned, smallFont());
+  put(lock);
+  put(beside);
+  add(std::make_unique<AuthorizationViewBinder>(pane.authView, lock, beside));
+  [labelButton(pane.clientVersionButton, NSMakeRect(490, 12, 124, 20), kRightAligned) setFont:smallFont()];
+  const CGFloat side = 26;
+  const NSRect corner = NSMakeRect(kPaneWidth - kMargin - side, 9, side, side);
+  NSButton* shown = labelButton(pane.quorlenIconButton, corner, kCentered);
+  [shown setImage:icon];
+  [shown setImagePosition:NSImageOnly];
+}
+
+void PaneFrame::addTabs(PaneAssembly& assembly, SheetStage& sheets) {
+  PaneView& pane = assembly.view();
+  NSTabView* tabs = [[[NSTabView alloc] initWithFrame:toNSRect(pane.tabView.frame())] autorelease];
+  [tabs setFont:controlFont()];
+  put(tabs);
+  const NSSize size = [tabs contentRect].size;
+  pages_.push_back(std::make_unique<ConfigurationPage>(assembly.configurationView(), size));
+  pages_.push_back(std::make_unique<OptionsPage>(assembly.optionsView(), size));
+  pages_.push_back(std::make_unique<PluginsPage>(assembly.pluginsView(), size));
+  std::vector<NSView*> views;
+  for (const auto& page : pages_) views.push_back(page->view());
+  add(std::make_unique<TabViewBinder>(pane.tabView, tabs, views));
+  pages_.push_back(std::make_unique<TimeMachineSheet>(assembly.optionsView(), sheets));
+}
+
+}  // namespace corvane::appkit

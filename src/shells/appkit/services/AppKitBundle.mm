@@ -1,0 +1,22 @@
+#import "services/AppKitBundle.h"
+
+#import "Text.h"
+
+namespace corvane::appkit {
+
+std::string AppKitBundle::name() {
+  return fromNSString([[bundle_ infoDictionary] objectForKey:@"CFBundleName"]);
+}
+
+std::string AppKitBundle::pathForResource(std::string_view name, std::string_view type) {
+  return fromNSString([bundle_ pathForResource:toNSString(name) ofType:toNSString(type)]);
+}
+
+std::string AppKitBundle::pathForAuxiliaryExecutable(std::string_view name) {
+  NSString* path = [bundle_ pathForAuxiliaryExecutable:toNSString(name)];
+  // GNUstep names also what is not there.
+  const bool isThere = path != nil && [[NSFileManager defaultManager] isExecutableFileAtPath:path];
+  return isThere ? fromNSString(path) : std::string();
+}
+
+}  // namespace corvane::appkit
