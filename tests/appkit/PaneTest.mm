@@ -21,6 +21,8 @@ TEST_F(AppKitPane, TheBundleIsLaidOutLikeOneOfAMac) {
   EXPECT_TRUE(exists(resources.pathForResource("Corvane", "icns")));
   EXPECT_TRUE(exists(resources.pathForResource("qlhelper", "")));
   EXPECT_TRUE(exists(resources.pathForAuxiliaryExecutable("qlhelper")));
+  EXPECT_EQ(resources.pathForResource("qlhelper", ""), resources.pathForAuxiliaryExecutable("qlhelper"))
+      << "root knows the helper by one path";
   EXPECT_EQ(resources.pathForAuxiliaryExecutable("missing"), "");
   EXPECT_EQ(resources.pathForResource("missing", "icns"), "");
 }

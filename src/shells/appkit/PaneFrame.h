@@ -8,6 +8,8 @@
 
 namespace corvane::appkit {
 
+class TabViewBinder;
+
 class PaneFrame final : public Page {
  public:
   /// The assembly and the stage must live longer; the icon is shown at the lower right.
@@ -20,9 +22,11 @@ class PaneFrame final : public Page {
  private:
   void addHeader(PaneView& view);
   void addStatus(PaneView& view);
+  void setTabKeys(PaneView& view);
   void addFooter(PaneView& view, NSImage* icon);
   void addTabs(PaneAssembly& assembly, SheetStage& sheets);
 
+  TabViewBinder* tabBinder_ = nullptr;        // one of the page's
   std::vector<std::unique_ptr<Page>> pages_;  // of the tabs, then of the sheets
 };
 

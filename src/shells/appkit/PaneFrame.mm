@@ -23,13 +23,7 @@ PaneFrame::PaneFrame(PaneAssembly& assembly, SheetStage& sheets, NSImage* icon)
   addStatus(pane);
   addTabs(assembly, sheets);
   addFooter(pane, icon);
-  // The Tab key goes from the tabs through their page to the lock and on round the pane.
-  NSView* previous = viewOf(pane.tabView);
-  for (const Control* next : std::initializer_list<const Control*>{&pane.authView, &pane.quorlenIconButton,
-                                                                   &pane.urlButton, &pane.tabView}) {
-    [previous setNextKeyView:viewOf(*next)];
-    previous = viewOf(*next);
-  }
+  setTabKeys(pane);
 }
 
 PaneFrame::~PaneFrame() { pages_.clear(); }
@@ -49,6 +43,18 @@ void PaneFrame::addHeader(PaneView& pane) {
     NSButton* shown = labelButton(*button, toNSRect(button->frame()), kCentered, Placement::Horizontal);
     [shown setFont:font];
   }
+}
+
+// The Tab key goes from the tabs through the page that is shown to the lock and on round the pane.
+void PaneFrame::setTabKeys(PaneView& pane) {
+  NSView* tabs = viewOf(pane.tabView);
+  NSView* lock = viewOf(pane.authView);
+  [lock setNextKeyView:viewOf(pane.quorlenIconButton)];
+  [viewOf(pane.quorlenIconButton) setNextKeyView:viewOf(pane.urlButton)];
+  [viewOf(pane.urlButton) setNextKeyView:tabs];
+  tabBinder_->setOnShown([this, tabs, lock](int index) {
+    if (index >= 0) pages_[static_cast<std::size_t>(index)]->setKeysAfter(tabs, lock);
+  });
 }
 
 // Between header and tabs, in the colour of warnings; the core hides it while all is well.
@@ -85,7 +91,9 @@ void PaneFrame::addTabs(PaneAssembly& assembly, SheetStage& sheets) {
   pages_.push_back(std::make_unique<PluginsPage>(assembly.pluginsView(), size));
   std::vector<NSView*> views;
   for (const auto& page : pages_) views.push_back(page->view());
-  add(std::make_unique<TabViewBinder>(pane.tabView, tabs, views));
+  auto binder = std::make_unique<TabViewBinder>(pane.tabView, tabs, views);
+  tabBinder_ = binder.get();
+  add(std::move(binder));
   pages_.push_back(std::make_unique<TimeMachineSheet>(assembly.optionsView(), sheets));
 }
 

@@ -1,6 +1,7 @@
 // The tab view. The control, and with it its delegate, is asked before the toolkit changes the tab.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "binders/Binder.h"
@@ -27,6 +28,9 @@ class TabViewBinder final : public Binder {
 
   /// For the toolkit: whether it may show this tab.
   [[nodiscard]] bool shouldSelect(int index);
+  void didSelect(int index);
+  /// For who follows the shown tab; called with each that is shown, the first one by `setOnShown`.
+  void setOnShown(std::function<void(int)> shown);
 
  private:
   void show() override;
@@ -34,6 +38,7 @@ class TabViewBinder final : public Binder {
   TabView& tabView_;
   NSTabView* widget_;
   CorvaneTabViewDelegate* delegate_;
+  std::function<void(int)> onShown_;
   bool isSelecting_ = false;
 };
 

@@ -32,6 +32,15 @@ bool TabViewBinder::shouldSelect(int index) {
   return tabView_.indexOfSelectedItem() == index;
 }
 
+void TabViewBinder::didSelect(int index) {
+  if (onShown_) onShown_(index);
+}
+
+void TabViewBinder::setOnShown(std::function<void(int)> shown) {
+  onShown_ = std::move(shown);
+  didSelect(tabView_.indexOfSelectedItem());
+}
+
 void TabViewBinder::show() {
   const int index = tabView_.indexOfSelectedItem();
   if (isSelecting_ || index < 0 || [widget_ indexOfTabViewItem:[widget_ selectedTabViewItem]] == index)
@@ -47,6 +56,10 @@ void TabViewBinder::show() {
 
 - (BOOL)tabView:(NSTabView*)tabView shouldSelectTabViewItem:(NSTabViewItem*)item {
   return binder_ == nullptr || binder_->shouldSelect(static_cast<int>([tabView indexOfTabViewItem:item]));
+}
+
+- (void)tabView:(NSTabView*)tabView didSelectTabViewItem:(NSTabViewItem*)item {
+  if (binder_ != nullptr) binder_->didSelect(static_cast<int>([tabView indexOfTabViewItem:item]));
 }
 
 @end

@@ -24,6 +24,8 @@ class Page {
   [[nodiscard]] NSView* view() const { return view_; }
   /// Nil when it is none of the page's.
   [[nodiscard]] NSView* viewOf(const Control& control) const;
+  /// Has the Tab key go through the page's controls, in the order in which they were made, and then on.
+  void setKeysAfter(NSView* before, NSView* next) const;
 
  protected:
   /// Puts what follows into this view of the page; nil for the page itself.

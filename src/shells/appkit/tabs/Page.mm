@@ -43,6 +43,16 @@ NSView* Page::viewOf(const Control& control) const {
   return nil;
 }
 
+void Page::setKeysAfter(NSView* before, NSView* next) const {
+  NSView* last = before;
+  for (const auto& binder : binders_) {
+    if (![binder->view() isKindOfClass:[NSControl class]]) continue;
+    [last setNextKeyView:binder->view()];
+    last = binder->view();
+  }
+  [last setNextKeyView:next];
+}
+
 void Page::put(NSView* view) { [(into_ != nil ? into_ : view_) addSubview:view]; }
 
 NSTextField* Page::label(TextField& field, NSRect frame, NSTextAlignment alignment) {

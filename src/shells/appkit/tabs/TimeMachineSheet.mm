@@ -36,6 +36,7 @@ TimeMachineSheet::TimeMachineSheet(OptionsTabView& view, SheetStage& sheets)
   place(pushButton(view.sheetCancelButton, NSZeroPoint), kWidth - kMargin - kButtonWidth - 8, @"\x1b");
   place(pushButton(view.sheetOkButton, NSZeroPoint), kWidth - kMargin, @"\r");
   [[panel_ contentView] addSubview:this->view()];
+  [panel_ recalculateKeyViewLoop];
   [panel_ setInitialFirstResponder:first];
   binder_ = std::make_unique<SheetBinder>(view.timeMachineAdvancedWindow, panel_, sheets);
 }
