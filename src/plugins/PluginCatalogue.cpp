@@ -36,6 +36,10 @@ std::string blacklistNameOf(const Dictionary& entry) {
 
 }  // namespace
 
+std::string pluginSettingsFile(const PathTable& paths, std::string_view pluginFileName) {
+  return formatText("%@/%@_settings.plist", {paths.pluginSupport, pluginFileName});
+}
+
 void PluginCatalogue::refresh() {
   const std::vector<FoundPlugin> found = loadPlugins();
   plugins_.clear();
@@ -48,13 +52,13 @@ std::vector<PluginCatalogue::FoundPlugin> PluginCatalogue::loadPlugins() const {
   std::vector<FoundPlugin> found;
   const auto walked = platform_.files.walk(paths_.plugins);
   for (const std::string& path : walked ? *walked : std::vector<std::string>()) {
-    if (pathExtension(path) != "plist") continue;
+    if (omissionByExtension(path)) continue;
     const Dictionary definition = storage_.readFile(appendingPathComponent(paths_.plugins, path));
-    const Array options = acceptedOptions(definition);
-    if (options.empty()) continue;
+    if (omissionOfDefinition(definition)) continue;
     const std::string fileName = deletingPathExtension(path);
-    const Dictionary settings = storage_.readFile(settingsFile(fileName));
+    const Dictionary settings = storage_.readFile(pluginSettingsFile(paths_, fileName));
     if (!pluginVisibleInPrefPane(settings)) continue;
+    const Array options = acceptedOptions(definition);
     attachStoredLists(options);
     const Dictionary entry = makeEntry(definition, options, fileName);
     const std::string* name = entry.string(plugin_key::kName);
@@ -96,10 +100,6 @@ Array PluginCatalogue::fileFolderArrayForEdit(const PluginOption& option) const 
   return isOutOfDate_ ? storedFileFolderArray(option) : option.fileFolderArray();
 }
 
-std::string PluginCatalogue::settingsFile(const std::string& pluginFileName) const {
-  return formatText("%@/%@_settings.plist", {paths_.pluginSupport, pluginFileName});
-}
-
 std::optional<std::string> PluginCatalogue::blacklistName(const PropertyList& item) const {
   const std::string* fileName = item.asDictionary().string(plugin_key::kFileName);
   const auto isNamedSo = [&](const Dictionary& entry) {
@@ -126,7 +126,7 @@ void PluginCatalogue::setPluginEnabled(const std::string& name, bool enabled) {
 }
 
 void PluginCatalogue::saveBlacklistPluginWithEnabled(const std::string& name, bool enabled) const {
-  const std::string file = settingsFile(deletingPathExtension(name));
+  const std::string file = pluginSettingsFile(paths_, deletingPathExtension(name));
   Dictionary settings = storage_.readFile(file);
   if (!settings) return;
   settings.set(client_key::kPluginEnabled, PropertyList::boolean(enabled));
@@ -134,7 +134,7 @@ void PluginCatalogue::saveBlacklistPluginWithEnabled(const std::string& name, bo
 }
 
 bool PluginCatalogue::pluginVisibleInPrefPane(const Dictionary& settings) {
-  return boolValue(settings.value(plugin_key::kVisible));
+  return !omissionBySettings(settings);
 }
 
 }  // namespace corvane

@@ -15,6 +15,9 @@
 
 namespace corvane {
 
+/// Where a plug-in's own settings are: whether it is shown and whether it is enabled.
+[[nodiscard]] std::string pluginSettingsFile(const PathTable& paths, std::string_view pluginFileName);
+
 class PluginCatalogue {
  public:
   /// All must outlive the catalogue.
@@ -64,7 +67,6 @@ class PluginCatalogue {
   void attachStoredLists(const Array& options) const;
   [[nodiscard]] Dictionary storedCheckboxes(const PluginOption& option) const;
   [[nodiscard]] Array storedFileFolderArray(const PluginOption& option) const;
-  [[nodiscard]] std::string settingsFile(const std::string& pluginFileName) const;
 
   Platform& platform_;
   const PathTable& paths_;

@@ -49,8 +49,12 @@ void PluginStorage::write(const PluginOption& option, const Dictionary& contents
   writeFile(fileOf(option), contents);
 }
 
+bool PluginStorage::mayBeCreated(const std::string& path) {
+  return isBelow(path, kInstallFolderPrefix) || isBelow(path, kRootHomePrefix);
+}
+
 bool PluginStorage::canICreateDestinationPlist(const std::string& path) const {
-  if (isBelow(path, kInstallFolderPrefix) || isBelow(path, kRootHomePrefix)) return true;
+  if (mayBeCreated(path)) return true;
   platform_.log.write("Cannot create file, not in the Corvane Directory.");
   return false;
 }

@@ -40,18 +40,19 @@ class PluginStorage {
   void write(const PluginOption& option, const Dictionary& contents) const;
 
   /// Whether a missing storage file may be created: its path begins, in any letter case, with the install
-  /// folder or root's home. Logs a refusal. What leads out of there by ".." parts is refused as well: the
-  /// copy as root would follow them to anywhere.
+  /// folder or root's home. What leads out of there by ".." parts is refused as well: the copy as root would
+  /// follow them to anywhere.
+  [[nodiscard]] static bool mayBeCreated(const std::string& path);
+  /// The same; logs a refusal.
   [[nodiscard]] bool canICreateDestinationPlist(const std::string& path) const;
 
   /// A dictionary file anywhere on this disk.
   [[nodiscard]] Dictionary readFile(const std::string& diskPath) const;
   void writeFile(const std::string& diskPath, const Dictionary& contents) const;
-
- private:
   /// Where the option's storage file is on this disk.
   [[nodiscard]] std::string fileOf(const PluginOption& option) const;
 
+ private:
   Platform& platform_;
   const PathTable& paths_;
   PaneServices* quorlenPrefPane_ = nullptr;

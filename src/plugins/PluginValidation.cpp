@@ -7,19 +7,12 @@
 #include "values/Text.h"
 
 namespace corvane {
-namespace {
-
-/// Whether the relative path names something below its folder by itself: ".." parts are refused even where
-/// they would lead back, since a link before them could lead anywhere.
-bool isBelowFolder(const std::string& relativePath) {
-  const auto parts = split(relativePath, '/');
+bool isBelowPluginsFolder(const std::string& executable) {
+  const auto parts = split(executable, '/');
   const bool names =
       std::ranges::any_of(parts, [](const auto& part) { return !part.empty() && part != "."; });
-  return names && std::ranges::find(parts, "..") == parts.end() &&
-         relativePath.find('\0') == std::string::npos;
+  return names && std::ranges::find(parts, "..") == parts.end() && executable.find('\0') == std::string::npos;
 }
-
-}  // namespace
 
 void PluginValidation::runPluginValidation(OutlineView& sender) const {
   const OutlineItem option = tree_.parentOf(sender.itemAtRow(sender.selectedRow()));
@@ -37,7 +30,7 @@ std::optional<std::vector<std::string>> PluginValidation::commandLine(const Dict
     command.push_back(*argument.asString());
   }
   if (command.empty()) return std::nullopt;
-  if (!isBelowFolder(command.front())) {
+  if (!isBelowPluginsFolder(command.front())) {
     log_.write(formatText("Plugin executable is not in the Plugins folder: %@", {command.front()}));
     return std::nullopt;
   }

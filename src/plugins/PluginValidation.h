@@ -15,6 +15,10 @@
 
 namespace corvane {
 
+/// Whether the first of a plug-in's program arguments names something below the plug-ins folder by itself:
+/// ".." parts are refused even where they would lead back, since a link before them could lead anywhere.
+[[nodiscard]] bool isBelowPluginsFolder(const std::string& executable);
+
 class PluginValidation {
  public:
   /// All must outlive the validation.
