@@ -14,7 +14,7 @@
 
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "posix/FileDescriptor.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "plugins/PluginsTabViewController.h"
 #include "privileged/RootFileOperations.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane::bench {

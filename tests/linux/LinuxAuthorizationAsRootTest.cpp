@@ -9,7 +9,7 @@
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "support/OtherUser.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

@@ -17,7 +17,7 @@
 #include "posix/FileDescriptor.h"
 #include "support/Isolated.h"
 #include "support/OtherUser.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

@@ -14,7 +14,7 @@
 #include "posix/FileDescriptor.h"
 #include "support/Isolated.h"
 #include "support/OtherUser.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {

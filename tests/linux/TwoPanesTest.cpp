@@ -12,7 +12,7 @@
 #include "posix/PosixFiles.h"
 #include "posix/PosixPropertyListFiles.h"
 #include "privileged/RootFileOperations.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

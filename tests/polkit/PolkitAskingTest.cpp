@@ -9,7 +9,7 @@
 #include "PolkitMachine.h"
 #include "platform/linux/LinuxRights.h"
 #include "platform/linux/PolkitAsking.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

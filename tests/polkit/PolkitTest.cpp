@@ -13,7 +13,7 @@
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
 #include "posix/Pipe.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TestPlatform.h"
 
 namespace corvane {

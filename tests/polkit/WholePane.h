@@ -13,7 +13,7 @@
 #include "posix/PosixFiles.h"
 #include "posix/PosixProcessOutput.h"
 #include "posix/PosixPropertyListFiles.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "posix/FileDescriptor.h"
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 #include "support/VirtualRunLoop.h"
 
 namespace corvane {

@@ -1,4 +1,4 @@
-#include "support/PollRunLoop.h"
+#include "platform/linux/PollRunLoop.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,5 +1,5 @@
-// A run loop of its own over poll(2), for tests of the real services, benchmarks and tools that have no
-// window. Timers use the monotonic clock. Sources may outlive the loop; they are dead then.
+// A run loop of its own over poll(2), for programs without a window: the command line, benchmarks, tests of
+// the real services. Timers use the monotonic clock. Sources may outlive the loop; they are dead then.
 #pragma once
 
 #include <functional>
