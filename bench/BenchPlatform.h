@@ -21,11 +21,8 @@ namespace corvane::bench {
 struct SilentLog final : SystemLog {
   void write(std::string_view /*line*/) override {}
 };
-struct FixedOutput final : ProcessOutput {
-  std::optional<std::string> outputOf(const std::string& /*program*/,
-                                      const std::vector<std::string>& /*arguments*/) override {
-    return "  PID\n    1\n";
-  }
+struct FixedListing final : ProcessListing {
+  std::optional<std::string> listProcesses() override { return "  PID\n    1\n"; }
 };
 struct EvenWidths final : Workspace {
   bool openUrl(const std::string& /*address*/) override { return true; }
@@ -97,13 +94,13 @@ struct BenchPlatform {
   test::NoDirectoryEvents directoryEvents;
   test::NoFileEventQueues fileEventQueues;
   test::NoAuthorization authorization;
-  FixedOutput processOutput;
+  FixedListing processes;
   test::AsciiTexts texts;
   NoDialogs dialogs;
   EvenWidths workspace;
   NoBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
-                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
+  Platform platform{log,           files,     propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processes, texts,         dialogs, workspace,       bundle};
 };
 
 }  // namespace corvane::bench

@@ -157,7 +157,7 @@ struct WritingBench : PluginsBench {
                     platform.directoryEvents,
                     platform.fileEventQueues,
                     authorization,
-                    platform.processOutput,
+                    platform.processes,
                     platform.texts,
                     platform.dialogs,
                     platform.workspace,

@@ -53,10 +53,8 @@ using test::NoAuthorization;
 using test::NoDirectoryEvents;
 using test::NoFileEventQueues;
 using test::NoRunLoop;
-struct NoProcessOutput final : ProcessOutput {
-  std::optional<std::string> outputOf(const std::string&, const std::vector<std::string>&) override {
-    std::abort();
-  }
+struct NoProcessListing final : ProcessListing {
+  std::optional<std::string> listProcesses() override { std::abort(); }
 };
 
 }  // namespace corvane::fuzz

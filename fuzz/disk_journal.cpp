@@ -52,11 +52,9 @@ struct PidFile final : Files {
   std::string text;
 };
 
-struct Processes final : ProcessOutput {
+struct Processes final : ProcessListing {
   explicit Processes(std::string_view output) : listing(output) {}
-  std::optional<std::string> outputOf(const std::string&, const std::vector<std::string>&) override {
-    return listing;
-  }
+  std::optional<std::string> listProcesses() override { return listing; }
   std::string listing;
 };
 
@@ -204,13 +202,13 @@ struct FuzzedTab {
   NoDirectoryEvents directoryEvents;
   NoFileEventQueues fileEventQueues;
   NoAuthorization authorization;
-  Processes processOutput{input.processes};
+  Processes processes{input.processes};
   WillingDialogs dialogs;
   PlainWorkspace workspace;
   AsciiTexts texts;
   PlainBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
-                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
+  Platform platform{log,           files,     propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processes, texts,         dialogs, workspace,       bundle};
   PathTable paths;
   CheckingPane pane{propertyLists};
   Window window{"Pane"};

@@ -118,13 +118,13 @@ struct FuzzedTab {
   NoDirectoryEvents directoryEvents;
   NoFileEventQueues fileEventQueues;
   NoAuthorization authorization;
-  NoProcessOutput processOutput;
+  NoProcessListing processes;
   WillingDialogs dialogs;
   PlainWorkspace workspace;
   AsciiTexts texts;
   PlainBundle bundle;
-  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
-                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
+  Platform platform{log,           files,     propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processes, texts,         dialogs, workspace,       bundle};
   PathTable paths;
   CheckingPane pane;
   PluginsTabView view;

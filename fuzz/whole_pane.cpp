@@ -219,10 +219,8 @@ struct FuzzedPane {
   MemoryEvents events;
   test::ScriptedFileEventQueues queues;
   MemoryRights rights{tree};
-  struct : ProcessOutput {
-    std::optional<std::string> outputOf(const std::string&, const std::vector<std::string>&) override {
-      return "  PID COMMAND\n    1 diskjournald\n";
-    }
+  struct : ProcessListing {
+    std::optional<std::string> listProcesses() override { return "  PID COMMAND\n    1 diskjournald\n"; }
   } processes;
   test::AsciiTexts texts;
   WillingDialogs dialogs;

@@ -12,7 +12,7 @@ Platform withDialogs(const Platform& platform, Dialogs& dialogs) {
           .directoryEvents = platform.directoryEvents,
           .fileEventQueues = platform.fileEventQueues,
           .authorization = platform.authorization,
-          .processOutput = platform.processOutput,
+          .processes = platform.processes,
           .texts = platform.texts,
           .dialogs = dialogs,
           .workspace = platform.workspace,

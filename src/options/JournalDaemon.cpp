@@ -5,7 +5,6 @@
 #include <optional>
 #include <string_view>
 
-#include "pane/PathTable.h"
 #include "values/Conversions.h"
 #include "values/Encodings.h"
 
@@ -37,7 +36,7 @@ bool JournalDaemon::isDiskJournalPIDRunning() const {
   const auto text = platform_.files.contents(pidFile_, kPidFileLimit);
   if (!text || text->empty() || !isAscii(*text)) return false;
   const std::int32_t pid = intValue(*text);
-  const auto listing = platform_.processOutput.outputOf(tool::kPs, {"axco", "pid"});
+  const auto listing = platform_.processes.listProcesses();
   // The listing's header reads as 0, so a pid file without digits counts as running. This is intended.
   return listing && isUtf8(*listing) && hasLineWithValue(*listing, pid);
 }

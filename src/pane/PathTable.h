@@ -19,7 +19,6 @@ inline constexpr const char* kCp = "/bin/cp";
 inline constexpr const char* kRm = "/bin/rm";
 inline constexpr const char* kSh = "/bin/sh";
 inline constexpr const char* kBash = "/bin/bash";
-inline constexpr const char* kPs = "/bin/ps";
 }  // namespace tool
 
 /// Beginnings of paths on the client, compared without regard to case.

@@ -8,7 +8,7 @@
 #include "platform/DirectoryEvents.h"
 #include "platform/FileEventQueues.h"
 #include "platform/Files.h"
-#include "platform/ProcessOutput.h"
+#include "platform/ProcessListing.h"
 #include "platform/PropertyListFiles.h"
 #include "platform/RunLoop.h"
 #include "platform/SystemLog.h"
@@ -25,7 +25,7 @@ struct Platform {
   DirectoryEvents& directoryEvents;
   FileEventQueues& fileEventQueues;
   AuthorizationServices& authorization;
-  ProcessOutput& processOutput;
+  ProcessListing& processes;
   TextComparison& texts;
   Dialogs& dialogs;
   Workspace& workspace;

@@ -7,6 +7,9 @@
 #include <QTableView>
 #include <algorithm>
 
+#include <sys/resource.h>
+#include <sys/wait.h>
+
 #include "FollowingFilesFixture.h"
 #include "widgets/LabelButton.h"
 
@@ -14,6 +17,22 @@ namespace corvane::test {
 namespace {
 
 using FollowingFiles = FollowingFilesTest;
+
+/// Grows with every child that was waited for.
+long pageFaultsOfChildren() {
+  rusage usage{};
+  EXPECT_EQ(::getrusage(RUSAGE_CHILDREN, &usage), 0);
+  return usage.ru_minflt;
+}
+
+TEST_F(FollowingFiles, OpeningTheWindowFindsTheDaemonRunningWithoutStartingAProgram) {
+  const long before = pageFaultsOfChildren();
+  open(demo.root);
+  EXPECT_EQ(widget<QLabel>("defaultTextField").text().toStdString(),
+            "Select a volume to configure alerts based on presence and/or free space.");
+  EXPECT_EQ(pageFaultsOfChildren(), before) << "a program was started and waited for";
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a program was started and left";
+}
 
 TEST_F(FollowingFiles, RunsOfClientAndUpdaterShowTheirDatesBesideAGroupThatIsBeingTyped) {
   openAndSettle();

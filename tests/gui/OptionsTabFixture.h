@@ -21,7 +21,7 @@ class OptionsPageTest : public WindowTest {
     WindowTest::SetUp();
     platform.layOutFolders();
     platform.writeText(platform.paths.diskJournalPid, "4711\n");
-    platform.processOutput.output = "  PID\n 4711\n";
+    platform.processes.text = "  PID\n 4711\n";
     writeClient();
   }
 

@@ -164,7 +164,7 @@ TEST_F(OptionsPage, SystemVolumesAreShownAndHidden) {
 
 TEST_F(OptionsPage, WithoutTheDaemonTheTableIsDisabledAndTheErrorIsShown) {
   open();
-  platform.processOutput.output = "";
+  platform.processes.text = "";
   tab->refreshVolumes();
   clickRow(1);
   EXPECT_EQ(selectedRow(), -1);

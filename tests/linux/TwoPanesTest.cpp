@@ -37,7 +37,7 @@ int writeOften(const test::TemporaryFolder& tree, const std::string& relative, c
                     others.directoryEvents,
                     others.fileEventQueues,
                     authorization,
-                    others.processOutput,
+                    others.processes,
                     others.texts,
                     others.dialogs,
                     others.workspace,

@@ -49,7 +49,7 @@ class OptionsTabTest : public ::testing::Test {
   // The client's files.
   void setDaemonRuns(bool runs) {
     platform_.writeText(paths_.diskJournalPid, "4711\n");
-    platform_.processOutput.output = runs ? "  PID\n    1\n 4711\n" : "  PID\n    1\n  815\n";
+    platform_.processes.text = runs ? "  PID\n    1\n 4711\n" : "  PID\n    1\n  815\n";
   }
   struct Device {
     std::string identifier;
@@ -109,7 +109,7 @@ class OptionsTabTest : public ::testing::Test {
     EXPECT_EQ(pane_.writes.back().path, paths_.volumesSettings);
     return pane_.writes.back().values.asArray();
   }
-  [[nodiscard]] std::size_t processListings() const { return platform_.processOutput.runs.size(); }
+  [[nodiscard]] std::size_t processListings() const { return platform_.processes.made; }
 
   TestPlatform platform_;
   const PathTable& paths_ = platform_.paths;

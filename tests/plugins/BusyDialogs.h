@@ -34,8 +34,8 @@ class BusyDialogs final : public Dialogs {
 inline std::unique_ptr<Platform> withDialogs(TestPlatform& platform, Dialogs& dialogs) {
   return std::make_unique<Platform>(
       Platform{platform.log, platform.files, platform.propertyLists, platform.runLoop,
-               platform.directoryEvents, platform.fileEventQueues, platform.authorization,
-               platform.processOutput, platform.texts, dialogs, platform.workspace, platform.bundle});
+               platform.directoryEvents, platform.fileEventQueues, platform.authorization, platform.processes,
+               platform.texts, dialogs, platform.workspace, platform.bundle});
 }
 
 }  // namespace corvane::test

@@ -9,9 +9,9 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
+#include "platform/linux/LinuxProcessListing.h"
 #include "platform/linux/LinuxTextComparison.h"
 #include "posix/PosixFiles.h"
-#include "posix/PosixProcessOutput.h"
 #include "posix/PosixPropertyListFiles.h"
 #include "platform/linux/PollRunLoop.h"
 #include "support/TestPlatform.h"
@@ -54,7 +54,7 @@ struct WholePane {
   RecordingLog log;
   PosixFiles files;
   PosixPropertyListFiles propertyLists;
-  PosixProcessOutput processOutput;
+  LinuxProcessListing processes;
   LinuxTextComparison texts;
   PollRunLoop runLoop;
   ScriptedDialogs dialogs;
@@ -63,8 +63,8 @@ struct WholePane {
   LinuxDirectoryEvents directoryEvents{runLoop, log};
   LinuxFileEventQueues fileEventQueues{runLoop};
   LinuxAuthorization authorization;
-  Platform platform{log,           files,         propertyLists, runLoop, directoryEvents, fileEventQueues,
-                    authorization, processOutput, texts,         dialogs, workspace,       bundle};
+  Platform platform{log,           files,     propertyLists, runLoop, directoryEvents, fileEventQueues,
+                    authorization, processes, texts,         dialogs, workspace,       bundle};
   PaneAssembly assembly;
 };
 

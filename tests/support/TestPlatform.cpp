@@ -191,12 +191,6 @@ std::vector<std::string> RecordingAuthorization::toolsStarted() const {
   return tools;
 }
 
-std::optional<std::string> ScriptedProcessOutput::outputOf(const std::string& program,
-                                                           const std::vector<std::string>& arguments) {
-  runs.emplace_back(program, arguments);
-  return output;
-}
-
 void ScriptedDialogs::beginSheet(const AlertDescription& alert, SheetWindow window,
                                  std::function<void(const AlertResult&)> ended) {
   sheets.push_back({alert, window, std::move(ended)});
@@ -242,7 +236,7 @@ std::unique_ptr<DirectoryEventStream> ScriptedDirectoryEvents::createStream(
 TestPlatform::TestPlatform()
     : paths(root.path()), platform{log,           files,           propertyLists,
                                    runLoop,       directoryEvents, fileEventQueues,
-                                   authorization, processOutput,   texts,
+                                   authorization, processes,       texts,
                                    dialogs,       workspace,       bundle} {
   fs::create_directories(root.path() + "/private/tmp");
 }

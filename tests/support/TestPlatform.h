@@ -94,12 +94,14 @@ class RecordingAuthorization final : public AuthorizationServices {
   Done waiting_;
 };
 
-class ScriptedProcessOutput final : public ProcessOutput {
+class ScriptedProcessListing final : public ProcessListing {
  public:
-  std::optional<std::string> outputOf(const std::string& program,
-                                      const std::vector<std::string>& arguments) override;
-  std::optional<std::string> output = std::string();
-  std::vector<std::pair<std::string, std::vector<std::string>>> runs;
+  std::optional<std::string> listProcesses() override {
+    ++made;
+    return text;
+  }
+  std::optional<std::string> text = std::string();
+  std::size_t made = 0;
 };
 
 /// Keeps the sheets that were begun until the test ends them.
@@ -177,7 +179,7 @@ struct TestPlatform {
   ScriptedDirectoryEvents directoryEvents;
   ScriptedFileEventQueues fileEventQueues;
   RecordingAuthorization authorization;
-  ScriptedProcessOutput processOutput;
+  ScriptedProcessListing processes;
   AsciiTexts texts;
   ScriptedDialogs dialogs;
   FakeWorkspace workspace;

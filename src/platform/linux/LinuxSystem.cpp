@@ -19,17 +19,8 @@ LinuxSystem::LinuxSystem(LinuxRunLoop& runLoop, const ToolkitServices& toolkit, 
     : directoryEvents_(runLoop, log_),
       fileEventQueues_(runLoop),
       authorization_(runLoop, log_, authorizationOptions(toolkit.bundle, std::move(options))),
-      platform_{log_,
-                files_,
-                propertyLists_,
-                runLoop,
-                directoryEvents_,
-                fileEventQueues_,
-                authorization_,
-                processOutput_,
-                texts_,
-                toolkit.dialogs,
-                toolkit.workspace,
-                toolkit.bundle} {}
+      platform_{
+          log_,           files_,     propertyLists_, runLoop,         directoryEvents_,  fileEventQueues_,
+          authorization_, processes_, texts_,         toolkit.dialogs, toolkit.workspace, toolkit.bundle} {}
 
 }  // namespace corvane

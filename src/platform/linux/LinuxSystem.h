@@ -9,11 +9,11 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
+#include "platform/linux/LinuxProcessListing.h"
 #include "platform/linux/LinuxRunLoop.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/LinuxTextComparison.h"
 #include "posix/PosixFiles.h"
-#include "posix/PosixProcessOutput.h"
 #include "posix/PosixPropertyListFiles.h"
 
 namespace corvane {
@@ -40,7 +40,7 @@ class LinuxSystem {
   LinuxSystemLog log_;
   PosixFiles files_;
   PosixPropertyListFiles propertyLists_;
-  PosixProcessOutput processOutput_;
+  LinuxProcessListing processes_;
   LinuxTextComparison texts_;
   LinuxDirectoryEvents directoryEvents_;
   LinuxFileEventQueues fileEventQueues_;

@@ -6,12 +6,12 @@
 #include "platform/macos/MacAuthorization.h"
 #include "platform/macos/MacDirectoryEvents.h"
 #include "platform/macos/MacFileEventQueues.h"
+#include "platform/macos/MacProcessListing.h"
 #include "platform/macos/MacRunLoop.h"
 #include "platform/macos/MacSystemLog.h"
 #include "platform/macos/MacTextComparison.h"
 #include "platform/macos/SecurityCalls.h"
 #include "posix/PosixFiles.h"
-#include "posix/PosixProcessOutput.h"
 #include "posix/PosixPropertyListFiles.h"
 
 namespace corvane {
@@ -29,7 +29,7 @@ class MacSystem {
   MacSystemLog log_;
   PosixFiles files_;
   PosixPropertyListFiles propertyLists_;
-  PosixProcessOutput processOutput_;
+  MacProcessListing processes_;
   MacTextComparison texts_;
   MacRunLoop runLoop_;
   MacDirectoryEvents directoryEvents_;

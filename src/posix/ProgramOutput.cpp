@@ -1,4 +1,4 @@
-#include "posix/PosixProcessOutput.h"
+#include "posix/ProgramOutput.h"
 
 #include <algorithm>
 #include <array>
@@ -55,10 +55,10 @@ void reap(pid_t child) {
 
 }  // namespace
 
-std::optional<std::string> PosixProcessOutput::outputOf(const std::string& program,
-                                                        const std::vector<std::string>& arguments) {
+std::optional<std::string> outputOf(const std::string& program, const std::vector<std::string>& arguments,
+                                    const OutputLimits& limits) {
   const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                           std::chrono::duration<double>(limits_.seconds));
+                                           std::chrono::duration<double>(limits.seconds));
   auto pipe = makePipe();
   if (!pipe.readEnd) return std::nullopt;
 
@@ -75,7 +75,7 @@ std::optional<std::string> PosixProcessOutput::outputOf(const std::string& progr
   }
   pipe.writeEnd.reset();
 
-  std::optional<std::string> output = readAll(pipe.readEnd.get(), limits_.bytes, deadline);
+  std::optional<std::string> output = readAll(pipe.readEnd.get(), limits.bytes, deadline);
   // A program may close its output and go on; its end is awaited under the same deadline.
   const auto process = watchEndOf(child);
   if (!output || !process || !waitForInput(process.get(), deadline)) {
