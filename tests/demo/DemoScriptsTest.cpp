@@ -44,7 +44,7 @@ TEST(DemoRunClient, SetsTheDateInPlaceAndKeepsEveryOtherSetting) {
   Dictionary before = DemoClient::plist(demo.paths.clientSettings).asDictionary();
   const ino_t inode = inodeOf(demo.paths.clientSettings);
   EXPECT_EQ(runToEnd(DemoClient::bash(demo.paths.runClient, kRunNow)), 0);
-  EXPECT_NEAR(dateIn(demo.paths.clientSettings, "Date_Client_Run"), secondsSince1970(), 30);
+  EXPECT_NEAR(dateIn(demo.paths.clientSettings, "Date_Client_Run"), secondsSince1970(), test::kHangSeconds);
   EXPECT_EQ(inodeOf(demo.paths.clientSettings), inode) << "a file that is replaced counts as gone";
   Dictionary after = DemoClient::plist(demo.paths.clientSettings).asDictionary();
   EXPECT_EQ(DemoClient::plist(demo.paths.clientSettingsBackup), after);
@@ -121,7 +121,7 @@ TEST(DemoRunUpdater, SetsTheDateOfTheLastCheckInPlace) {
   const DemoClient demo;
   const ino_t inode = inodeOf(demo.paths.updateStatus);
   EXPECT_EQ(runToEnd(DemoClient::bash(demo.paths.runUpdater, kUpdateNow)), 0);
-  EXPECT_NEAR(dateIn(demo.paths.updateStatus, "Date_Last_Checked"), secondsSince1970(), 30);
+  EXPECT_NEAR(dateIn(demo.paths.updateStatus, "Date_Last_Checked"), secondsSince1970(), test::kHangSeconds);
   EXPECT_EQ(inodeOf(demo.paths.updateStatus), inode);
   EXPECT_THAT(demo.log(), HasSubstr("RunUpdater for prefpane-updater: ended"));
 }

@@ -14,6 +14,7 @@
 #include "PlayedPortal.h"
 #include "appearance/Appearance.h"
 #include "appearance/DesktopAppearance.h"
+#include "support/Patience.h"
 
 namespace corvane::test {
 namespace {
@@ -36,7 +37,7 @@ class DesktopAppearanceTest : public ::testing::Test {
     for (const QString& name : names) QDBusConnection::disconnectFromBus(name);
     qt::applyAppearance(qt::Appearance::System);
     daemon.kill();
-    daemon.waitForFinished();
+    daemon.waitForFinished(kHangMilliseconds);
   }
   [[nodiscard]] QDBusConnection connect(const char* name) {
     names << QString::fromUtf8(name);

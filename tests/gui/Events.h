@@ -11,14 +11,14 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane::test {
+#include "support/Patience.h"
 
-inline constexpr int kPatienceMilliseconds = 10000;
+namespace corvane::test {
 
 /// Runs the event loop until the condition holds; false when it never does.
 template <typename Condition>
 [[nodiscard]] bool eventually(Condition condition) {
-  return QTest::qWaitFor(condition, kPatienceMilliseconds);
+  return QTest::qWaitFor(condition, kHangMilliseconds);
 }
 
 /// The widget with this object name anywhere below the window; never null (the test fails with an exception
@@ -67,7 +67,7 @@ template <typename Panel, typename Answer>
       seen = true;
       answer(*panel);
       sinceAnswer.start();
-    } else if (sinceAnswer.isValid() && sinceAnswer.hasExpired(kPatienceMilliseconds)) {
+    } else if (sinceAnswer.isValid() && sinceAnswer.hasExpired(kHangMilliseconds)) {
       ADD_FAILURE() << "the panel does not close after the answer";
       panel->reject();
     }
@@ -77,15 +77,12 @@ template <typename Panel, typename Answer>
   return seen;
 }
 
-/// How long the display server may take on a busy machine before it counts as hanging, in milliseconds.
-inline constexpr int kHang = 60'000;
-
 /// Shows the window and waits until it is on the screen and has the keyboard.
 inline void showActive(QWidget& window) {
   window.show();
   window.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, kHang));
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window, kHang));
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, kHangMilliseconds));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window, kHangMilliseconds));
 }
 
 }  // namespace corvane::test

@@ -3,14 +3,20 @@
 #include <gtest/gtest.h>
 
 #include "appearance/Appearance.h"
-#include "support/TemporaryFolder.h"
+#include "support/PinnedEnvironment.h"
 
 int main(int argc, char** argv) {
+  const corvane::test::PinnedEnvironment environment;
   ::testing::InitGoogleTest(&argc, argv);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  // The toolkit's open panel writes down what it looked like and begins so the next time.
-  const corvane::test::TemporaryFolder toolkitSettings;
-  qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(toolkitSettings.path()));
+  qputenv("FONTCONFIG_FILE", CORVANE_FONTS_CONFIGURATION);
+  // What the toolkit is told by its own variables, where somebody wants it otherwise for once.
+  for (const auto& [ours, theirs] : {std::pair("CORVANE_TEST_SCALE", "QT_SCALE_FACTOR"),
+                                     std::pair("CORVANE_TEST_DESKTOP", "XDG_CURRENT_DESKTOP")}) {
+    if (qEnvironmentVariableIsSet(ours)) qputenv(theirs, qgetenv(ours));
+  }
+  if (qEnvironmentVariable("XDG_CURRENT_DESKTOP") == QLatin1String("KDE"))
+    qputenv("KDE_SESSION_VERSION", "5");
   QApplication application(argc, argv);
   corvane::qt::dressApplication(application);
   return RUN_ALL_TESTS();

@@ -276,7 +276,7 @@ void KeyboardPerson::selectRow(const char* table, const char* text) {
 void KeyboardPerson::switchAccessory() {
   // Without a window manager a window that was above this one may still count as the active one.
   window_.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_, kHang));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_, kHangMilliseconds));
   key(Qt::Key_A, Qt::AltModifier);
 }
 

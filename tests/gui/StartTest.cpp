@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Patience.h"
+
 namespace corvane::test {
 namespace {
 
@@ -19,7 +21,7 @@ TEST(Start, WithoutADisplayItSaysSoAndExitsWithOne) {
     QProcess pane;
     pane.setProcessEnvironment(environment);
     pane.start(QStringLiteral(CORVANE_PANE_PATH), {});
-    ASSERT_TRUE(pane.waitForFinished());
+    ASSERT_TRUE(pane.waitForFinished(kHangMilliseconds));
     EXPECT_EQ(pane.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(pane.exitCode(), 1);
     const QByteArray said = pane.readAllStandardError();

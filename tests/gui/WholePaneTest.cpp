@@ -55,6 +55,7 @@ class FirstPicture final : public QObject {
 TEST_F(WholePane, ShowsItsFrameBeforeTheClientIsRead) {
   pane = std::make_unique<qt::LinuxPane>(root.path());
   const FirstPicture first(window());
+  window().longestWaitForPaint = std::chrono::milliseconds(kHangMilliseconds);
   pane->open();
   EXPECT_TRUE(first.taken);
   EXPECT_EQ(first.tabs, 3);

@@ -14,17 +14,16 @@
 #include "TreeFixture.h"
 #include "helper/Launch.h"
 #include "helper/Session.h"
+#include "support/Patience.h"
 
 namespace corvane::helper::test {
 namespace {
 
 using ::testing::HasSubstr;
 
-constexpr int kDeadline = 20000;  // milliseconds
-
 bool readableSoon(int descriptor) {
   pollfd waited{descriptor, POLLIN, 0};
-  return ::poll(&waited, 1, kDeadline) == 1;
+  return ::poll(&waited, 1, corvane::test::kHangMilliseconds) == 1;
 }
 
 /// One helper process. `arrange` runs in it before the tool does.
@@ -275,7 +274,7 @@ bool press(const FileDescriptor& keyboard, char key, int signal) {
   ::sigemptyset(&awaited);
   ::sigaddset(&awaited, signal);
   ::sigprocmask(SIG_BLOCK, &awaited, nullptr);
-  const timespec deadline{kDeadline / 1000, 0};
+  const timespec deadline{corvane::test::kHangMilliseconds / 1000, 0};
   return ::write(keyboard.get(), &key, 1) == 1 && ::sigtimedwait(&awaited, nullptr, &deadline) == signal;
 }
 

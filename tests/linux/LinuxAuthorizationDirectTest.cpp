@@ -18,6 +18,7 @@
 #include "support/Isolated.h"
 #include "support/OtherUser.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 
@@ -30,7 +31,6 @@ using ::testing::IsEmpty;
 
 constexpr const char* kHelper = "/nonexistent/qlhelper";
 constexpr const char* kRight = "system.privilege.admin";
-constexpr double kDeadline = 20;
 constexpr uid_t kStranger = 65534;
 
 struct Direct : testing::Test {
@@ -191,7 +191,7 @@ TEST_F(Direct, ScriptIsNotWaitedForOutlivesTheRightsAndLeavesNoChild) {
   const FileDescriptor go(::open((tree / "go").c_str(), O_WRONLY | O_CLOEXEC));
   ASSERT_EQ(::write(go.get(), "x\n", 2), 2);
   pollfd waited{changes.get(), POLLIN, 0};
-  ASSERT_EQ(::poll(&waited, 1, static_cast<int>(kDeadline * 1000)), 1);
+  ASSERT_EQ(::poll(&waited, 1, test::kHangMilliseconds), 1);
   EXPECT_EQ(tree.readFile("done"),
             "--log-parent prefpane-client --force|/|0022|/usr/bin:/bin:/usr/sbin:/sbin\n");
 }
@@ -238,12 +238,12 @@ struct HangingRun : Direct {
   bool hasStarted() {
     pollfd waited{alive.get(), POLLIN, 0};
     char buffer[2];
-    return ::poll(&waited, 1, static_cast<int>(kDeadline * 1000)) == 1 && ::read(alive.get(), buffer, 2) == 2;
+    return ::poll(&waited, 1, test::kHangMilliseconds) == 1 && ::read(alive.get(), buffer, 2) == 2;
   }
   bool hasEnded() {
     pollfd waited{alive.get(), POLLIN, 0};
     char buffer[1];
-    return ::poll(&waited, 1, static_cast<int>(kDeadline * 1000)) == 1 && ::read(alive.get(), buffer, 1) == 0;
+    return ::poll(&waited, 1, test::kHangMilliseconds) == 1 && ::read(alive.get(), buffer, 1) == 0;
   }
   FileDescriptor alive;
   std::string plugin;

@@ -16,6 +16,7 @@
 #include "PolkitMachine.h"
 #include "WholePane.h"
 #include "plugins/PluginsTabView.h"
+#include "support/Patience.h"
 
 namespace corvane {
 namespace {
@@ -138,7 +139,7 @@ class Session {
     ASSERT_TRUE(helperEnds);
     pane.closeLock();
     EXPECT_TRUE(test::readableSoon(helperEnds.get())) << "the helper outlives the lock";
-    EXPECT_TRUE(pane.runLoop.runUntil(test::hasNoChild, 20));
+    EXPECT_TRUE(pane.runLoop.runUntil(test::hasNoChild, test::kHangSeconds));
   }
 
   /// The same acts with the lock closed.

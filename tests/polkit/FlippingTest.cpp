@@ -15,6 +15,7 @@
 
 #include "WriteFaultsFixture.h"
 #include "posix/Pipe.h"
+#include "support/Patience.h"
 
 namespace corvane {
 namespace {
@@ -110,7 +111,7 @@ class Flipping : public WriteFaults {
     }
     EXPECT_FALSE(pane.assembly.pane().readRootFile(*volume / kMissingSettings));
     pane.closeLock();
-    EXPECT_TRUE(pane.runLoop.runUntil(test::hasNoChild, 20));
+    EXPECT_TRUE(pane.runLoop.runUntil(test::hasNoChild, test::kHangSeconds));
   }
 };
 

@@ -10,6 +10,7 @@
 #include "platform/linux/LinuxRights.h"
 #include "platform/linux/PolkitAsking.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 
@@ -19,18 +20,17 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr double kDeadline = 20;
 constexpr double kShortAnswer = 0.05;
 
 class Asking : public testing::Test {
  protected:
   /// Asks through the fake launcher of the name and runs the loop until there is an answer.
-  AuthorizationOutcome ask(const std::string& name, double answerDeadline = kDeadline) {
+  AuthorizationOutcome ask(const std::string& name, double answerDeadline = test::kHangSeconds) {
     std::filesystem::create_symlink(FAKE_LAUNCHER_PATH, folder / name);
     return askThrough(folder / name, QLHELPER_PATH, answerDeadline);
   }
   AuthorizationOutcome askThrough(const std::string& launcher, const std::string& helper,
-                                  double answerDeadline = kDeadline) {
+                                  double answerDeadline = test::kHangSeconds) {
     outcome.reset();
     asking = std::make_unique<PolkitAsking>(
         loop, log,
@@ -43,7 +43,7 @@ class Asking : public testing::Test {
         });
     asking->start();
     EXPECT_TRUE(asking->isOpen()) << "the answer comes from the run loop";
-    EXPECT_TRUE(loop.runUntil([this] { return outcome.has_value(); }, kDeadline));
+    EXPECT_TRUE(loop.runUntil([this] { return outcome.has_value(); }, test::kHangSeconds));
     EXPECT_EQ(authorization != nullptr, outcome == AuthorizationOutcome::Granted);
     EXPECT_FALSE(asking->isOpen());
     return outcome.value_or(AuthorizationOutcome::Unavailable);
@@ -53,7 +53,7 @@ class Asking : public testing::Test {
         ->carryOut({.program = "/bin/rm", .arguments = {"/private/tmp/a"}, .wantsOutput = wantsOutput});
   }
   bool becomesLost() {
-    return loop.runUntil([this] { return timesLost > 0; }, kDeadline);
+    return loop.runUntil([this] { return timesLost > 0; }, test::kHangSeconds);
   }
   void watchForLoss() {
     authorization->lost = [this] { ++timesLost; };
@@ -64,7 +64,7 @@ class Asking : public testing::Test {
     authorization.reset();
     EXPECT_TRUE(leavesNoChild());
   }
-  bool leavesNoChild() { return loop.runUntil(test::hasNoChild, kDeadline); }
+  bool leavesNoChild() { return loop.runUntil(test::hasNoChild, test::kHangSeconds); }
 
   test::TemporaryFolder folder;
   test::RecordingLog log;

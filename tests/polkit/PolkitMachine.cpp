@@ -20,13 +20,13 @@
 #include <unistd.h>
 
 #include "posix/Pipe.h"
+#include "support/Patience.h"
 
 namespace corvane::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kDeadline = 20000;  // milliseconds
 constexpr const char* kBus = "/usr/bin/dbus-daemon";
 constexpr const char* kPolkit = "/usr/lib/polkit-1/polkitd";
 constexpr const char* kActions = "/usr/share/polkit-1/actions";
@@ -50,7 +50,7 @@ FileDescriptor watchProcess(pid_t pid) {
 }
 bool readableSoon(int descriptor) {
   pollfd waited{descriptor, POLLIN, 0};
-  return ::poll(&waited, 1, kDeadline) == 1;
+  return ::poll(&waited, 1, kHangMilliseconds) == 1;
 }
 bool hasNoChild() {
   siginfo_t ignored;

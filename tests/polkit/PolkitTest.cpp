@@ -14,6 +14,7 @@
 #include "platform/linux/LinuxAuthorization.h"
 #include "posix/Pipe.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Patience.h"
 #include "support/TestPlatform.h"
 
 namespace corvane {
@@ -27,7 +28,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr double kDeadline = 20;
 const std::string kTarget = "Library/Corvane/PluginSupport/a.plist";
 
 #define CORVANE_START_MACHINE(...)                                                 \
@@ -48,7 +48,7 @@ struct Pane {
       authorization = std::move(answer.rights);
     });
     EXPECT_FALSE(outcome.has_value()) << "asking must not block";
-    EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }, kDeadline));
+    EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }, test::kHangSeconds));
     return outcome.value_or(AuthorizationOutcome::Unavailable);
   }
   LaunchStatus run(const std::string& tool, const std::vector<std::string>& arguments) {
@@ -226,7 +226,7 @@ TEST_F(Polkit, ClosedLockEndsTheHelperAndNotTheScript) {
     pane.authorization.reset();
     // The script still runs: it must hold nothing that keeps the helper alive.
     EXPECT_TRUE(readableSoon(helperEnds.get()));
-    EXPECT_TRUE(pane.loop.runUntil(test::hasNoChild, kDeadline)) << "the helper was not reaped";
+    EXPECT_TRUE(pane.loop.runUntil(test::hasNoChild, test::kHangSeconds)) << "the helper was not reaped";
     const FileDescriptor writer(::open(go.c_str(), O_WRONLY | O_CLOEXEC));
     ASSERT_EQ(::write(writer.get(), "x\n", 2), 2);
     char buffer[100];
@@ -273,7 +273,7 @@ TEST_F(Polkit, KilledHelperIsLostAndFailsRequests) {
     const pid_t helper = onlyChild();
     EXPECT_NE(::kill(helper, SIGKILL), 0) << "the user may not end root's process";
     ASSERT_EQ(::write(ready.writeEnd.get(), &helper, sizeof helper), static_cast<ssize_t>(sizeof helper));
-    EXPECT_TRUE(pane.loop.runUntil([&] { return lost > 0; }, kDeadline));
+    EXPECT_TRUE(pane.loop.runUntil([&] { return lost > 0; }, test::kHangSeconds));
     EXPECT_EQ(lost, 1);
     EXPECT_EQ(pane.run("/bin/rm", {machine / "private/tmp/a"}), launch_status::kToolExecuteFailure);
     EXPECT_THAT(pane.log.lines, ElementsAre("Administrator rights have ended: the root helper is gone",

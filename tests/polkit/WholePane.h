@@ -14,6 +14,7 @@
 #include "posix/PosixFiles.h"
 #include "posix/PosixPropertyListFiles.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Patience.h"
 #include "support/TestPlatform.h"
 
 namespace corvane::test {
@@ -46,7 +47,7 @@ struct WholePane {
   [[nodiscard]] bool openLock() {
     AuthorizationView& lock = assembly.view().authView;
     lock.click();
-    return runLoop.runUntil([&] { return lock.state() != AuthorizationView::State::Asking; }, 20) &&
+    return runLoop.runUntil([&] { return lock.state() != AuthorizationView::State::Asking; }, test::kHangSeconds) &&
            lock.state() == AuthorizationView::State::Open;
   }
   void closeLock() { assembly.view().authView.click(); }

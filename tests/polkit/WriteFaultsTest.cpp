@@ -13,6 +13,7 @@
 
 #include "WriteFaultsFixture.h"
 #include "posix/Pipe.h"
+#include "support/Patience.h"
 
 namespace corvane {
 namespace {
@@ -123,7 +124,7 @@ class KilledHelper : public WriteFaults, public testing::WithParamInterface<cons
       EXPECT_THAT(log, Contains(HasSubstr("Error writing plist file: ")));
       auto& lock = pane.assembly.view().authView;
       EXPECT_TRUE(
-          pane.runLoop.runUntil([&] { return lock.state() == AuthorizationView::State::Closed; }, 20));
+          pane.runLoop.runUntil([&] { return lock.state() == AuthorizationView::State::Closed; }, test::kHangSeconds));
       EXPECT_FALSE(pane.assembly.pane().unlocked());
     });
     EXPECT_EQ(::read(deaths.readEnd.get(), &died, sizeof died), static_cast<ssize_t>(sizeof died));

@@ -7,14 +7,13 @@
 
 #include "posix/FileDescriptor.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Patience.h"
 #include "support/VirtualRunLoop.h"
 
 namespace corvane {
 namespace {
 
 using ::testing::ElementsAre;
-
-constexpr double kGenerous = 20;  // seconds; only a failing test waits that long
 
 struct Pipe {
   Pipe() {
@@ -38,7 +37,7 @@ TEST(PollRunLoop, TimersFireInTheOrderOfTheirTimes) {
   const auto late = loop.scheduleTimer(0.05, false, [&] { fired.push_back(2); });
   const auto early = loop.scheduleTimer(0.01, false, [&] { fired.push_back(1); });
   EXPECT_EQ(loop.pendingTimers(), 2U);
-  EXPECT_TRUE(loop.runUntil([&] { return fired.size() == 2; }, kGenerous));
+  EXPECT_TRUE(loop.runUntil([&] { return fired.size() == 2; }, test::kHangSeconds));
   EXPECT_THAT(fired, ElementsAre(1, 2));
   EXPECT_EQ(loop.pendingTimers(), 0U);
 }
@@ -50,7 +49,7 @@ TEST(PollRunLoop, RepeatingTimerFiresUntilItIsDestroyedFromInside) {
   timer = loop.scheduleTimer(0.001, true, [&] {
     if (++fired == 3) timer.reset();
   });
-  EXPECT_TRUE(loop.runUntil([&] { return fired == 3; }, kGenerous));
+  EXPECT_TRUE(loop.runUntil([&] { return fired == 3; }, test::kHangSeconds));
   EXPECT_FALSE(loop.runUntil([&] { return fired > 3; }, 0.02));
 }
 
@@ -69,7 +68,7 @@ TEST(PollRunLoop, ReadableDescriptorIsReportedUntilItIsRead) {
     if (++calls == 2) pipe.take();
   });
   pipe.put();
-  EXPECT_TRUE(loop.runUntil([&] { return calls == 2; }, kGenerous));
+  EXPECT_TRUE(loop.runUntil([&] { return calls == 2; }, test::kHangSeconds));
   EXPECT_FALSE(loop.runUntil([&] { return calls > 2; }, 0.01));
 }
 
@@ -79,7 +78,7 @@ TEST(PollRunLoop, ClosedOtherEndIsReported) {
   bool called = false;
   const auto source = loop.watchDescriptor(pipe.readEnd.get(), [&] { called = true; });
   pipe.writeEnd.reset();
-  EXPECT_TRUE(loop.runUntil([&] { return called; }, kGenerous));
+  EXPECT_TRUE(loop.runUntil([&] { return called; }, test::kHangSeconds));
 }
 
 TEST(PollRunLoop, SourceEndedByAnotherCallOfTheSameRoundIsNotCalled) {

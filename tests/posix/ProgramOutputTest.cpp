@@ -12,6 +12,7 @@
 
 #include "posix/FileDescriptor.h"
 #include "posix/ProgramOutput.h"
+#include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {
@@ -58,12 +59,12 @@ TEST(ProgramOutput, OutputLargerThanThePipeIsComplete) {
   EXPECT_EQ(output->size(), 1'000'000U);
 }
 
-/// Whether the process, of which nobody may be told, is gone within ten seconds.
+/// Whether the process, of which nobody may be told, is gone.
 bool endsSoon(pid_t process) {
   const FileDescriptor watched(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
   if (!watched) return errno == ESRCH;
   pollfd ended{watched.get(), POLLIN, 0};
-  return ::poll(&ended, 1, 10'000) == 1;
+  return ::poll(&ended, 1, test::kHangMilliseconds) == 1;
 }
 
 TEST(ProgramOutput, EndlessOutputIsStoppedAtTheLimit) {
@@ -75,10 +76,10 @@ TEST(ProgramOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
   const test::TemporaryFolder folder;
   std::optional<std::string> output = "";
   const double seconds = secondsFor([&] {
-    output = shell("sleep 60 & echo $! > '" + (folder / "pid") + "'; wait", {1.0, 1000});
+    output = shell("sleep 600 & echo $! > '" + (folder / "pid") + "'; wait", {1.0, 1000});
   });
   EXPECT_EQ(output, std::nullopt);
-  EXPECT_LT(seconds, 30);
+  EXPECT_LT(seconds, test::kHangSeconds);
   EXPECT_FALSE(hasChildren());
   const std::string grandchild = folder.readFile("pid");
   ASSERT_FALSE(grandchild.empty());
@@ -86,7 +87,7 @@ TEST(ProgramOutput, ProgramThatHangsIsKilledWithWhatItStarted) {
 }
 
 TEST(ProgramOutput, ProgramThatClosesItsOutputAndHangsIsKilled) {
-  EXPECT_EQ(shell("exec >&-; exec sleep 60", {0.2, 1000}), std::nullopt);
+  EXPECT_EQ(shell("exec >&-; exec sleep 600", {0.2, 1000}), std::nullopt);
   EXPECT_FALSE(hasChildren());
 }
 

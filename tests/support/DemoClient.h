@@ -21,14 +21,15 @@
 #include <unistd.h>
 
 #include "pane/PathTable.h"
+#include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane::test {
 
-/// Waits until the condition holds; false when it does not within ten seconds.
+/// Waits until the condition holds; false when it never does.
 inline bool waitUntil(const std::function<bool()>& condition) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kHangMilliseconds);
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     ::poll(nullptr, 0, 5);

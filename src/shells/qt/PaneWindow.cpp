@@ -4,7 +4,6 @@
 #include <QEventLoop>
 #include <QShortcut>
 #include <QTimer>
-#include <chrono>
 
 #include "Fonts.h"
 #include "Text.h"
@@ -81,11 +80,10 @@ void PaneWindow::setTabPage(int index, QWidget* page) {
 TabPane& PaneWindow::tabs() const { return *ui_->tabView; }
 
 void PaneWindow::showPainted() {
-  constexpr std::chrono::milliseconds kLongestWait(250);
   QEventLoop loop;
   // Queued: the window's children are painted, and all of it is put on the screen, after the window itself.
   connect(this, &PaneWindow::painted, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-  QTimer::singleShot(kLongestWait, &loop, &QEventLoop::quit);
+  QTimer::singleShot(longestWaitForPaint, &loop, &QEventLoop::quit);
   show();
   loop.exec(QEventLoop::ExcludeUserInputEvents);
 }

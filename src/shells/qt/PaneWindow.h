@@ -6,6 +6,7 @@
 
 #include <QKeySequence>
 #include <QWidget>
+#include <chrono>
 #include <memory>
 
 #include "pane/PaneView.h"
@@ -34,9 +35,10 @@ class PaneWindow final : public QWidget {
   /// The page of the tab; called after `bindFrameTo`. The window takes it over.
   void setTabPage(int index, QWidget* page);
   [[nodiscard]] TabPane& tabs() const;
-  /// Shows the window and returns when it has painted itself, or after a quarter of a second when it is not
-  /// to be seen so soon (opened minimised, for one). Clicks and keys wait until then.
+  /// Shows the window and returns when it has painted itself, or after the longest wait when it is not to
+  /// be seen so soon (opened minimised, for one). Clicks and keys wait until then.
   void showPainted();
+  std::chrono::milliseconds longestWaitForPaint{250};
   /// Sheets of this window.
   [[nodiscard]] SheetHost& sheets() const { return *sheets_; }
 
