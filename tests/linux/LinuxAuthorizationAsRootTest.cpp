@@ -8,8 +8,8 @@
 
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
-#include "support/OtherUser.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/OtherUser.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

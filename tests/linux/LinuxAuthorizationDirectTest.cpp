@@ -14,10 +14,10 @@
 
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
+#include "platform/linux/PollRunLoop.h"
 #include "posix/FileDescriptor.h"
 #include "support/Isolated.h"
 #include "support/OtherUser.h"
-#include "platform/linux/PollRunLoop.h"
 #include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"

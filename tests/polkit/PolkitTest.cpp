@@ -12,8 +12,8 @@
 #include "PolkitMachine.h"
 #include "platform/Housekeeping.h"
 #include "platform/linux/LinuxAuthorization.h"
-#include "posix/Pipe.h"
 #include "platform/linux/PollRunLoop.h"
+#include "posix/Pipe.h"
 #include "support/Patience.h"
 #include "support/TestPlatform.h"
 

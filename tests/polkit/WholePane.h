@@ -11,9 +11,9 @@
 #include "platform/linux/LinuxFileEventQueues.h"
 #include "platform/linux/LinuxProcessListing.h"
 #include "platform/linux/LinuxTextComparison.h"
+#include "platform/linux/PollRunLoop.h"
 #include "posix/PosixFiles.h"
 #include "posix/PosixPropertyListFiles.h"
-#include "platform/linux/PollRunLoop.h"
 #include "support/Patience.h"
 #include "support/TestPlatform.h"
 
@@ -47,7 +47,8 @@ struct WholePane {
   [[nodiscard]] bool openLock() {
     AuthorizationView& lock = assembly.view().authView;
     lock.click();
-    return runLoop.runUntil([&] { return lock.state() != AuthorizationView::State::Asking; }, test::kHangSeconds) &&
+    return runLoop.runUntil([&] { return lock.state() != AuthorizationView::State::Asking; },
+                            test::kHangSeconds) &&
            lock.state() == AuthorizationView::State::Open;
   }
   void closeLock() { assembly.view().authView.click(); }

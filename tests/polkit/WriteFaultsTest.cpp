@@ -123,8 +123,8 @@ class KilledHelper : public WriteFaults, public testing::WithParamInterface<cons
       EXPECT_THAT(log, Contains("Root command not started: /bin/cp: the root helper has ended"));
       EXPECT_THAT(log, Contains(HasSubstr("Error writing plist file: ")));
       auto& lock = pane.assembly.view().authView;
-      EXPECT_TRUE(
-          pane.runLoop.runUntil([&] { return lock.state() == AuthorizationView::State::Closed; }, test::kHangSeconds));
+      EXPECT_TRUE(pane.runLoop.runUntil([&] { return lock.state() == AuthorizationView::State::Closed; },
+                                        test::kHangSeconds));
       EXPECT_FALSE(pane.assembly.pane().unlocked());
     });
     EXPECT_EQ(::read(deaths.readEnd.get(), &died, sizeof died), static_cast<ssize_t>(sizeof died));

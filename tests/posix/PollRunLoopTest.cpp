@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "posix/FileDescriptor.h"
 #include "platform/linux/PollRunLoop.h"
+#include "posix/FileDescriptor.h"
 #include "support/Patience.h"
 #include "support/VirtualRunLoop.h"
 
