@@ -158,8 +158,9 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
   const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);
   if (staging.obstacle) return replyTo(staging.obstacle);
   // The copy of an earlier read goes first, so that a read that fails leaves nothing to be taken for its
-  // outcome.
-  if (const auto stale = TreeWalk::entryOf(staging.descriptor.get(), copyName); stale.descriptor) {
+  // outcome. It stays open, so that the new one is another file to whoever remembers it.
+  const auto stale = TreeWalk::entryOf(staging.descriptor.get(), copyName);
+  if (stale.descriptor) {
     if (auto removed = removeStaging(copyName);
         removed.outcome != Outcome::Started || removed.exitStatus != 0) {
       return removed;

@@ -10,9 +10,20 @@
 
 namespace corvane {
 
-PropertyList PosixPropertyListFiles::read(const std::string& path) {
-  const auto bytes = readRegularFile(path, kLargestPropertyListFile);
+namespace {
+
+PropertyList valueOf(const std::optional<std::string>& bytes) {
   return bytes ? readPropertyList(*bytes) : PropertyList();
+}
+
+}  // namespace
+
+PropertyList PosixPropertyListFiles::read(const std::string& path) {
+  return valueOf(readRegularFile(path, kLargestPropertyListFile));
+}
+
+std::function<PropertyList()> PosixPropertyListFiles::expectCopy(const std::string& path) {
+  return [copy = expectRegularFile(path, kLargestPropertyListFile)] { return valueOf(copy()); };
 }
 
 Result PosixPropertyListFiles::write(const std::string& path, const PropertyList& value) {

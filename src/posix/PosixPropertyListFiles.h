@@ -13,6 +13,7 @@ class PosixPropertyListFiles : public PropertyListFiles {
   /// copies it as root keeps that, and gives a new settings file the mode 0644.
   /// The first write into a folder also removes what killed processes of this user have left in it.
   Result write(const std::string& path, const PropertyList& value) override;
+  [[nodiscard]] std::function<PropertyList()> expectCopy(const std::string& path) override;
 
  private:
   void sweepOnce(const std::string& folder);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <functional>
 #include <new>
 
 #include <fcntl.h>
@@ -48,15 +49,21 @@ bool writeAll(int descriptor, std::string_view bytes) {
   return true;
 }
 
-}  // namespace
+using Wanted = std::function<bool(const struct stat&)>;
 
-std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+/// The contents of a regular file that is wanted. `following` is 0, or O_NOFOLLOW where no link may lead to
+/// it.
+std::optional<std::string> readFile(const std::string& path, int following, std::size_t limit,
+                                    const Wanted& isWanted) {
   struct stat status {};
+  const auto isGood = [&] { return S_ISREG(status.st_mode) && isWanted(status); };
+  const int look = following == O_NOFOLLOW ? AT_SYMLINK_NOFOLLOW : 0;
   // Looked at before opening: to open a FIFO or a device is already an act that others can notice.
-  if (!isUsable(path) || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (!isUsable(path) || ::fstatat(AT_FDCWD, path.c_str(), &status, look) != 0 || !isGood())
+    return std::nullopt;
   // O_NONBLOCK in case something else has taken the place meanwhile.
-  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-  if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | following));
+  if (!file || ::fstat(file.get(), &status) != 0 || !isGood()) return std::nullopt;
   const auto size = static_cast<std::size_t>(status.st_size);
   if (size > limit) return std::nullopt;
   try {
@@ -64,6 +71,25 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
   } catch (const std::bad_alloc&) {
     return std::nullopt;  // a large file must not end the program
   }
+}
+
+}  // namespace
+
+std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+  return readFile(path, 0, limit, [](const struct stat&) { return true; });
+}
+
+std::function<std::optional<std::string>()> expectRegularFile(const std::string& path, std::size_t limit) {
+  struct stat before {};
+  const bool wasThere = isUsable(path) && ::lstat(path.c_str(), &before) == 0;
+  const Wanted isExpected = [=](const struct stat& now) {
+    const auto then = modificationTime(before);
+    const auto changed = modificationTime(now);
+    const bool isTheSame = wasThere && now.st_dev == before.st_dev && now.st_ino == before.st_ino &&
+                           changed.tv_sec == then.tv_sec && changed.tv_nsec == then.tv_nsec;
+    return !isTheSame && now.st_nlink == 1 && (now.st_uid == ::geteuid() || now.st_uid == 0);
+  };
+  return [=] { return readFile(path, O_NOFOLLOW, limit, isExpected); };
 }
 
 Result replaceRegularFile(const std::string& path, std::string_view bytes) {

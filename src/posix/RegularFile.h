@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,11 @@ namespace corvane {
 /// another kind (a FIFO or a device is not even opened) or larger than `limit` bytes. Never waits for another
 /// process.
 [[nodiscard]] std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
+
+/// Notes what stands at the path; the answer reads, by the same rules, what has been put there or written
+/// since: a file of one name that is the user's or root's, and no link.
+[[nodiscard]] std::function<std::optional<std::string>()> expectRegularFile(const std::string& path,
+                                                                            std::size_t limit);
 
 /// Puts a file with these bytes, which only the user can read (whatever the umask), at the path: a new file,
 /// flushed, which only then is found under any name (see FreshFile). What stood at the path is replaced, a

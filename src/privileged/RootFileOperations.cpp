@@ -45,13 +45,14 @@ Result RootFileOperations::refuse(const std::string& target, const char* reason)
 
 Dictionary RootFileOperations::readRootFile(const std::string& source) {
   const std::string staging = paths_.readStaging(source);
+  const auto copy = platform_.propertyLists.expectCopy(staging);
   const LaunchOutcome copied = execution_.executeWithPrivilegesArguments(tool::kCp, {source, staging});
   if (copied.status != launch_status::kStarted && copied.status != launch_status::kNothingToRead) {
     logStatus("Error copying plist file to /private/tmp: %d", copied);
   }
   if (!copied.result()) return {};  // what stands at the path is not of this read
   // The copy stays, by intention; the next read of this name overwrites it.
-  return platform_.propertyLists.read(staging).asDictionary();
+  return copy().asDictionary();
 }
 
 void RootFileOperations::deleteFile(const std::string& path) {

@@ -1,5 +1,7 @@
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -95,6 +97,68 @@ TEST(PosixPropertyListFiles, FileForWhichThereIsNoMemoryIsNothing) {
   EXPECT_EQ(status, 0);
 }
 #endif
+
+TEST(PosixPropertyListFiles, ExpectedCopyIsReadWhenItHasComeOrTakenAnothersPlace) {
+  const TemporaryFolder folder;
+  PosixPropertyListFiles files;
+  auto expected = files.expectCopy(folder / "a.plist");
+  EXPECT_FALSE(expected());
+  ASSERT_TRUE(files.write(folder / "a.plist", sample("first")));
+  EXPECT_EQ(expected(), sample("first"));
+  expected = files.expectCopy(folder / "a.plist");
+  EXPECT_FALSE(expected()) << "what was there before";
+  ASSERT_TRUE(files.write(folder / "a.plist", sample("second")));
+  EXPECT_EQ(expected(), sample("second"));
+}
+
+TEST(PosixPropertyListFiles, ExpectedCopyIsReadWhenItWasWrittenOverTheOldOne) {
+  const TemporaryFolder folder;
+  PosixPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "a.plist", sample()));
+  const std::filesystem::path path = folder / "a.plist";
+  std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) - std::chrono::hours(1));
+  const auto expected = files.expectCopy(path);
+  std::ofstream(path) << writeXmlPropertyList(sample("new")).value_or("");
+  EXPECT_EQ(expected(), sample("new"));
+}
+
+TEST(PosixPropertyListFiles, ExpectedCopyIsNeitherALinkNorASecondNameNorAnotherKind) {
+  const TemporaryFolder folder;
+  PosixPropertyListFiles files;
+  ASSERT_TRUE(files.write(folder / "of the user.plist", sample()));
+  const auto path = folder / "a.plist";
+  const auto expected = files.expectCopy(path);
+  std::filesystem::create_symlink("of the user.plist", path);
+  EXPECT_FALSE(expected());
+  std::filesystem::remove(path);
+  std::filesystem::create_hard_link(folder / "of the user.plist", path);
+  EXPECT_FALSE(expected());
+  std::filesystem::remove(path);
+  ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+  EXPECT_FALSE(expected());
+}
+
+TEST(PosixPropertyListFiles, ExpectedCopyIsOfTheUserOrOfRoot) {
+  if (!OtherUser::isPossible()) GTEST_SKIP() << "needs root";
+  constexpr uid_t user = 65534;
+  constexpr uid_t stranger = 4242;
+  const TemporaryFolder folder;
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+  PosixPropertyListFiles files;
+  const auto path = folder / "a.plist";
+  const auto expected = files.expectCopy(path);
+  ASSERT_TRUE(files.write(path, sample()));
+  std::filesystem::permissions(path, std::filesystem::perms(0644));
+  const auto readAsUser = [&] {
+    const OtherUser other(user);
+    return expected();
+  };
+  EXPECT_EQ(readAsUser(), sample());
+  ASSERT_EQ(::chown(path.c_str(), user, user), 0);
+  EXPECT_EQ(readAsUser(), sample());
+  ASSERT_EQ(::chown(path.c_str(), stranger, stranger), 0);
+  EXPECT_FALSE(readAsUser());
+}
 
 TEST(PosixPropertyListFiles, TheFirstWriteIntoAFolderRemovesWhatAKilledProcessHasLeft) {
   const TemporaryFolder folder;

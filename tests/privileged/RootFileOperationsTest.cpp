@@ -194,6 +194,13 @@ TEST_F(RootFileOperationsTest, WhatStandsAtTheStagingPathOfACopyThatFailedIsNotR
   EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/list.plist")));
 }
 
+TEST_F(RootFileOperationsTest, WhatTheCopyHasLeftAsItWasIsNotRead) {
+  platform_.writePlist(platform_.root.path() + "/private/tmp/read-list.plist", values_);
+  platform_.authorization.carriesOut =
+      false;  // a copy that says it was started, and that nobody hears more of
+  EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/list.plist")));
+}
+
 TEST_F(RootFileOperationsTest, AReadWhoseCopyCannotBeStartedIsLogged) {
   platform_.authorization.statusOfTool["/bin/cp"] = 1;
   EXPECT_FALSE(operations_.readRootFile(platform_.paths.onDisk("/var/root/x.plist")));

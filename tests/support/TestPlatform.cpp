@@ -135,6 +135,11 @@ Result RealPropertyListFiles::write(const std::string& path, const PropertyList&
   return {stream ? "" : "the stream failed"};
 }
 
+std::function<PropertyList()> RealPropertyListFiles::expectCopy(const std::string& path) {
+  return
+      [this, path, before = copiesTo(path)] { return copiesTo(path) > before ? read(path) : PropertyList(); };
+}
+
 void PrintTo(const RootCommand& command, std::ostream* stream) {
   *stream << command.tool;
   for (const std::string& argument : command.arguments) *stream << " [" << argument << "]";
@@ -239,6 +244,12 @@ TestPlatform::TestPlatform()
                                    authorization, processes,       texts,
                                    dialogs,       workspace,       bundle} {
   fs::create_directories(root.path() + "/private/tmp");
+  propertyLists.copiesTo = [this](const std::string& path) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(authorization.commands, [&](const RootCommand& command) {
+          return authorization.carriesOut && command.tool == tool::kCp && command.arguments.back() == path;
+        }));
+  };
 }
 
 void TestPlatform::layOutFolders() {

@@ -48,6 +48,8 @@ class RealPropertyListFiles final : public PropertyListFiles {
  public:
   PropertyList read(const std::string& path) override;
   Result write(const std::string& path, const PropertyList& value) override;
+  std::function<PropertyList()> expectCopy(const std::string& path) override;
+  std::function<std::size_t(const std::string& path)> copiesTo;  // that root has made so far
   std::vector<std::string> reads;
   std::string whyWritesFail;  // empty: they succeed
 };
