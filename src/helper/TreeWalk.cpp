@@ -40,9 +40,10 @@ struct TreeWalk::Way {
   std::deque<std::string> ahead;
   Care care = Care::None;
   Links links = Links::Followed;
-  std::size_t floor = 0;    // how many names deep the folder is that the way must not lead out of
-  bool mayHitFloor = true;  // above it is the folder itself, as above "/"
-  int followed = 0;         // links
+  bool mayLeave = true;  // above the folder where it began is that folder itself, as above "/"
+  /// The folders that it came through, by which it goes up again, wherever they are now.
+  std::vector<Found> above = {};
+  int followed = 0;  // links
 };
 
 TreeWalk::TreeWalk(const std::string& root, Observer beforeLook)
@@ -76,18 +77,13 @@ TreeWalk::Found TreeWalk::find(const std::string& path, Care care, Links links) 
   if (way.at.obstacle) return std::move(way.at);
   const auto parts = partsOf(path);
   way.ahead.assign(parts.begin(), parts.end());
-  way.floor = prefix_.size();
   return go(std::move(way));
 }
 
 TreeWalk::Found TreeWalk::findBelow(Found folder, const std::string& path, Care care) const {
   const auto parts = partsOf(path);
-  const auto depth = folder.names.size();
-  return go({.at = std::move(folder),
-             .ahead = {parts.begin(), parts.end()},
-             .care = care,
-             .floor = depth,
-             .mayHitFloor = false});
+  return go(
+      {.at = std::move(folder), .ahead = {parts.begin(), parts.end()}, .care = care, .mayLeave = false});
 }
 
 TreeWalk::Found TreeWalk::go(Way way) const {
@@ -122,16 +118,17 @@ Obstacle TreeWalk::objectionTo(const Found& folder, Care care) const {
 Obstacle TreeWalk::enter(Way& way, const std::string& name) const {
   Found& at = way.at;
   auto next = entryOf(at.descriptor.get(), name);
-  at.isInSharedFolder = !isClosed(at.attributes);
+  next.isInSharedFolder = !isClosed(at.attributes);
   if (!next.descriptor) {
+    at.isInSharedFolder = next.isInSharedFolder;
     return {.kind = errno == ENOENT ? Kind::Missing : Kind::System,
             .path = pathBelow(at.names, name),
             .error = errno};
   }
   if (S_ISLNK(next.attributes.st_mode)) return follow(way, next, pathBelow(at.names, name));
-  at.descriptor = std::move(next.descriptor);
-  at.attributes = next.attributes;
-  at.names.push_back(name);
+  next.names = at.names;
+  next.names.push_back(name);
+  way.above.push_back(std::exchange(at, std::move(next)));
   return {};
 }
 
@@ -145,25 +142,23 @@ Obstacle TreeWalk::follow(Way& way, const Found& link, const std::string& path) 
   if (length <= 0) return {.kind = Kind::System, .path = path, .error = errno};
   if (++way.followed > kMostLinks) return {.kind = Kind::System, .path = path, .error = ELOOP};
   if (target.front() == '/') {
-    if (!way.mayHitFloor) return {.kind = Kind::OutsideFolder, .path = path};
+    if (!way.mayLeave) return {.kind = Kind::OutsideFolder, .path = path};
     way.at = entryOf(top_.descriptor.get(), ".");
     way.at.names = prefix_;
+    way.above.clear();
   }
   const auto parts = partsOf({target.data(), static_cast<std::size_t>(length)});
   way.ahead.insert(way.ahead.begin(), parts.begin(), parts.end());
   return {};
 }
 
-Obstacle TreeWalk::climb(Way& way) const {
-  Found& at = way.at;
-  if (at.names.size() == way.floor) {
-    return way.mayHitFloor ? Obstacle{}
-                           : Obstacle{.kind = Kind::OutsideFolder, .path = pathBelow(at.names, "..")};
+Obstacle TreeWalk::climb(Way& way) {
+  if (way.above.empty()) {
+    return way.mayLeave ? Obstacle{}
+                        : Obstacle{.kind = Kind::OutsideFolder, .path = pathBelow(way.at.names, "..")};
   }
-  auto names = std::move(at.names);
-  names.pop_back();
-  at = entryOf(at.descriptor.get(), "..");
-  at.names = std::move(names);
+  way.at = std::move(way.above.back());
+  way.above.pop_back();
   return {};
 }
 

@@ -79,7 +79,7 @@ class TreeWalk {
   [[nodiscard]] Obstacle objectionTo(const Found& folder, Care care) const;
   [[nodiscard]] Obstacle enter(Way& way, const std::string& name) const;
   [[nodiscard]] Obstacle follow(Way& way, const Found& link, const std::string& path) const;
-  [[nodiscard]] Obstacle climb(Way& way) const;
+  [[nodiscard]] static Obstacle climb(Way& way);
   [[nodiscard]] bool trusts(uid_t owner) const { return owner == 0 || owner == self_; }
 
   std::vector<std::string> prefix_;

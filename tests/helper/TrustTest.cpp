@@ -84,6 +84,25 @@ TEST_F(Trust, WhateverAStrangerMakesOfTheirLinkAtWhateverStepItLeadsNowhere) {
   }
 }
 
+/// On a disk that others made, what is only read may be reached through their links, which lead as far up as
+/// the prefix.
+TEST_F(Trust, FolderThatIsMovedOnTheWayUpDoesNotLeadOutOfThePrefix) {
+  folder.writeFile("a.plist", "of the host");
+  ::chmod(folder.makeFolder("disk/private/tmp").c_str(), 01777);
+  folder.makeFolder("disk/Users/Shared/deep/deeper");
+  fs::create_directory_symlink("deep/deeper/../../../..", folder / "disk/Users/Shared/up");
+  bool moved = false;
+  observers.beforeLook = [&](const std::string& at) {
+    if (!at.ends_with("/deeper")) return;
+    fs::rename(at, folder / "disk/Users/Shared/moved");
+    moved = true;
+  };
+  const RootTree tree(folder / "disk", user, observers);
+  EXPECT_EQ(tree.readSource("/Users/Shared/up", "a.plist").outcome, Outcome::Missing);
+  EXPECT_TRUE(moved);
+  EXPECT_FALSE(exists("disk/private/tmp/read-a.plist"));
+}
+
 TEST_F(Trust, PrefixThatHasBecomeALinkIsNotWorkedBelow) {
   CORVANE_NEEDS_ROOT();
   corvane::test::TemporaryFolder above;
