@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "helper/InPlaceWrite.h"
+#include "posix/InPlaceWrite.h"
 #include "support/BinaryFile.h"
 #include "support/FaultyFile.h"
 #include "values/PropertyListCodec.h"
@@ -102,7 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto now = readPropertyList(file.contents);
     require(now == before || now == after);
   };
-  const int error = helper::replaceContents(file, old, *fresh, [&](std::string_view step) {
+  const int error = replaceContents(file, old, *fresh, [&](std::string_view step) {
     // Written by one call: whole only where that stays within a page, or is not cut off.
     if (step == "reserve") inSteps = std::max(old.size(), fresh->size()) <= FaultyFile::kPage;
     if (step == "append") inSteps = hasSmallTable(old);

@@ -10,6 +10,8 @@
 #include "helper/CommandShapes.h"
 #include "platform/Housekeeping.h"
 #include "posix/FolderReader.h"
+#include "posix/FreshFile.h"
+#include "posix/RegularFile.h"
 #include "posix/SystemError.h"
 
 namespace corvane::helper {
@@ -97,6 +99,21 @@ Reply RootTree::removeStaging(const std::string& name) const {
 
 namespace {
 
+/// Gives a new file with these contents the name, which nothing may bear yet: it is found when it is whole.
+/// Answers 0 or the error.
+int createWhole(int folder, const std::string& name, const std::string& contents, mode_t mode, uid_t owner,
+                const StepObserver& before) {
+  FreshFile file = FreshFile::in(folder);
+  if (!file) return errno;
+  if (before) before("write");
+  if (const int error = file.fill(contents); error != 0) return error;
+  if (before) before("rights");
+  if (owner != ::geteuid() && ::fchown(file.descriptor(), owner, ::getegid()) != 0) return errno;
+  if (::fchmod(file.descriptor(), mode) != 0) return errno;
+  if (before) before("name");
+  return file.name(name);
+}
+
 /// Writes the folder's file, existing or new. A file that was put in the place of the open one meanwhile (the
 /// client replaces its files) is written too.
 Reply writeFile(int folder, const std::string& name, const std::string& path, const std::string& contents,
@@ -104,8 +121,7 @@ Reply writeFile(int folder, const std::string& name, const std::string& path, co
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const auto entry = TreeWalk::entryOf(folder, name);
     if (!entry.descriptor && errno == ENOENT) {
-      const int error =
-          createWhole(folder, name, contents, {kReadableByAll, ::geteuid(), ::getegid()}, beforeStep);
+      const int error = createWhole(folder, name, contents, kReadableByAll, ::geteuid(), beforeStep);
       if (error == EEXIST) continue;
       // The new name is to survive a power failure like the contents; nothing can be done when it does not.
       if (const auto flushed = reopen(folder, O_RDONLY | O_DIRECTORY); error == 0 && flushed)
@@ -138,7 +154,7 @@ Reply RootTree::writeTarget(const std::string& name, const std::string& folder) 
   if (const auto why = whyNotPlain(source.attributes); !why.empty()) return denied(stagingPath, why);
   if (source.attributes.st_uid != user_) return denied(stagingPath, "the file belongs to another user");
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
-  const auto contents = file ? readAll(file.get(), kLargestFile) : std::nullopt;
+  const auto contents = file ? readToEnd(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(stagingPath, errno);
 
   const auto target = findFolder(folder, Care::Full);
@@ -177,10 +193,9 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
   if (!source.descriptor) return failed(path, errno);
   if (!S_ISREG(source.attributes.st_mode)) return denied(path, "what stands there is not a regular file");
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
-  const auto contents = file ? readAll(file.get(), kLargestFile) : std::nullopt;
+  const auto contents = file ? readToEnd(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(path, errno);
-  const int error =
-      createWhole(staging.descriptor.get(), copyName, *contents, {kPrivate, user_, ::getegid()}, beforeStep_);
+  const int error = createWhole(staging.descriptor.get(), copyName, *contents, kPrivate, user_, beforeStep_);
   if (error == EEXIST) return denied(copyPath, "something was planted there");
   return error == 0 ? Reply{} : failed(copyPath, error);
 }

@@ -8,9 +8,9 @@
 
 #include <sys/types.h>
 
-#include "helper/FileContents.h"
 #include "helper/Request.h"
 #include "helper/TreeWalk.h"
+#include "posix/InPlaceWrite.h"
 
 namespace corvane::helper {
 
@@ -60,7 +60,6 @@ class RootTree {
   [[nodiscard]] Reply copyForReading(const std::string& folder, const std::string& name) const;
   [[nodiscard]] TreeWalk::Found findFolder(const std::string& path, Care care) const;
   [[nodiscard]] Reply replyTo(const Obstacle& obstacle) const;
-  [[nodiscard]] std::string objectionTo(const TreeWalk::Found& found) const;
 
   std::string root_;
   uid_t user_;

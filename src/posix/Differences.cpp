@@ -38,6 +38,11 @@ int renameWithoutReplacing(int folder, const char* from, const char* to) {
   return ::renameatx_np(folder, from, folder, to, RENAME_EXCL);
 }
 
+int reserveRoom(int, off_t) {
+  errno = ENOTSUP;
+  return -1;
+}
+
 FileDescriptor claimName(const std::string&) {
   errno = ENOTSUP;
   return {};
@@ -92,6 +97,8 @@ int linkFileWithoutName(int descriptor, int folder, const char* name) {
 int renameWithoutReplacing(int folder, const char* from, const char* to) {
   return ::renameat2(folder, from, folder, to, RENAME_NOREPLACE);
 }
+
+int reserveRoom(int descriptor, off_t size) { return ::fallocate(descriptor, FALLOC_FL_KEEP_SIZE, 0, size); }
 
 FileDescriptor claimName(const std::string& name) {
   // The address of a socket that nobody connects to; with a NUL before it, it is no file.

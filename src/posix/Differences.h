@@ -32,6 +32,8 @@ inline constexpr int kFolderToWorkBelow = O_PATH | O_DIRECTORY | O_CLOEXEC;
 // rename that can't be made dependent on that is EINVAL or ENOTSUP.
 [[nodiscard]] int linkFileWithoutName(int descriptor, int folder, const char* name);
 [[nodiscard]] int renameWithoutReplacing(int folder, const char* from, const char* to);
+/// Like fallocate(2) without changing the file: makes sure that one of this size finds room.
+[[nodiscard]] int reserveRoom(int descriptor, off_t size);
 /// Takes a name that one process of the machine can have, until the descriptor is closed. None with errno
 /// EADDRINUSE when another one has it; none where there are no such names.
 [[nodiscard]] FileDescriptor claimName(const std::string& name);

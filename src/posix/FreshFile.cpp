@@ -89,6 +89,16 @@ FreshFile::~FreshFile() {
   if (!temporaryName_.empty()) ::unlinkat(folder_, temporaryName_.c_str(), 0);
 }
 
+int FreshFile::fill(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor(), bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return count == 0 ? EIO : errno;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return errorOf(::fsync(descriptor()));
+}
+
 int FreshFile::name(const std::string& name) {
   if (temporaryName_.empty()) return errorOf(linkFileWithoutName(descriptor(), folder_, name.c_str()));
   const int error = renameToFreeName(folder_, temporaryName_, name);

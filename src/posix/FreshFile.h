@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "posix/FileDescriptor.h"
 
@@ -26,6 +27,8 @@ class FreshFile {
 
   explicit operator bool() const { return static_cast<bool>(file_); }
   [[nodiscard]] int descriptor() const { return file_.get(); }
+  /// Writes the contents and flushes them. Answers 0 or the error.
+  [[nodiscard]] int fill(std::string_view bytes);
   /// Gives the file the name, once. Answers 0 or the error: EEXIST when something bears it already.
   [[nodiscard]] int name(const std::string& name);
   /// Gives the file the name, once, in the place of what bears it; a link is not followed. Answers 0 or the

@@ -19,36 +19,6 @@ namespace {
 /// A path with a NUL inside would name another file to the system than to everybody else.
 bool isUsable(const std::string& path) { return !path.empty() && path.find('\0') == std::string::npos; }
 
-std::optional<std::string> readToEnd(int descriptor, std::size_t expected, std::size_t limit) {
-  std::string bytes;
-  // One byte more than expected, so that the usual file is found to end without growing the buffer.
-  bytes.resize(std::min(expected, limit) + 1);
-  std::size_t length = 0;
-  for (;;) {
-    if (length == bytes.size()) bytes.resize(std::min(limit + 1, bytes.size() * 2));
-    const ssize_t count = ::read(descriptor, bytes.data() + length, bytes.size() - length);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
-    if (count == 0) break;
-    length += static_cast<std::size_t>(count);
-    if (length > limit) return std::nullopt;
-  }
-  bytes.resize(length);
-  return bytes;
-}
-
-/// Whether all bytes were written; `errno` tells why not.
-bool writeAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count == 0) errno = EIO;
-    if (count <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
-
 using Wanted = std::function<bool(const struct stat&)>;
 
 /// The contents of a regular file that is wanted. `following` is 0, or O_NOFOLLOW where no link may lead to
@@ -64,16 +34,55 @@ std::optional<std::string> readFile(const std::string& path, int following, std:
   // O_NONBLOCK in case something else has taken the place meanwhile.
   const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | following));
   if (!file || ::fstat(file.get(), &status) != 0 || !isGood()) return std::nullopt;
-  const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > limit) return std::nullopt;
-  try {
-    return readToEnd(file.get(), size, limit);
-  } catch (const std::bad_alloc&) {
-    return std::nullopt;  // a large file must not end the program
-  }
+  return readToEnd(file.get(), limit);
 }
 
+/// On a disk, by its descriptor.
+class OpenFile final : public WritableFile {
+ public:
+  explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
+  ssize_t write(std::string_view bytes, std::size_t offset) override {
+    return ::pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+  }
+  int reserve(std::size_t size) override {
+    return errorOf(reserveRoom(descriptor_, static_cast<off_t>(size)));
+  }
+  int resize(std::size_t size) override {
+    return errorOf(::ftruncate(descriptor_, static_cast<off_t>(size)));
+  }
+  int flush() override { return errorOf(::fsync(descriptor_)); }
+
+ private:
+  static int errorOf(int result) { return result == 0 ? 0 : errno; }
+  int descriptor_;
+};
+
 }  // namespace
+
+std::optional<std::string> readToEnd(int descriptor, std::size_t limit) try {
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) return std::nullopt;
+  std::string bytes;
+  // One byte more than expected, so that the usual file is found to end without growing the buffer.
+  bytes.resize(std::min(static_cast<std::size_t>(status.st_size), limit) + 1);
+  std::size_t length = 0;
+  for (;;) {
+    if (length == bytes.size()) bytes.resize(std::min(limit + 1, bytes.size() * 2));
+    const ssize_t count = ::read(descriptor, bytes.data() + length, bytes.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+    if (length <= limit) continue;
+    errno = EFBIG;
+    return std::nullopt;
+  }
+  bytes.resize(length);
+  return bytes;
+} catch (const std::bad_alloc&) {
+  errno = ENOMEM;  // a large file must not end the program
+  return std::nullopt;
+}
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
   return readFile(path, 0, limit, [](const struct stat&) { return true; });
@@ -92,6 +101,15 @@ std::function<std::optional<std::string>()> expectRegularFile(const std::string&
   return [=] { return readFile(path, O_NOFOLLOW, limit, isExpected); };
 }
 
+int replaceContents(int descriptor, const std::string& contents, std::size_t limit,
+                    const StepObserver& before) {
+  if (::lseek(descriptor, 0, SEEK_SET) < 0) return errno;
+  const auto old = readToEnd(descriptor, limit);
+  if (!old) return errno;
+  OpenFile file(descriptor);
+  return replaceContents(file, *old, contents, before);
+}
+
 Result replaceRegularFile(const std::string& path, std::string_view bytes) {
   if (!isUsable(path)) return {systemErrorText(EINVAL)};
   const std::size_t slash = path.rfind('/');
@@ -102,12 +120,10 @@ Result replaceRegularFile(const std::string& path, std::string_view bytes) {
   const FileDescriptor folder(::open(folderPath.c_str(), kFolderToWorkBelow));
   if (!folder) return {systemErrorText(errno)};
   FreshFile file = FreshFile::in(folder.get());
-  if (!file || !writeAll(file.descriptor(), bytes) || ::fsync(file.descriptor()) != 0) {
-    return {systemErrorText(errno)};
-  }
-  if (const int error = file.nameInPlaceOf(name); error != 0) {
-    return {systemErrorText(error)};
-  }
+  if (!file) return {systemErrorText(errno)};
+  int error = file.fill(bytes);
+  if (error == 0) error = file.nameInPlaceOf(name);
+  if (error != 0) return {systemErrorText(error)};
   // Makes the name itself last. A folder that can be written but not read can't be flushed; the file is in
   // place.
   const FileDescriptor readable(::openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));

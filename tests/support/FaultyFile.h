@@ -9,11 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "helper/InPlaceWrite.h"
+#include "posix/InPlaceWrite.h"
 
 namespace corvane::test {
 
-class FaultyFile final : public helper::WritableFile {
+class FaultyFile final : public WritableFile {
  public:
   static constexpr std::size_t kPage = 4096;
   static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();

@@ -1,6 +1,5 @@
 // Replaces the contents of a property-list file in place, in such an order that the file is a whole property
-// list at every moment: the old one, then the new one. Used by the copies that root makes; knows bytes, not
-// values.
+// list at every moment: the old one, then the new one. Knows bytes, not values.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +9,7 @@
 
 #include <sys/types.h>
 
-namespace corvane::helper {
+namespace corvane {
 
 /// Told the name of each step before it is taken; may be empty.
 using StepObserver = std::function<void(std::string_view)>;
@@ -30,9 +29,6 @@ class WritableFile {
   virtual int flush() = 0;
 };
 
-/// Writes everything: one call, and further ones only after a short write. Answers 0 or the error.
-[[nodiscard]] int writeAll(WritableFile& file, std::string_view bytes, std::size_t offset);
-
 /// Replaces the old contents, which the caller has read, by the fresh ones. Answers 0 or the error; after an
 /// error the old contents are there again unless the disk itself fails.
 ///
@@ -47,4 +43,4 @@ class WritableFile {
 [[nodiscard]] int replaceContents(WritableFile& file, const std::string& old, const std::string& fresh,
                                   const StepObserver& before);
 
-}  // namespace corvane::helper
+}  // namespace corvane

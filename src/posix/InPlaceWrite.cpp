@@ -1,12 +1,16 @@
-#include "helper/InPlaceWrite.h"
+#include "posix/InPlaceWrite.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <optional>
 
-namespace corvane::helper {
+namespace corvane {
+namespace {
 
+using namespace std::string_view_literals;
+
+/// One call, and further ones only after a short write. Answers 0 or the error.
 int writeAll(WritableFile& file, std::string_view bytes, std::size_t offset) {
   while (!bytes.empty()) {
     const ssize_t written = file.write(bytes, offset);
@@ -18,10 +22,6 @@ int writeAll(WritableFile& file, std::string_view bytes, std::size_t offset) {
   }
   return 0;
 }
-
-namespace {
-
-using namespace std::string_view_literals;
 
 /// A write that stays within as many aligned bytes is not cut off, neither by a kill nor by a full disk.
 constexpr std::size_t kPage = 4096;
@@ -222,4 +222,4 @@ int replaceContents(WritableFile& file, const std::string& old, const std::strin
   return overwrite(file, old, fresh, before);
 }
 
-}  // namespace corvane::helper
+}  // namespace corvane

@@ -5,12 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "helper/InPlaceWrite.h"
+#include "posix/InPlaceWrite.h"
 #include "support/BinaryFile.h"
 #include "support/FaultyFile.h"
 #include "values/PropertyListCodec.h"
 
-namespace corvane::helper::test {
+namespace corvane {
 namespace {
 
 using corvane::test::BinaryWriter;
@@ -208,4 +208,4 @@ TEST(InPlaceWrite, OtherContentsAreWrittenAndPutBackWhenThatFails) {
 }
 
 }  // namespace
-}  // namespace corvane::helper::test
+}  // namespace corvane

@@ -16,13 +16,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "helper/FileContents.h"
 #include "posix/FileDescriptor.h"
+#include "posix/FreshFile.h"
+#include "posix/RegularFile.h"
 #include "support/BinaryFile.h"
 #include "support/TemporaryFolder.h"
 #include "values/PropertyListCodec.h"
 
-namespace corvane::helper::test {
+namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
@@ -131,7 +132,11 @@ TEST_P(FileSystems, KillAtAnyStepLeavesNoPieceOfANewFileUnderItsName) {
     ASSERT_LT(steps, 12);
     fs::remove(file());
     const int status = endingOf(steps, [&](const StepObserver& before) {
-      return createWhole(folder.get(), kName, fresh, {0644, ::geteuid(), ::getegid()}, before);
+      FreshFile made = FreshFile::in(folder.get());
+      before("fill");
+      if (const int error = made.fill(fresh); error != 0) return error;
+      before("name");
+      return made.name(kName);
     });
     killed = isKilled(status);
     ASSERT_TRUE(killed || status == 0) << status;
@@ -161,4 +166,4 @@ TEST_P(FullFileSystems, LeaveTheOldListByteForByte) {
 }
 
 }  // namespace
-}  // namespace corvane::helper::test
+}  // namespace corvane
