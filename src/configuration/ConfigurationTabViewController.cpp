@@ -80,7 +80,11 @@ void ConfigurationTabViewController::refresh() {
   updateLastRunTime();
 }
 
-bool ConfigurationTabViewController::errorLoadingPlists() { return !quorlen_.validValues(); }
+std::vector<std::string> ConfigurationTabViewController::unreadableFiles() const {
+  return quorlen_.validValues() ? std::vector<std::string>() : std::vector{quorlen_.file()};
+}
+
+bool ConfigurationTabViewController::errorLoadingPlists() { return !unreadableFiles().empty(); }
 
 void ConfigurationTabViewController::updateLastUpdateTime() {
   const Dictionary status = platform_.propertyLists.read(paths_.updateStatus).asDictionary();
@@ -126,8 +130,12 @@ void ConfigurationTabViewController::runScript(const std::string& script,
   quorlenPrefPane_->executeQLHelperArguments(tool::kBash, arguments);
 }
 
+bool ConfigurationTabViewController::clientRuns() const {
+  return platform_.files.exists(paths_.errorLoggerPid);
+}
+
 void ConfigurationTabViewController::checkForFile() {
-  if (watcherClientPID_ || !platform_.files.exists(paths_.errorLoggerPid)) return;
+  if (watcherClientPID_ || !clientRuns()) return;
   watcherClientPID_ = QLCFileWatcher::createWithPathWatchForWriteOnly(
       platform_.fileEventQueues, platform_.log, paths_.errorLoggerPid, false);
   if (!watcherClientPID_) return;  // gone meanwhile, perhaps; the next tick tries again

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "configuration/ConfigurationTabView.h"
 #include "pane/PaneServices.h"
@@ -41,6 +42,12 @@ class ConfigurationTabViewController final : public ConfigurationTab,
   void updateLastRunTime() override;
   void updateLastUpdateTime() override;
 
+  /// The files that could not be read, as absolute paths.
+  [[nodiscard]] std::vector<std::string> unreadableFiles() const;
+  /// Whether a client run is in progress: the timer's action.
+  void checkForFile();
+  [[nodiscard]] bool clientRuns() const;
+
   // Actions of the buttons.
   void runUpdaterNow();
   void runClientNow();
@@ -52,8 +59,6 @@ class ConfigurationTabViewController final : public ConfigurationTab,
   void fileWatcherFileHasDisappeared(QLCFileWatcher& watcher, const std::string& path) override;
 
   [[nodiscard]] bool unlocked() const;
-  /// Whether a client run is in progress: the timer's action.
-  void checkForFile();
   void alertDidEndReturnCodeContextInfo(const AlertResult& result);
   /// Runs one of the client's scripts as root.
   void runScript(const std::string& script, std::vector<std::string> arguments);

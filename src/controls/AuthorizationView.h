@@ -36,6 +36,9 @@ class AuthorizationView final : public Control {
   [[nodiscard]] Authorization* authorization() const { return authorization_.get(); }
   /// With the state, which is seen only.
   [[nodiscard]] std::string accessibleName() const override;
+  /// Why the lock did not open the last time it was asked; empty when it did, and when the user did not want
+  /// it to.
+  [[nodiscard]] const std::string& refusal() const { return refusal_; }
   /// What stands beside the lock.
   [[nodiscard]] std::string label() const;
 
@@ -57,7 +60,7 @@ class AuthorizationView final : public Control {
   AuthorizationViewDelegate* delegate_ = nullptr;
   std::string right_;
   State state_ = State::Closed;
-  std::string refusal_;  // why the lock did not open the last time it was asked; empty when it did
+  std::string refusal_;
   std::unique_ptr<Authorization> authorization_;
   CallGuard calls_;  // an answer may come after this view has gone
 };

@@ -98,10 +98,15 @@ void OptionsTabViewController::refresh() {
   if (!catalogue_.volumes().empty()) view_.volumesTable.selectRow(0);
 }
 
-bool OptionsTabViewController::errorLoadingPlists() {
-  return !diskFree_.validValues() || !timeMachine_.validValues() || !automountDisk_.validValues() ||
-         !diskJournald_.validValues();
+std::vector<std::string> OptionsTabViewController::unreadableFiles() const {
+  std::vector<std::string> files;
+  for (const SettingsFile* store : {&diskFree_, &timeMachine_, &automountDisk_, &diskJournald_}) {
+    if (!store->validValues()) files.push_back(store->file());
+  }
+  return files;
 }
+
+bool OptionsTabViewController::errorLoadingPlists() { return !unreadableFiles().empty(); }
 
 void OptionsTabViewController::refreshTimeMachine() {
   timeMachine_.refresh();

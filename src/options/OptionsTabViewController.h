@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "options/DiskJournal.h"
 #include "options/JournalDaemon.h"
@@ -58,11 +59,15 @@ class OptionsTabViewController final : public OptionsTab,
   /// Opens the advanced sheet with the values of the file.
   void advancedButtonAction();
 
+  /// The files that could not be read, as absolute paths.
+  [[nodiscard]] std::vector<std::string> unreadableFiles() const;
+
   // The collaborators, for whoever needs one subject of the tab.
   [[nodiscard]] VolumeCatalogue& catalogue() { return catalogue_; }
   [[nodiscard]] VolumeTable& volumeTable() { return table_; }
   [[nodiscard]] VolumeSettingsEditor& volumeSettingsEditor() { return editor_; }
   [[nodiscard]] WarningRows& warningRows() { return rows_; }
+  [[nodiscard]] const JournalDaemon& journalDaemon() const { return daemon_; }
 
  private:
   void connectActions();

@@ -136,7 +136,8 @@ void VolumeSettingsEditor::controlTextDidChange(TextField& field) {
   const std::int32_t value = intValue(field.stringValue());
   const bool belowEnd = value <= kLargestThreshold;
   if (&field == &view_.monitorPresenceThresholdTextField) {
-    if (value >= kLeastPresenceThreshold && belowEnd) setThreshold(volume_key::kPresenceThreshold, value, field);
+    if (value >= kLeastPresenceThreshold && belowEnd)
+      setThreshold(volume_key::kPresenceThreshold, value, field);
   } else if (&field == &view_.monitorUsageThresholdTextField) {
     if (value >= kLeastUsageThreshold && belowEnd) setThreshold(volume_key::kUsageThreshold, value, field);
   }

@@ -38,7 +38,7 @@ class VolumeSettingsEditor {
   VolumeCatalogue& catalogue_;
   const JournalDaemon& daemon_;
   const PaneConnection& pane_;
-  Dictionary shown_;              // the entry whose settings were shown last
+  Dictionary shown_;                // the entry whose settings were shown last
   bool shownIsTheOnlyOne_ = false;  // with its name and path, when it was shown
 };
 

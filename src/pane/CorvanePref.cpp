@@ -26,7 +26,10 @@ CorvanePref::CorvanePref(Platform& platform, const PathTable& paths, Outlets out
       quorlenBackup_(platform, paths.clientSettingsBackup),
       monitor_(platform, paths,
                {outlets.configurationTabViewController, outlets.optionsTabViewController,
-                outlets.pluginsTabViewController, [this] { refreshClientSettings(); }}) {
+                outlets.pluginsTabViewController, [this] { refreshClientSettings(); },
+                [this](Reload what) {
+                  if (onReload) onReload(what);
+                }}) {
   outlets_.view.urlButton.action = [this](Button&) { header_.urlButtonAction(); };
   outlets_.view.quorlenIconButton.action = [this](Button&) { header_.quorlenIconButtonAction(); };
 }

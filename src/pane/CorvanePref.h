@@ -4,6 +4,7 @@
 // cycle: construct, `awakeFromNib`, `mainViewDidLoad`.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,6 +65,9 @@ class CorvanePref final : public PaneServices,
                                 const std::vector<std::string>& arguments) override;
   [[nodiscard]] std::optional<std::string> validatePluginWithArguments(
       const std::string& plugin, const std::vector<std::string>& arguments) override;
+
+  /// Hears of everything that the pane reads again because a file has changed.
+  std::function<void(Reload)> onReload;
 
   [[nodiscard]] bool uninstalled() const { return uninstalled_; }
   [[nodiscard]] bool clientSettingsReadError() const { return clientSettingsReadError_; }

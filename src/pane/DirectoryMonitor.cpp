@@ -66,34 +66,60 @@ void DirectoryMonitor::fileSystemEventStreamSawChangesInDirectories(
   const auto isListed = [&listed](const std::string& directory) { return listed.contains(directory); };
 
   if (isListed(paths_.updaterSupport)) {
-    reactIfNewer(paths_.updateStatus, [this] { reactions_.configuration.updateLastUpdateTime(); });
+    reactIfNewer(paths_.updateStatus, [this] {
+      reactions_.configuration.updateLastUpdateTime();
+      didReload(Reload::LastUpdate);
+    });
   }
   if (isListed(paths_.clientData)) {
-    reactIfNewer(paths_.clientSettings, [this] { reactions_.configuration.updateLastRunTime(); });
+    reactIfNewer(paths_.clientSettings, [this] {
+      reactions_.configuration.updateLastRunTime();
+      didReload(Reload::LastRun);
+    });
   }
   bool volumesChanged = isListed(paths_.localInfo) && reactIfNewer(paths_.diskJournal, [] {}) == Newer::Yes;
   const bool settingsChanged = isListed(paths_.installFolder) && reactIfNewer(paths_.clientSettings, [this] {
                                                                    reactions_.refreshClientSettings();
                                                                    reactions_.configuration.refresh();
+                                                                   didReload(Reload::ClientSettings);
                                                                  }) == Newer::Yes;
   if (isListed(paths_.systemConfiguration)) {
-    reactIfNewer(paths_.autoDiskMount, [this] { reactions_.options.refreshAutomountDisk(); });
+    reactIfNewer(paths_.autoDiskMount, [this] {
+      reactions_.options.refreshAutomountDisk();
+      didReload(Reload::Automount);
+    });
   }
   const bool pluginsChanged = isListed(paths_.plugins);
   if (isListed(paths_.pluginSupport)) {
     volumesChanged = reactToPluginSupport() || volumesChanged;
-    reactions_.plugins.refresh();
+    reloadPlugins();
   } else if (settingsChanged || pluginsChanged) {
-    reactions_.plugins.refresh();
+    reloadPlugins();
   }
-  if (volumesChanged || isListed(paths_.volumes)) reactions_.options.refreshVolumes();
+  if (volumesChanged || isListed(paths_.volumes)) {
+    reactions_.options.refreshVolumes();
+    didReload(Reload::Volumes);
+  }
+}
+
+void DirectoryMonitor::reloadTimeMachine() {
+  reactions_.options.refreshTimeMachine();
+  didReload(Reload::TimeMachine);
+}
+
+void DirectoryMonitor::reloadPlugins() {
+  reactions_.plugins.refresh();
+  didReload(Reload::Plugins);
 }
 
 bool DirectoryMonitor::reactToPluginSupport() {
-  const auto refreshTimeMachine = [this] { reactions_.options.refreshTimeMachine(); };
+  const auto refreshTimeMachine = [this] { reloadTimeMachine(); };
   // A removed Time Machine file is shown too, unlike the others; nothing is stored. This is intended.
   if (reactIfNewer(paths_.timeMachineSettings, refreshTimeMachine) == Newer::Unreadable) refreshTimeMachine();
-  reactIfNewer(paths_.rootCapacitySettings, [this] { reactions_.options.refreshDiskFree(); });
+  reactIfNewer(paths_.rootCapacitySettings, [this] {
+    reactions_.options.refreshDiskFree();
+    didReload(Reload::StartupDisk);
+  });
   return reactIfNewer(paths_.volumesSettings, [] {}) == Newer::Yes;
 }
 

@@ -15,6 +15,18 @@
 
 namespace corvane {
 
+/// What of the pane is read again because a file has changed.
+enum class Reload {
+  LastUpdate,
+  LastRun,
+  ClientSettings,
+  Automount,
+  TimeMachine,
+  StartupDisk,
+  Plugins,
+  Volumes,
+};
+
 class DirectoryMonitor {
  public:
   struct Reactions {
@@ -22,6 +34,8 @@ class DirectoryMonitor {
     OptionsTab& options;
     PluginsTab& plugins;
     std::function<void()> refreshClientSettings;
+    /// Hears of each of them, once it is done.
+    std::function<void(Reload)> didReload = {};
   };
 
   /// Every tracked file starts with the date of 1 January 1970, so that its first change counts as newer.
@@ -43,6 +57,11 @@ class DirectoryMonitor {
   /// Performs the reaction and stores the file's date when the file is newer than the date stored.
   Newer reactIfNewer(const std::string& file, const std::function<void()>& reaction);
   bool reactToPluginSupport();
+  void reloadTimeMachine();
+  void reloadPlugins();
+  void didReload(Reload what) const {
+    if (reactions_.didReload) reactions_.didReload(what);
+  }
 
   Platform& platform_;
   const PathTable& paths_;

@@ -37,6 +37,8 @@ class SettingsFile {
   [[nodiscard]] QLDefaultsController& store() { return *store_; }
   [[nodiscard]] const QLDefaultsController& store() const { return *store_; }
   [[nodiscard]] bool validValues() const { return store_->validValues(); }
+  /// Its absolute path.
+  [[nodiscard]] const std::string& file() const { return file_; }
 
  private:
   [[nodiscard]] std::unique_ptr<QLDefaultsController> makeStore() const;

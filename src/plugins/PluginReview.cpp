@@ -21,6 +21,8 @@ using Place = std::optional<std::size_t>;
 
 constexpr std::string_view kValuePath = "SettingType.Value";
 constexpr std::string_view kText = "a text";
+constexpr const char* kNoPropertyList = "none that can be read";
+constexpr const char* kNoFile = "no such file";
 constexpr std::string_view kDefinitionExtension = ".plist";
 
 std::string counted(std::string_view what, std::size_t count) {
@@ -320,6 +322,11 @@ bool PluginReview::leavesOut() const {
                              [](const PluginFinding& finding) { return finding.weight == Weight::LeftOut; });
 }
 
+void PluginReview::setHidden() {
+  isShown = false;
+  for (Option& option : options) option.isShown = false;
+}
+
 PluginReview reviewDefinition(const PropertyList& contents) {
   PluginReview review;
   const Dictionary definition = contents.asDictionary();
@@ -353,11 +360,11 @@ PluginReview PluginReviewer::review(const std::string& file) const {
   const PropertyList contents = platform_.propertyLists.read(file);
   PluginReview review = reviewDefinition(contents);
   if (!contents) {
-    review.findings.front().found = platform_.files.exists(file) ? "something else" : "no such file";
+    review.findings.front().found = platform_.files.exists(file) ? kNoPropertyList : kNoFile;
   }
   if (const Omission omission = omissionByExtension(file)) {
     leaveOut(review, {}, omission, PropertyList::string(pathExtension(file)));
-    review.isShown = false;
+    review.setHidden();
   }
   const auto relative = below(paths_.plugins, file);
   if (!review.isShown || !relative) return review;
@@ -375,7 +382,7 @@ void PluginReviewer::reviewSettings(const std::string& fileName, PluginReview& r
   const Dictionary settings = storage_.readFile(file);
   const Omission omission = omissionBySettings(settings);
   if (!omission) return;
-  review.isShown = false;
+  review.setHidden();
   const PropertyList found = settings ? settings.value(omission.key) : platform_.propertyLists.read(file);
   review.findings.push_back(
       {found && settings ? Weight::Hidden : Weight::LeftOut,
@@ -402,12 +409,11 @@ void PluginReviewer::reviewStorage(const PluginOption& option, std::size_t place
   const std::string path = option.storagePath();
   const Dictionary contents = storage_.readFile(file);
   if (!contents && platform_.files.exists(file)) {
-    warn(review, place, path, "a property list that is a dictionary", std::string("something else"));
+    warn(review, place, path, "a property list that is a dictionary", std::string(kNoPropertyList));
     return;
   }
   if (!contents && !PluginStorage::mayBeCreated(path)) {
-    warn(review, place, path, "a file that is there, or a path where it may be made",
-         std::string("no such file"));
+    warn(review, place, path, "a file that is there, or a path where it may be made", std::string(kNoFile));
     return;
   }
   reviewStored(option, contents.value(option.storageKey()), place, review);

@@ -37,7 +37,7 @@ struct PluginReview {
   struct Option {
     std::string title;
     std::string type;
-    bool isShown = false;
+    bool isShown = false;  // with the plug-in
   };
   std::string name;             // "PluginName"; empty when there is none
   bool isShown = false;         // as far as was looked at
@@ -46,6 +46,8 @@ struct PluginReview {
 
   /// Whether the plug-in or one of its options is left out.
   [[nodiscard]] bool leavesOut() const;
+  /// Neither the plug-in nor any of its options is shown.
+  void setHidden();
 };
 
 /// The contents of a definition file alone.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "plugins/HelperReply.h"
 #include "plugins/PluginKeys.h"
 #include "values/Text.h"
 
@@ -14,7 +13,8 @@ bool isBelowPluginsFolder(const std::string& executable) {
   return names && std::ranges::find(parts, "..") == parts.end() && executable.find('\0') == std::string::npos;
 }
 
-void PluginValidation::runPluginValidation(OutlineView& sender) const {
+void PluginValidation::runPluginValidation(OutlineView& sender) {
+  verdict_.reset();
   const OutlineItem option = tree_.parentOf(sender.itemAtRow(sender.selectedRow()));
   const Dictionary plugin = tree_.parentOf(option).object().asDictionary();
   if (!plugin || quorlenPrefPane_ == nullptr) return;
@@ -39,10 +39,10 @@ std::optional<std::vector<std::string>> PluginValidation::commandLine(const Dict
   return command;
 }
 
-void PluginValidation::show(const std::optional<std::string>& reply) const {
-  const auto verdict = reply ? parseHelperReply(*reply) : std::nullopt;
-  if (verdict) {
-    alerts_.showValidationResult(verdict->code == 0, verdict->message);
+void PluginValidation::show(const std::optional<std::string>& reply) {
+  verdict_ = reply ? parseHelperReply(*reply) : std::nullopt;
+  if (verdict_) {
+    alerts_.showValidationResult(verdict_->code == 0, verdict_->message);
   } else {
     alerts_.showValidationResult(false, "The plugin gave no readable result.");
   }

@@ -10,6 +10,7 @@
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
 #include "platform/SystemLog.h"
+#include "plugins/HelperReply.h"
 #include "plugins/PluginAlerts.h"
 #include "plugins/PluginTree.h"
 
@@ -29,19 +30,22 @@ class PluginValidation {
 
   /// Blocks until the plug-in has printed something. A plug-in without an executable does nothing; one whose
   /// executable is not named below the plug-ins folder is refused with a line in the log.
-  void runPluginValidation(OutlineView& sender) const;
+  void runPluginValidation(OutlineView& sender);
+  /// What the plug-in said the last time; nothing when it was not run, or gave no readable result.
+  [[nodiscard]] const std::optional<HelperReply>& verdict() const { return verdict_; }
 
  private:
   /// The full path of the executable, the definition's further arguments and the test-mode switch; nothing
   /// when the plug-in can't be run.
   [[nodiscard]] std::optional<std::vector<std::string>> commandLine(const Dictionary& plugin) const;
-  void show(const std::optional<std::string>& reply) const;
+  void show(const std::optional<std::string>& reply);
 
   const PluginTree& tree_;
   const PathTable& paths_;
   PluginAlerts& alerts_;
   SystemLog& log_;
   PaneServices* quorlenPrefPane_ = nullptr;
+  std::optional<HelperReply> verdict_;
 };
 
 }  // namespace corvane

@@ -48,6 +48,7 @@ class PluginsTabViewController final : public PluginsTab,
 
   [[nodiscard]] const PluginCatalogue& catalogue() const { return catalogue_; }
   [[nodiscard]] const PluginTree& tree() const { return tree_; }
+  [[nodiscard]] const PluginValidation& validation() const { return validation_; }
 
   int outlineViewNumberOfChildrenOfItem(OutlineView& outline, const OutlineItem& item) override;
   bool outlineViewIsItemExpandable(OutlineView& outline, const OutlineItem& item) override;

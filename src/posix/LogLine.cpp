@@ -9,8 +9,6 @@
 namespace corvane {
 namespace {
 
-constexpr std::size_t kLongestLine = 4096;
-
 /// The number of bytes of the character that the text begins with; 0 when it does not begin with a
 /// well-formed one.
 std::size_t lengthOfFirstCharacter(std::string_view text) {
@@ -43,7 +41,7 @@ std::string writtenOut(const char* format, unsigned value) {
 
 }  // namespace
 
-std::string escapedLogLine(std::string_view line) {
+std::string escapedLogLine(std::string_view line, std::size_t longest) {
   std::string escaped;
   while (!line.empty()) {
     const std::size_t length = lengthOfFirstCharacter(line);
@@ -55,7 +53,7 @@ std::string escapedLogLine(std::string_view line) {
     } else {
       piece = line.substr(0, length);
     }
-    if (escaped.size() + piece.size() > kLongestLine) break;
+    if (escaped.size() + piece.size() > longest) break;
     escaped += piece;
     line.remove_prefix(length == 0 ? 1 : length);
   }

@@ -402,8 +402,8 @@ TEST_F(PluginReviewerTest, AStorageFileThatCannotBeReadOrMadeIsAWarning) {
   addPlugin("check_x", options({option("TextField")}));
   EXPECT_THAT(review().findings, IsEmpty()) << "a file in the client's folders is made when it is needed";
   platform.writeText(platform.paths.onDisk(kStorage), "no property list");
-  EXPECT_THAT(review().findings,
-              ElementsAre(warning(kStorage, "a property list that is a dictionary", "something else")));
+  EXPECT_THAT(review().findings, ElementsAre(warning(kStorage, "a property list that is a dictionary",
+                                                     "none that can be read")));
   const auto storedAt = [](const char* path) {
     return options({with(option("TextField"), "SettingStoragePath", text(path))});
   };
@@ -437,6 +437,7 @@ TEST_F(PluginReviewerTest, SettingsThatDoNotAskForThePluginAreTheReasonOrTheWish
   const PluginReview hidden = reviewWith(visible(flag(false)));
   EXPECT_THAT(hidden.findings, ElementsAre(finding(Weight::Hidden, key, "true", "false")));
   EXPECT_FALSE(hidden.isShown);
+  EXPECT_FALSE(hidden.options.at(0).isShown);
   EXPECT_FALSE(hidden.leavesOut()) << "as it is wished";
   EXPECT_THAT(reviewWith(visible(text("no"))).findings,
               ElementsAre(finding(Weight::Hidden, key, "true", "\"no\"")));
@@ -469,8 +470,9 @@ TEST_F(PluginReviewerTest, AFileThatCannotBeReadOrHasAnotherExtensionIsLeftOut) 
   EXPECT_THAT(reviewer_.review(platform.root.path() + "/none.plist").findings,
               ElementsAre(pluginLeftOut("", "a property list that is a dictionary", "no such file")));
   platform.writeText(platform.root.path() + "/text.plist", "text <");
-  EXPECT_THAT(reviewer_.review(platform.root.path() + "/text.plist").findings,
-              ElementsAre(pluginLeftOut("", "a property list that is a dictionary", "something else")));
+  EXPECT_THAT(
+      reviewer_.review(platform.root.path() + "/text.plist").findings,
+      ElementsAre(pluginLeftOut("", "a property list that is a dictionary", "none that can be read")));
 }
 
 TEST_F(PluginReviewerTest, ADefinitionOutsideThePluginsFolderIsJudgedByItself) {

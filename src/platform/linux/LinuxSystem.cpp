@@ -16,7 +16,8 @@ LinuxAuthorization::Options authorizationOptions(Bundle& bundle, LinuxSystem::Op
 }  // namespace
 
 LinuxSystem::LinuxSystem(LinuxRunLoop& runLoop, const ToolkitServices& toolkit, Options options)
-    : directoryEvents_(runLoop, log_),
+    : log_(options.log != nullptr ? *options.log : systemLog_),
+      directoryEvents_(runLoop, log_),
       fileEventQueues_(runLoop),
       authorization_(runLoop, log_, authorizationOptions(toolkit.bundle, std::move(options))),
       platform_{

@@ -25,6 +25,8 @@ class LinuxSystem {
     std::string root;
     /// As in `LinuxAuthorization::Options`.
     std::function<bool(int descriptor)> waitForOutput = {};
+    /// Takes the lines in place of the system log; must outlive the system.
+    SystemLog* log = nullptr;
   };
 
   LinuxSystem(LinuxRunLoop& runLoop, const ToolkitServices& toolkit, Options options);
@@ -37,7 +39,8 @@ class LinuxSystem {
   [[nodiscard]] bool isDirect() const { return authorization_.isDirect(); }
 
  private:
-  LinuxSystemLog log_;
+  LinuxSystemLog systemLog_;
+  SystemLog& log_;
   PosixFiles files_;
   PosixPropertyListFiles propertyLists_;
   LinuxProcessListing processes_;

@@ -18,6 +18,7 @@ constexpr std::string_view kPrefix = "corvane-pane: ";
 void LinuxSystemLog::write(std::string_view line) {
   const std::string escaped = escapedLogLine(line);
   ::syslog(LOG_USER | LOG_ERR, "%s", escaped.c_str());
+  if (standardError_ < 0) return;
   const std::string text = std::string(kPrefix) + escaped + "\n";
   // One call, so that lines of two programs on one terminal do not mix. There is nobody to tell when it
   // fails.

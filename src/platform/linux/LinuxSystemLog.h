@@ -8,7 +8,7 @@ namespace corvane {
 
 class LinuxSystemLog : public SystemLog {
  public:
-  /// The descriptor that stands for standard error; it stays the caller's.
+  /// The descriptor that stands for standard error; it stays the caller's. -1: the system log alone.
   explicit LinuxSystemLog(int standardError = 2) : standardError_(standardError) {}
   void write(std::string_view line) override;
 
