@@ -1,5 +1,7 @@
 #include "Arguments.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -76,7 +78,7 @@ class Parser {
         if (named.empty()) throw CLI::ValidationError("help: there is no command \"" + word + "\"");
         about = named.front();
       }
-      arguments_.output = helpOf(*about);
+      arguments_.output = helpTextOf(*about);
     });
   }
 
@@ -135,7 +137,7 @@ class Parser {
       command.add_flag("--wait", arguments_.wait, "Wait until it is over.");
       command
           .add_option("--timeout", arguments_.patience, "How long to wait, in seconds; 600 when not given.")
-          ->check(CLI::NonNegativeNumber)
+          ->check(refusalOfSeconds)
           ->type_name("SECONDS");
     };
     waits(add("run", "Run the client now.", Command::Run));
@@ -153,14 +155,24 @@ class Parser {
     takeWords(check, "FILE", "Definitions; those of the client when none is named.", 0);
   }
 
-  /// The help of the innermost command that was named.
+  /// Asked of the formatter, since a command answers for the one that was named within it.
+  static std::string helpTextOf(const CLI::App& app) {
+    std::string name = app.get_name();
+    for (const CLI::App* outer = app.get_parent(); outer != nullptr; outer = outer->get_parent())
+      name = outer->get_name() + " " + name;
+    return app.get_formatter()->make_help(&app, name, CLI::AppFormatMode::Normal);
+  }
+  /// Of the innermost command that was named.
   static std::string helpOf(const CLI::App& app) {
     const auto named = app.get_subcommands();
-    if (!named.empty()) return helpOf(*named.front());
-    std::string before;
-    for (const CLI::App* outer = app.get_parent(); outer != nullptr; outer = outer->get_parent())
-      before = outer->get_name() + (before.empty() ? "" : " ") + before;
-    return app.help(before);
+    return named.empty() ? helpTextOf(app) : helpOf(*named.front());
+  }
+  /// Why the text is no time to wait; empty when it is one.
+  static std::string refusalOfSeconds(const std::string& text) {
+    char* end = nullptr;
+    const double seconds = std::strtod(text.c_str(), &end);
+    const bool isGood = !text.empty() && *end == '\0' && std::isfinite(seconds) && seconds >= 0;
+    return isGood ? std::string() : "expected a number of seconds, found " + text;
   }
 
   CLI::App app_;
