@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <source_location>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -21,13 +23,18 @@ template <typename Condition>
   return QTest::qWaitFor(condition, kHangMilliseconds);
 }
 
-/// The widget with this object name anywhere below the window; never null (the test fails with an exception
-/// of the test framework's own kind otherwise).
+/// The widget with this object name anywhere below the window. Where there is none the test fails and ends
+/// here.
 template <typename Widget = QWidget>
-[[nodiscard]] Widget& find(const QWidget& window, const char* name) {
+[[nodiscard]] Widget& find(const QWidget& window, const char* name,
+                           std::source_location asked = std::source_location::current()) {
   auto* widget = window.findChild<Widget*>(QString::fromLatin1(name));
-  if (widget == nullptr) throw std::runtime_error(std::string("no widget is called ") + name);
-  return *widget;
+  if (widget != nullptr) return *widget;
+  const std::string missing =
+      std::string("there is no ") + Widget::staticMetaObject.className() + " with the name \"" + name + "\"";
+  ADD_FAILURE_AT(asked.file_name(), static_cast<int>(asked.line())) << missing;
+  throw ::testing::AssertionException({::testing::TestPartResult::kFatalFailure, asked.file_name(),
+                                       static_cast<int>(asked.line()), missing.c_str()});
 }
 
 inline void click(QWidget& widget, Qt::KeyboardModifiers modifiers = {}) {

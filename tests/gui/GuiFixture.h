@@ -63,8 +63,9 @@ class GuiTest : public ::testing::Test {
 
   [[nodiscard]] qt::PaneWindow& window() { return pane->window(); }
   template <typename Widget = QWidget>
-  [[nodiscard]] Widget& widget(const char* name) {
-    return find<Widget>(window(), name);
+  [[nodiscard]] Widget& widget(const char* name,
+                               std::source_location asked = std::source_location::current()) {
+    return find<Widget>(window(), name, asked);
   }
   /// The contents of the sheet that is open, or null.
   [[nodiscard]] QWidget* sheet() { return window().sheets().current(); }
