@@ -27,11 +27,11 @@ PaneAssembly::PaneAssembly(const Platform& platform, std::string_view rootPrefix
       dialogs_(platform.dialogs, view_.mainWindow),
       platform_(withDialogs(platform, dialogs_)),
       optionsView_(view_.mainWindow),
-      guard_(platform_, paths_, view_.tabView),
+      tabGuard_(platform_, paths_, view_.tabView),
       configuration_(platform_, paths_, configurationView_),
       options_(platform_, paths_, optionsView_),
       plugins_(platform_, paths_, pluginsView_),
-      pane_(platform_, paths_, {view_, guard_, configuration_, options_, plugins_}) {}
+      pane_(platform_, paths_, {view_, tabGuard_, configuration_, options_, plugins_}) {}
 
 void PaneAssembly::awakeFromNib() {
   configuration_.awakeFromNib(pane_);

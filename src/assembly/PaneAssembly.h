@@ -58,7 +58,7 @@ class PaneAssembly {
   ConfigurationTabView configurationView_;
   OptionsTabView optionsView_;
   PluginsTabView pluginsView_;
-  MyTabViewController guard_;
+  MyTabViewController tabGuard_;
   ConfigurationTabViewController configuration_;
   OptionsTabViewController options_;
   PluginsTabViewController plugins_;

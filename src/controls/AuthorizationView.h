@@ -7,7 +7,7 @@
 
 #include "controls/Control.h"
 #include "platform/Authorization.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 
 namespace corvane {
 
@@ -62,7 +62,7 @@ class AuthorizationView final : public Control {
   State state_ = State::Closed;
   std::string refusal_;
   std::unique_ptr<Authorization> authorization_;
-  CallGuard calls_;  // an answer may come after this view has gone
+  LateCalls calls_;  // an answer may come after this view has gone
 };
 
 }  // namespace corvane

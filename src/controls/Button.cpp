@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "controls/ActGuard.h"
+#include "controls/ActInProgress.h"
 
 namespace corvane {
 
@@ -32,7 +32,7 @@ void Button::setIntState(int state) {
 
 void Button::click() {
   if (!takesUserActs() || isActing_) return;
-  const ActGuard acting(isActing_);
+  const ActInProgress acting(isActing_);
   if (kind_ == ButtonKind::CheckBox) {
     setState(state_ == ButtonState::On ? ButtonState::Off : ButtonState::On);
     if (onUserEdit) onUserEdit();

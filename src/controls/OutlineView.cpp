@@ -215,7 +215,7 @@ void OutlineView::reloadData() { tree_->reloadAndTell(tree_->root); }
 
 OutlineView::Hold OutlineView::holdRows() {
   ++holds_;
-  return {this, guard_.wrap([this](const OutlineView* /*outline*/) {
+  return {this, calls_.wrap([this](const OutlineView* /*outline*/) {
             if (--holds_ == 0 && delegate_ != nullptr) delegate_->outlineViewDidReleaseRows(*this);
           })};
 }

@@ -15,7 +15,7 @@
 #include "controls/Control.h"
 #include "controls/ObjectValue.h"
 #include "controls/TableView.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 #include "values/PropertyList.h"
 
 namespace corvane {
@@ -117,7 +117,8 @@ class OutlineView final : public Control {
   void setDataSource(OutlineViewDataSource* dataSource) { dataSource_ = dataSource; }
   void setDelegate(OutlineViewDelegate* delegate) { delegate_ = delegate; }
   [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
-  [[nodiscard]] double rowHeight() const { return rowHeight_; }  // points
+  /// Of a standard row, in points: the shell's to choose.
+  [[nodiscard]] double rowHeight() const { return rowHeight_; }
   void setRowHeight(double height) { rowHeight_ = height; }
   [[nodiscard]] bool highlightsSelection() const { return highlightsSelection_; }
   void setHighlightsSelection(bool highlights);
@@ -212,13 +213,13 @@ class OutlineView final : public Control {
   std::vector<Column> columns_;
   OutlineViewDataSource* dataSource_ = nullptr;
   OutlineViewDelegate* delegate_ = nullptr;
-  double rowHeight_ = 17;
+  double rowHeight_ = 0;
   bool highlightsSelection_ = true;
   int holds_ = 0;
   CellReference selectedCell_;
   bool isActing_ = false;  // a click is being carried out
   std::unique_ptr<Implementation> tree_;
-  CallGuard guard_;  // a shell may give a hold back late
+  LateCalls calls_;  // a shell may give a hold back late
 };
 
 }  // namespace corvane

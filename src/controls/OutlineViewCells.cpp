@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "controls/ActGuard.h"
+#include "controls/ActInProgress.h"
 #include "controls/OutlineView.h"
 #include "values/Conversions.h"
 
@@ -150,7 +150,7 @@ void OutlineView::clickCell(const OutlineItem& item, const Column& column) {
   selectRow(rowForItem(item));
   const auto* button = std::get_if<ButtonCell>(cell.get());
   if (button == nullptr) return;
-  const ActGuard acting(isActing_);
+  const ActInProgress acting(isActing_);
   if (button->action) {
     button->action(*this);
   } else if (button->kind == ButtonCell::Kind::Switch && dataSource_ != nullptr) {

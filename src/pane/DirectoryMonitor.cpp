@@ -44,9 +44,9 @@ void DirectoryMonitor::start() {
 
 DirectoryMonitor::Newer DirectoryMonitor::reactIfNewer(const std::string& file,
                                                        const std::function<void()>& reaction) {
-  const auto attributes = platform_.files.modificationDate(file);
-  if (!attributes.date) return Newer::Unreadable;
-  if (!(lastChangedDates_[file] < *attributes.date)) return Newer::No;
+  const auto before = platform_.files.modificationDate(file);
+  if (!before.date) return Newer::Unreadable;
+  if (!(lastChangedDates_[file] < *before.date)) return Newer::No;
   reaction();
   // The date from before the reaction is stored, so that a change during the reaction counts as newer once
   // more.
@@ -54,7 +54,7 @@ DirectoryMonitor::Newer DirectoryMonitor::reactIfNewer(const std::string& file,
   if (!after.date) {
     platform_.log.write(formatText("Couldn't get modification date of %@: %@", {file, after.error}));
   }
-  lastChangedDates_[file] = after.date ? *attributes.date : kBeginning;
+  lastChangedDates_[file] = after.date ? *before.date : kBeginning;
   return Newer::Yes;
 }
 

@@ -5,7 +5,7 @@
 
 #include "controls/TabView.h"
 #include "pane/PathTable.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -41,7 +41,7 @@ class MyTabViewController final : public TabViewDelegate {
   bool showPluginTab_ = false;  // the user has confirmed the caution alert
   bool uninstalled_ = false;
   bool clientSettingsReadError_ = false;
-  CallGuard calls_;  // a sheet may end after the guard has gone
+  LateCalls calls_;  // a sheet may end after the guard has gone
 };
 
 }  // namespace corvane

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "controls/Window.h"
-#include "platform/CallGuard.h"
 #include "platform/Dialogs.h"
+#include "platform/LateCalls.h"
 
 namespace corvane {
 
@@ -44,7 +44,7 @@ class SheetQueue final : public Dialogs {
   Dialogs& platform_;
   Window& window_;
   std::vector<std::unique_ptr<Alert>> alerts_;  // the open one and those that wait
-  CallGuard calls_;
+  LateCalls calls_;
 };
 
 }  // namespace corvane

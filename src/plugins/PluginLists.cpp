@@ -53,7 +53,7 @@ void PluginLists::removeFromFileFolderArray(OutlineView& sender) {
   }
   // The platform may keep the call for longer than the sheet is open, and may never make it.
   const auto rows = std::make_shared<OutlineView::Hold>(with_.pluginsTable.holdRows());
-  with_.alerts.confirmRemoval(guard_.wrap([this, rows](int returnCode) {
+  with_.alerts.confirmRemoval(calls_.wrap([this, rows](int returnCode) {
     alertDidEndReturnCodeContextInfo(returnCode);
     rows->reset();
   }));

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "controls/OutlineView.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 #include "platform/SystemLog.h"
 #include "platform/TextComparison.h"
 #include "plugins/PluginAlerts.h"
@@ -54,7 +54,7 @@ class PluginLists {
 
   Surroundings with_;
   CellReference removeFileFolderArrayCell_;
-  CallGuard guard_;
+  LateCalls calls_;
 };
 
 }  // namespace corvane

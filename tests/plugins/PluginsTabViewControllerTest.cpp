@@ -100,6 +100,7 @@ TEST_F(PluginsTabViewControllerTest, WithoutAClickedCellNoAddressIsOpened) {
 
 TEST_F(PluginsTabViewControllerTest, TheOutlineOutlivesTheController) {
   awakeWith(option("PluginValidation"));
+  outline().setRowHeight(20);
   const OutlineItem row = valueRow();
   EXPECT_GT(outline().heightOfRow(row), outline().rowHeight());
   controller.reset();

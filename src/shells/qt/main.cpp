@@ -54,9 +54,9 @@ int main(int argc, char** argv) {
   if (const auto code = answerWithoutWindow(line)) return *code;
   // The toolkit has options of its own; it is spoken to through its environment variables alone.
   argc = 1;
-  std::optional<EndWithoutDisplay> guard(std::in_place);
+  std::optional<EndWithoutDisplay> untilThereIsADisplay(std::in_place);
   QApplication application(argc, argv);
-  guard.reset();
+  untilThereIsADisplay.reset();
   QApplication::setApplicationName(QStringLiteral("corvane-pane"));
   QApplication::setDesktopFileName(QStringLiteral("corvane-pane"));
   dressApplication(application);

@@ -10,7 +10,7 @@
 #include "binders/Binder.h"
 #import "binders/OutlineRow.h"
 #include "controls/OutlineView.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 #import "widgets/OutlineTree.h"
 
 @interface CorvaneOutlineSource : NSObject
@@ -80,7 +80,7 @@ class OutlineViewBinder final : public Binder, private OutlineTreeOwner {
   bool isTracking_ = false;
   bool isPressing_ = false;  // a button is about to act
   bool isShowing_ = false;   // what the toolkit tells now it was told by us
-  CallGuard calls_;
+  LateCalls calls_;
 };
 
 }  // namespace corvane::appkit

@@ -9,7 +9,7 @@
 #include <memory>
 
 #import "AppKit.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 
 namespace corvane::appkit {
 
@@ -42,7 +42,7 @@ class SheetStage {
   std::function<NSWindow*()> window_;
   std::deque<std::shared_ptr<Sheet>> waiting_;
   std::shared_ptr<Sheet> open_;
-  CallGuard calls_;
+  LateCalls calls_;
 };
 
 }  // namespace corvane::appkit

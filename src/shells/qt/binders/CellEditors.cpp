@@ -84,7 +84,7 @@ class NumberEditor final : public MenuBox, public CellEditor {
  protected:
   // The arrow keys go through the numbers without ending the editing.
   void keyPressEvent(QKeyEvent* event) override {
-    const QScopedValueRollback<bool> guard(isTyping_, true);
+    const QScopedValueRollback<bool> typing(isTyping_, true);
     QComboBox::keyPressEvent(event);
   }
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }

@@ -115,7 +115,7 @@ void OutlineViewBinder::willReload() {
 
 void OutlineViewBinder::reload() {
   {
-    const QScopedValueRollback<bool> guard(showing_, true);
+    const QScopedValueRollback<bool> showing(showing_, true);
     model_->endReload();
     showExpansionBelow({});
   }
@@ -162,13 +162,13 @@ void OutlineViewBinder::showExpansionOf(const OutlineItem& item) {
     }
   }
   const QModelIndex index = model_->indexOf(item);
-  const QScopedValueRollback<bool> guard(showing_, true);
+  const QScopedValueRollback<bool> showing(showing_, true);
   widget_.setExpanded(index, isOpen);
   if (isOpen) showExpansionBelow(index);
 }
 
 void OutlineViewBinder::showSelection() {
-  const QScopedValueRollback<bool> guard(showing_, true);
+  const QScopedValueRollback<bool> showing(showing_, true);
   QItemSelectionModel* selection = widget_.selectionModel();
   const QModelIndex row = model_->indexOf(outline_.itemAtRow(outline_.selectedRow()));
   if (!row.isValid()) {

@@ -60,7 +60,7 @@ TableViewBinder::TableViewBinder(TableView& table, QTableView& widget)
   connect(widget_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &TableViewBinder::userSelected);
   table_.onReload = [this] {
-    const QScopedValueRollback<bool> guard(showing_, true);
+    const QScopedValueRollback<bool> showing(showing_, true);
     model_->reload();
     showSelection();
   };
@@ -106,7 +106,7 @@ bool TableViewBinder::chooseEndWith(int key) {
 }
 
 void TableViewBinder::showSelection() {
-  const QScopedValueRollback<bool> guard(showing_, true);
+  const QScopedValueRollback<bool> showing(showing_, true);
   QItemSelectionModel* selection = widget_.selectionModel();
   const QModelIndex row = model_->index(table_.selectedRow(), 0);
   // A click into a disabled table moves the toolkit's current cell, from which the keys would then start.

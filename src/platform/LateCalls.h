@@ -1,5 +1,5 @@
-// Keeps late calls away from an object that has gone: whoever hands out a callback for later wraps it with a
-// guard that it owns, and the callback does nothing once the guard is destroyed.
+// Keeps late calls away from an object that has gone: whoever hands out a callback for later wraps it with
+// one of these that it owns, and the callback does nothing once that is destroyed.
 #pragma once
 
 #include <memory>
@@ -7,12 +7,12 @@
 
 namespace corvane {
 
-class CallGuard {
+class LateCalls {
  public:
-  CallGuard() = default;
-  CallGuard(const CallGuard&) = delete;
-  CallGuard& operator=(const CallGuard&) = delete;
-  ~CallGuard() = default;
+  LateCalls() = default;
+  LateCalls(const LateCalls&) = delete;
+  LateCalls& operator=(const LateCalls&) = delete;
+  ~LateCalls() = default;
 
   template <typename Function>
   [[nodiscard]] auto wrap(Function function) const {
