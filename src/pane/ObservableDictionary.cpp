@@ -4,21 +4,24 @@
 
 namespace corvane {
 
+void ObservableDictionary::set(const std::string& key, PropertyList value) {
+  if (!contents_.contains(key) && !removed_.contains(key)) unobserved_.insert(key);
+  setAndTell(key, std::move(value));
+}
+
+void ObservableDictionary::setObserved(const std::string& key, PropertyList value) {
+  unobserved_.erase(key);
+  setAndTell(key, std::move(value));
+}
+
 // By value: the caller's may lie in what is replaced here.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
-void ObservableDictionary::set(const std::string& key, PropertyList value) {
-  setQuietly(key, value);
-  if (ownerObserves(key)) owner_.observeValueForKey(key, value);
+void ObservableDictionary::setAndTell(const std::string& key, PropertyList value) {
+  if (!value) removed_.insert(key);
+  contents_.set(key, value);
+  if (!unobserved_.contains(key)) owner_.observeValueForKey(key, value);
   tellObservers(key, value);
 }
-
-void ObservableDictionary::setQuietly(const std::string& key, PropertyList value) {
-  const bool observes = ownerObserves(key);
-  contents_.set(key, std::move(value));
-  setOwnerObserves(key, observes);
-}
-
-void ObservableDictionary::observeAsOwner(const std::string& key) { setOwnerObserves(key, true); }
 
 void ObservableDictionary::replaceFrom(const Dictionary& fresh) {
   std::vector<std::pair<std::string, PropertyList>> former;  // of the keys that somebody else observes
@@ -26,7 +29,7 @@ void ObservableDictionary::replaceFrom(const Dictionary& fresh) {
     if (fresh.contains(key)) former.emplace_back(key, contents_.value(key));
   }
   contents_.setAll(fresh);
-  std::erase_if(exceptions_, [&fresh](const std::string& key) { return fresh.contains(key); });
+  std::erase_if(unobserved_, [&fresh](const std::string& key) { return fresh.contains(key); });
   for (const auto& [key, value] : former) {
     const PropertyList now = contents_.value(key);
     if (!now.isSameObject(value)) tellObservers(key, now);
@@ -38,18 +41,6 @@ void ObservableDictionary::removeObserver(KeyObserver& observer, std::string_vie
   if (found == observers_.end()) return;
   const auto position = std::find(found->second.begin(), found->second.end(), &observer);
   if (position != found->second.end()) found->second.erase(position);
-}
-
-bool ObservableDictionary::ownerObserves(std::string_view key) const {
-  return contents_.contains(key) != exceptions_.contains(key);
-}
-
-void ObservableDictionary::setOwnerObserves(const std::string& key, bool observes) {
-  if (contents_.contains(key) == observes) {
-    exceptions_.erase(key);
-  } else {
-    exceptions_.insert(key);
-  }
 }
 
 bool ObservableDictionary::isObservedBy(const KeyObserver& observer, std::string_view key) const {

@@ -35,12 +35,13 @@ class ObservableDictionary {
   [[nodiscard]] bool empty() const { return contents_.empty(); }
 
   /// Sets the value (nothing removes the key) and tells the owner, if it observes the key, then every other
-  /// observer of it. A key that is new by this is not observed by the owner.
+  /// observer of it. A key that comes in by this is not observed by the owner.
   void set(const std::string& key, PropertyList value);
-  /// The same without telling anybody: for an observer that completes a change while it is being reported.
-  void setQuietly(const std::string& key, PropertyList value);
-  /// Lets the owner observe a key, whether there is a value under it or not.
-  void observeAsOwner(const std::string& key);
+  /// The same for a key that the owner observes from now on, also where it is new.
+  void setObserved(const std::string& key, PropertyList value);
+  /// Sets the value without telling anybody: for an observer that completes a change while it is being
+  /// reported.
+  void setQuietly(const std::string& key, PropertyList value) { contents_.set(key, std::move(value)); }
   /// Takes over every entry of the other dictionary, all of which the owner then observes; it is not told.
   /// The other observers hear of each value that became another object. Costs the sum of both sizes.
   void replaceFrom(const Dictionary& fresh);
@@ -50,16 +51,14 @@ class ObservableDictionary {
   void removeObserver(KeyObserver& observer, std::string_view key);
 
  private:
-  [[nodiscard]] bool ownerObserves(std::string_view key) const;
-  void setOwnerObserves(const std::string& key, bool observes);
+  void setAndTell(const std::string& key, PropertyList value);
   [[nodiscard]] bool isObservedBy(const KeyObserver& observer, std::string_view key) const;
   void tellObservers(const std::string& key, const PropertyList& newValue);
 
   Dictionary contents_;
   KeyObserver& owner_;
-  /// The owner observes the keys that have a value, except these; and of the others only these. So a large
-  /// file costs no registrations.
-  std::set<std::string, std::less<>> exceptions_;
+  std::set<std::string, std::less<>> unobserved_;  // the few keys that the owner does not observe
+  std::set<std::string, std::less<>> removed_;     // keys that are not new when they come back
   std::map<std::string, std::vector<KeyObserver*>, std::less<>> observers_;  // without the owner
 };
 

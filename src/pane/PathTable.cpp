@@ -12,29 +12,7 @@ std::string normalizedPrefix(std::string_view prefix) {
 
 }  // namespace
 
-PathTable::PathTable(std::string_view rootPrefix)
-    : rootPrefix_(normalizedPrefix(rootPrefix)),
-      installFolder(rootPrefix_ + "/Library/Corvane"),
-      clientSettings(rootPrefix_ + "/Library/Corvane/ClientSettings.plist"),
-      clientSettingsBackup(rootPrefix_ + "/Library/Corvane/ClientData/ClientSettingsBackup.plist"),
-      clientData(rootPrefix_ + "/Library/Corvane/ClientData"),
-      localInfo(rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo"),
-      diskJournal(rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/diskjournald.plist"),
-      diskJournalPid(rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/diskjournald.pid"),
-      errorLoggerPid(rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/corvane_error_logger.pid"),
-      pluginSupport(rootPrefix_ + "/Library/Corvane/PluginSupport"),
-      volumesSettings(rootPrefix_ + "/Library/Corvane/PluginSupport/check_volumes_settings.plist"),
-      timeMachineSettings(rootPrefix_ + "/Library/Corvane/PluginSupport/check_time_machine_settings.plist"),
-      rootCapacitySettings(rootPrefix_ + "/Library/Corvane/PluginSupport/check_root_capacity_settings.plist"),
-      plugins(rootPrefix_ + "/Library/Corvane/Plugins"),
-      utilities(rootPrefix_ + "/Library/Corvane/Utilities"),
-      updaterSupport(rootPrefix_ + "/Library/Corvane/Utilities/UpdaterSupport"),
-      updateStatus(rootPrefix_ + "/Library/Corvane/Utilities/UpdaterSupport/UpdateStatus.plist"),
-      runClient(rootPrefix_ + "/Library/Corvane/RunClient"),
-      runUpdater(rootPrefix_ + "/Library/Corvane/RunUpdater"),
-      systemConfiguration(rootPrefix_ + "/Library/Preferences/SystemConfiguration"),
-      autoDiskMount(rootPrefix_ + "/Library/Preferences/SystemConfiguration/autodiskmount.plist"),
-      volumes(rootPrefix_ + "/Volumes") {}
+PathTable::PathTable(std::string_view rootPrefix) : rootPrefix_(normalizedPrefix(rootPrefix)) {}
 
 std::string PathTable::onDisk(std::string_view clientPath) const {
   if (!clientPath.starts_with('/')) return {};

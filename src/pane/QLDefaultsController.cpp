@@ -30,9 +30,7 @@ PropertyList QLDefaultsController::value(std::string_view key) const {
 }
 
 void QLDefaultsController::setValueForKey(const std::string& key, PropertyList value) {
-  if (!values_) return;
-  values_->observeAsOwner(key);
-  values_->set(key, std::move(value));
+  if (values_) values_->setObserved(key, std::move(value));
 }
 
 void QLDefaultsController::refreshValues() {
