@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
@@ -63,6 +64,38 @@ TEST_F(WholePane, ShowsItsFrameBeforeTheClientIsRead) {
   EXPECT_FALSE(first.hasPage);
   EXPECT_EQ(widget<LabelButton>("clientVersionButton").text(), QStringLiteral("Version 4.2.1"));
   EXPECT_TRUE(window().findChild<qt::ConfigurationTabPage*>()->isVisible());
+}
+
+/// Notes what the window holds when it first shows something of the client.
+class FilledPicture final : public QObject {
+ public:
+  explicit FilledPicture(qt::PaneWindow& window) : window_(window) { window.installEventFilter(this); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::Paint || !version.isEmpty()) return false;
+    version = find<LabelButton>(window_, "clientVersionButton").text();
+    const auto* page = window_.findChild<qt::ConfigurationTabPage*>();
+    isLaidOut = page != nullptr && find<QWidget>(*page, "runClientButton").width() > 50;
+    pagesBehind = static_cast<int>(window_.findChildren<QAbstractItemView*>().size());
+    return false;
+  }
+
+  QString version;
+  bool isLaidOut = false;
+  int pagesBehind = 0;
+
+ private:
+  qt::PaneWindow& window_;
+};
+
+TEST_F(WholePane, ShowsTheClientBeforeThePagesBehindAreMade) {
+  pane = std::make_unique<qt::LinuxPane>(root.path());
+  const FilledPicture filled(window());
+  pane->open();
+  EXPECT_EQ(filled.version, QStringLiteral("Version 4.2.1"));
+  EXPECT_TRUE(filled.isLaidOut);
+  EXPECT_EQ(filled.pagesBehind, 0);
+  EXPECT_FALSE(widget<QTableView>("volumesTable").isVisible());
+  EXPECT_FALSE(widget<QTreeView>("pluginsTable").isVisible());
 }
 
 TEST_F(WholePane, ReadsTheClientAlsoWhenTheWindowIsNotSeen) {

@@ -19,6 +19,7 @@ class WindowTest : public ::testing::Test {
     authorization.direct = true;
     window.bindFrameTo(view);
     window.bindHeaderTo(view);
+    window.bindIconTo(view);
     showActive(window);
   }
 

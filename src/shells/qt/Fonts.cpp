@@ -1,5 +1,7 @@
 #include "Fonts.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 
@@ -10,14 +12,31 @@ namespace {
 
 constexpr int kHintSize = 11;
 
+/// The family that texts of the header are shown in: Arial, what has its widths, or the desktop's.
+const QString& headerFamily() {
+  static const QString family = [] {
+    for (const QString& wanted : {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")}) {
+      if (QFontDatabase::hasFamily(wanted)) return wanted;
+    }
+    return QGuiApplication::font().family();
+  }();
+  return family;
+}
+
 }  // namespace
 
-QFont regularFont() { return toQFont(Font{Font::Family::System, kSystemFontSize, false, false}); }
+QFont regularFont() {
+  QFont font = toQFont(Font{Font::Family::System, kSystemFontSize, false, false});
+  // Where the desktop's family is an alias ("Sans Serif"), each size and style of it would be looked for
+  // among all installed fonts; the family that it stands for is found at once.
+  if (const QString family = QFontInfo(font).family(); !family.isEmpty()) font.setFamily(family);
+  return font;
+}
 
 QFont toQFont(const Font& font) {
   QFont result = QGuiApplication::font();
   if (font.family == Font::Family::Arial) {
-    result.setFamilies({QStringLiteral("Arial"), QStringLiteral("Liberation Sans"), result.family()});
+    result.setFamily(headerFamily());
   }
   result.setPixelSize(qMax(1, qRound(font.size)));
   result.setBold(font.bold);

@@ -26,14 +26,16 @@ bool LinuxPane::waitForOutput(int descriptor) {
 
 void LinuxPane::open() {
   // The frame comes first and its contents together: a client on a slow or a large volume takes its time to
-  // read.
+  // read. What is not seen yet is made behind that picture.
   window_->bindFrameTo(assembly_.view());
-  window_->showPainted();
+  const bool isSeen = window_->showPainted();
   window_->bindHeaderTo(assembly_.view());
   window_->setTabPage(0, new ConfigurationTabPage(assembly_.configurationView()));
+  assembly_.load();
+  if (isSeen) window_->showPainted();
   window_->setTabPage(1, new OptionsTabPage(assembly_.optionsView(), window_->sheets()));
   window_->setTabPage(2, new PluginsTabPage(assembly_.pluginsView()));
-  assembly_.load();
+  window_->bindIconTo(assembly_.view());
 }
 
 }  // namespace corvane::qt

@@ -51,12 +51,15 @@ void PaneWindow::bindFrameTo(PaneView& view) {
 }
 
 void PaneWindow::bindHeaderTo(PaneView& view) {
+  (new ButtonBinder(view.greetingButton, *ui_->greetingButton))->placeHorizontally();
+  (new ButtonBinder(view.urlButton, *ui_->urlButton))->placeHorizontally();
+  new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);
+}
+
+void PaneWindow::bindIconTo(PaneView& view) {
   const QIcon icon = productIcon();
   QApplication::setWindowIcon(icon);
   ui_->quorlenIconButton->setIcon(icon);
-  (new ButtonBinder(view.greetingButton, *ui_->greetingButton))->setPlacement(Placement::Horizontal);
-  (new ButtonBinder(view.urlButton, *ui_->urlButton))->setPlacement(Placement::Horizontal);
-  new ButtonBinder(view.clientVersionButton, *ui_->clientVersionButton);
   new ButtonBinder(view.quorlenIconButton, *ui_->quorlenIconButton);
 }
 
@@ -79,13 +82,22 @@ void PaneWindow::setTabPage(int index, QWidget* page) {
 
 TabPane& PaneWindow::tabs() const { return *ui_->tabView; }
 
-void PaneWindow::showPainted() {
+bool PaneWindow::showPainted() {
   QEventLoop loop;
+  bool isSeen = false;
   // Queued: the window's children are painted, and all of it is put on the screen, after the window itself.
-  connect(this, &PaneWindow::painted, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+  connect(
+      this, &PaneWindow::painted, &loop,
+      [&] {
+        isSeen = true;
+        loop.quit();
+      },
+      Qt::QueuedConnection);
   QTimer::singleShot(longestWaitForPaint, &loop, &QEventLoop::quit);
   show();
+  update();
   loop.exec(QEventLoop::ExcludeUserInputEvents);
+  return isSeen;
 }
 
 void PaneWindow::paintEvent(QPaintEvent* event) {

@@ -1,7 +1,7 @@
 // The pane's window: greeting and support link above the tabs, the lock at the lower left, version and icon
 // at the lower right. It is made empty, so that dialogs have a window while the pane is being built, and is
-// then bound to the pane's controls, first the frame and, when that has been painted, the rest. The pages of
-// the tabs are put in by whoever builds them.
+// then bound to the pane's controls, first the frame and, when that has been painted, what else is seen. The
+// pages of the tabs are put in by whoever builds them.
 #pragma once
 
 #include <QKeySequence>
@@ -30,14 +30,16 @@ class PaneWindow final : public QWidget {
   /// Shows these controls' title, lock and tabs from now on: what is there before the client has been read.
   /// The controls must live longer than the window. Called once.
   void bindFrameTo(PaneView& view);
-  /// Shows the greeting, the support link, the version and the icon as well. Called once.
+  /// Shows the greeting, the support link and the version as well. Called once.
   void bindHeaderTo(PaneView& view);
+  /// Shows the product's icon, which takes as long to read as the frame to paint. Called once.
+  void bindIconTo(PaneView& view);
   /// The page of the tab; called after `bindFrameTo`. The window takes it over.
   void setTabPage(int index, QWidget* page);
   [[nodiscard]] TabPane& tabs() const;
-  /// Shows the window and returns when it has painted itself, or after the longest wait when it is not to
-  /// be seen so soon (opened minimised, for one). Clicks and keys wait until then.
-  void showPainted();
+  /// Shows the window and returns when it has painted itself anew, or after the longest wait when it is not
+  /// to be seen so soon (opened minimised, for one). Clicks and keys wait until then. Whether it was seen.
+  bool showPainted();
   std::chrono::milliseconds longestWaitForPaint{250};
   /// Sheets of this window.
   [[nodiscard]] SheetHost& sheets() const { return *sheets_; }
