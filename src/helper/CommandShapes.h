@@ -1,6 +1,7 @@
 // The closed set of commands that are carried out with root's rights, and the recognition of a request as one
-// of them. Nothing here looks at a file: what the files must be like is checked where a command is carried
-// out.
+// of them. It is spelled here once more, since root believes nothing that comes from the pane (PathTable.h,
+// the controllers' command lines); a test compares both sides. Nothing here looks at a file: what the files
+// must be like is checked where a command is carried out.
 #pragma once
 
 #include <string>

@@ -47,6 +47,7 @@ class PathTable {
   [[nodiscard]] std::string onClient(std::string_view diskPath) const;
 
   /// "/private/tmp/%@" and "/private/tmp/read-%@" with the last path component of the target or the source.
+  /// Root's side spells them anew (helper/CommandShapes.h); a test compares both.
   [[nodiscard]] std::string writeStaging(std::string_view target) const;
   [[nodiscard]] std::string readStaging(std::string_view source) const;
 
@@ -54,27 +55,34 @@ class PathTable {
   std::string rootPrefix_;
 
  public:
-  const std::string installFolder;
-  const std::string clientSettings;
-  const std::string clientSettingsBackup;
-  const std::string clientData;
-  const std::string localInfo;
-  const std::string diskJournal;
-  const std::string diskJournalPid;
-  const std::string errorLoggerPid;
-  const std::string pluginSupport;
-  const std::string volumesSettings;
-  const std::string timeMachineSettings;
-  const std::string rootCapacitySettings;
-  const std::string plugins;
-  const std::string utilities;
-  const std::string updaterSupport;
-  const std::string updateStatus;
-  const std::string runClient;
-  const std::string runUpdater;
-  const std::string systemConfiguration;
-  const std::string autoDiskMount;
-  const std::string volumes;
+  const std::string installFolder = rootPrefix_ + "/Library/Corvane";
+  const std::string clientSettings = rootPrefix_ + "/Library/Corvane/ClientSettings.plist";
+  const std::string clientSettingsBackup =
+      rootPrefix_ + "/Library/Corvane/ClientData/ClientSettingsBackup.plist";
+  const std::string clientData = rootPrefix_ + "/Library/Corvane/ClientData";
+  const std::string localInfo = rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo";
+  const std::string diskJournal = rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/diskjournald.plist";
+  const std::string diskJournalPid = rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/diskjournald.pid";
+  const std::string errorLoggerPid =
+      rootPrefix_ + "/Library/Corvane/ClientData/LocalInfo/corvane_error_logger.pid";
+  const std::string pluginSupport = rootPrefix_ + "/Library/Corvane/PluginSupport";
+  const std::string volumesSettings =
+      rootPrefix_ + "/Library/Corvane/PluginSupport/check_volumes_settings.plist";
+  const std::string timeMachineSettings =
+      rootPrefix_ + "/Library/Corvane/PluginSupport/check_time_machine_settings.plist";
+  const std::string rootCapacitySettings =
+      rootPrefix_ + "/Library/Corvane/PluginSupport/check_root_capacity_settings.plist";
+  const std::string plugins = rootPrefix_ + "/Library/Corvane/Plugins";
+  const std::string utilities = rootPrefix_ + "/Library/Corvane/Utilities";
+  const std::string updaterSupport = rootPrefix_ + "/Library/Corvane/Utilities/UpdaterSupport";
+  const std::string updateStatus =
+      rootPrefix_ + "/Library/Corvane/Utilities/UpdaterSupport/UpdateStatus.plist";
+  const std::string runClient = rootPrefix_ + "/Library/Corvane/RunClient";
+  const std::string runUpdater = rootPrefix_ + "/Library/Corvane/RunUpdater";
+  const std::string systemConfiguration = rootPrefix_ + "/Library/Preferences/SystemConfiguration";
+  const std::string autoDiskMount =
+      rootPrefix_ + "/Library/Preferences/SystemConfiguration/autodiskmount.plist";
+  const std::string volumes = rootPrefix_ + "/Volumes";
 };
 
 }  // namespace corvane
