@@ -5,6 +5,7 @@
 #include "configuration/StatusDate.h"
 #include "formatters/MyNumberFormatter.h"
 #include "pane/ClientKeys.h"
+#include "pane/PaneAlerts.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -21,24 +22,16 @@ constexpr std::int32_t kDefaultRunInterval = 1;
 constexpr std::string_view kRemoveText = "Removes %@ from this computer";
 constexpr std::string_view kClientName = "the client";
 
-// What the client's scripts are told: on whose behalf they run, and what to do.
+// What the client's scripts are told: on whose behalf they run, and what to do. Root's side has its own list
+// of these command lines (helper/CommandShapes.cpp); a test compares both.
 constexpr const char* kLogParent = "--log-parent";
 constexpr const char* kForce = "--force";
 constexpr const char* kRemove = "--remove";
 constexpr const char* kQuiet = "--quiet";
 
-AlertDescription removalAlert(std::string iconPath) {
-  AlertDescription alert;
-  alert.style = AlertStyle::Critical;
-  alert.iconPath = std::move(iconPath);
-  alert.messageText = "Please confirm removal.";
-  // The misspelling is part of the text and intended.
-  alert.informativeText = "This will permenantly remove the client software and report its removal.";
-  // The safe choice is the default: Return cancels.
-  alert.buttons = {{"Uninstall", ""}, {"Cancel", kReturnKey}};
-  alert.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
-  return alert;
-}
+// The misspelling is part of the text and intended.
+constexpr const char* kUninstallText =
+    "This will permenantly remove the client software and report its removal.";
 
 }  // namespace
 
@@ -111,9 +104,11 @@ void ConfigurationTabViewController::runClientNow() {
 }
 
 void ConfigurationTabViewController::uninstall() {
-  platform_.dialogs.beginSheet(
-      removalAlert(platform_.bundle.pathForResource("Corvane", "icns")), SheetWindow::PaneWindow,
-      guard_.wrap([this](const AlertResult& result) { alertDidEndReturnCodeContextInfo(result); }));
+  AlertDescription alert = removalAlert(platform_.bundle, kUninstallText, "Uninstall");
+  alert.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
+  platform_.dialogs.beginSheet(alert, SheetWindow::PaneWindow, calls_.wrap([this](const AlertResult& result) {
+    alertDidEndReturnCodeContextInfo(result);
+  }));
 }
 
 void ConfigurationTabViewController::alertDidEndReturnCodeContextInfo(const AlertResult& result) {

@@ -18,7 +18,7 @@
 #include "pane/QLCFileWatcher.h"
 #include "pane/SettingsFile.h"
 #include "pane/Tabs.h"
-#include "platform/CallGuard.h"
+#include "platform/LateCalls.h"
 #include "platform/Platform.h"
 
 namespace corvane {
@@ -70,7 +70,7 @@ class ConfigurationTabViewController final : public ConfigurationTab,
   PaneServices* quorlenPrefPane_ = nullptr;
   std::unique_ptr<RunLoop::Source> timerClientPID_;
   std::shared_ptr<QLCFileWatcher> watcherClientPID_;  // while a client run holds its marker
-  CallGuard guard_;
+  LateCalls calls_;
 };
 
 }  // namespace corvane

@@ -22,6 +22,9 @@ constexpr int kAttempts = 8;
 constexpr mode_t kReadableByAll = 0644;
 constexpr mode_t kPrivate = 0600;
 
+constexpr std::string_view kNotRegular = "what stands there is not a regular file";
+constexpr std::string_view kOfAnotherUser = "the file belongs to another user";
+
 Reply denied(std::string_view path, std::string_view why) {
   return {.outcome = Outcome::Denied, .message = std::string(path) + ": " + std::string(why)};
 }
@@ -50,7 +53,7 @@ FileDescriptor reopen(int descriptor, int flags) {
 /// one.
 std::string_view whyNotPlain(const struct stat& attributes) {
   if (S_ISLNK(attributes.st_mode)) return "a symbolic link stands in the way";
-  if (!S_ISREG(attributes.st_mode)) return "what stands there is not a regular file";
+  if (!S_ISREG(attributes.st_mode)) return kNotRegular;
   if (attributes.st_nlink != 1) return "the file has further hard links";
   return {};
 }
@@ -91,7 +94,7 @@ Reply RootTree::removeStaging(const std::string& name) const {
   if (!entry.descriptor) return failed(path, errno);
   if (const auto why = whyNotPlain(entry.attributes); !why.empty()) return denied(path, why);
   if (entry.attributes.st_uid != user_ && entry.attributes.st_uid != 0) {
-    return denied(path, "the file belongs to another user");
+    return denied(path, kOfAnotherUser);
   }
   if (::unlinkat(folder.descriptor.get(), name.c_str(), 0) != 0) return failed(path, errno);
   return {};
@@ -152,7 +155,7 @@ Reply RootTree::writeTarget(const std::string& name, const std::string& folder) 
   const auto source = TreeWalk::entryOf(staging.descriptor.get(), name);
   if (!source.descriptor) return failed(stagingPath, errno);
   if (const auto why = whyNotPlain(source.attributes); !why.empty()) return denied(stagingPath, why);
-  if (source.attributes.st_uid != user_) return denied(stagingPath, "the file belongs to another user");
+  if (source.attributes.st_uid != user_) return denied(stagingPath, kOfAnotherUser);
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
   const auto contents = file ? readToEnd(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(stagingPath, errno);
@@ -163,8 +166,7 @@ Reply RootTree::writeTarget(const std::string& name, const std::string& folder) 
 }
 
 Reply RootTree::readSource(const std::string& folder, const std::string& name) const {
-  // Whoever asked reads the copy when this was started: what stands there after a failure is not of this
-  // read.
+  // Who asked reads the copy only where this counts as started: after a failure an older one may stand there.
   return notStarted(copyForReading(folder, name));
 }
 
@@ -183,7 +185,7 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
     }
   }
   const auto path = root_ + joined(folder, name);
-  // Whoever can change the way there: what is found is only read.
+  // Others may be able to change the way there, which does no harm: what is found is only read.
   const auto sourceFolder = findFolder(folder, Care::None);
   if (sourceFolder.obstacle.kind == Obstacle::Kind::Missing)
     return {.outcome = Outcome::Missing, .message = {}};
@@ -191,7 +193,7 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
   const auto source = TreeWalk::entryOf(sourceFolder.descriptor.get(), name);
   if (!source.descriptor && errno == ENOENT) return {.outcome = Outcome::Missing, .message = {}};
   if (!source.descriptor) return failed(path, errno);
-  if (!S_ISREG(source.attributes.st_mode)) return denied(path, "what stands there is not a regular file");
+  if (!S_ISREG(source.attributes.st_mode)) return denied(path, kNotRegular);
   const auto file = reopen(source.descriptor.get(), O_RDONLY);
   const auto contents = file ? readToEnd(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(path, errno);
@@ -222,7 +224,7 @@ Reply resetMode(int folder, const std::string& name, const std::string& path) {
   const auto entry = TreeWalk::entryOf(folder, name);
   if (!entry.descriptor) return errno == ENOENT ? Reply{} : failed(path, errno);
   if (const auto why = whyNotPlain(entry.attributes); !why.empty()) return denied(path, why);
-  // Who watches the file need not hear of a change that is none.
+  // To set the mode that it has would still wake everybody who watches the file.
   if ((entry.attributes.st_mode & 07777) == kReadableByAll) return {};
   // By way of the descriptor: its file need not be readable, and no other can take its place.
   const int done = ::chmod(selfPath(entry.descriptor.get()).c_str(), kReadableByAll);
@@ -298,7 +300,7 @@ Reply RootTree::checkProgram(const std::string& folder, const std::string& name,
   // Links may lead about below the folder, and not out of it.
   const auto file = walk_.findBelow(std::move(base), name, Care::StickySuffices);
   if (file.obstacle) return notStarted(replyTo(file.obstacle));
-  if (!S_ISREG(file.attributes.st_mode)) return denied(path, "not a regular file");
+  if (!S_ISREG(file.attributes.st_mode)) return denied(path, kNotRegular);
   // The program is started by its path, which must mean the same to the system as it does inside the prefix.
   struct stat plain {};
   if (::stat(path.c_str(), &plain) != 0 || !sameFile(plain, file.attributes)) {

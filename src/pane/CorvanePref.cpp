@@ -6,7 +6,6 @@
 namespace corvane {
 namespace {
 
-constexpr const char* kRight = "system.privilege.admin";
 /// How long after the loss of the client settings the pane locks itself, in seconds.
 constexpr double kLockDelay = 5.0;
 constexpr const char* kAnotherPane =
@@ -96,7 +95,7 @@ void CorvanePref::mainViewDidLoad() {
   monitor_.start();
   outlets_.view.tabView.selectTabViewItemAtIndex(0);
   AuthorizationView& lock = outlets_.view.authView;
-  lock.setAuthorizationRights(kRight);
+  lock.setAuthorizationRights(std::string(kAdministratorRight));
   lock.setDelegate(this);
   lock.updateStatus();
   refreshClientSettings();

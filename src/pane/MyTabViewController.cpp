@@ -49,14 +49,10 @@ void MyTabViewController::showSettingsAlert() {
 }
 
 void MyTabViewController::showCautionAlert() {
-  AlertDescription alert;
-  alert.style = AlertStyle::Critical;
-  alert.iconPath = platform_.bundle.pathForResource("Corvane", "icns");
-  alert.messageText = "Proceed with caution";
-  alert.informativeText = "Altering these settings may result in unreported errors or false alarms.\n";
-  // The safe choice is the default: Return cancels.
-  alert.buttons = {{"Continue", ""}, {"Cancel", kReturnKey}};
-  beginSheet(alert, SheetWindow::PaneWindow);
+  beginSheet(
+      questionAlert(platform_.bundle, "Proceed with caution",
+                    "Altering these settings may result in unreported errors or false alarms.\n", "Continue"),
+      SheetWindow::PaneWindow);
 }
 
 void MyTabViewController::beginSheet(const AlertDescription& alert, SheetWindow window) {

@@ -15,6 +15,23 @@ AlertDescription warningAlert(std::string messageText, std::string informativeTe
   return alert;
 }
 
+std::string iconPath(Bundle& bundle) { return bundle.pathForResource("Corvane", "icns"); }
+
+AlertDescription questionAlert(Bundle& bundle, std::string messageText, std::string informativeText,
+                               std::string act) {
+  AlertDescription alert;
+  alert.style = AlertStyle::Critical;
+  alert.messageText = std::move(messageText);
+  alert.informativeText = std::move(informativeText);
+  alert.buttons = {{std::move(act), ""}, {"Cancel", kReturnKey, true}};
+  alert.iconPath = iconPath(bundle);
+  return alert;
+}
+
+AlertDescription removalAlert(Bundle& bundle, std::string informativeText, std::string act) {
+  return questionAlert(bundle, "Please confirm removal.", std::move(informativeText), std::move(act));
+}
+
 AlertDescription removedAlert(const std::string& productName) {
   return warningAlert(
       formatText("%@ Removed", {productName}),

@@ -7,6 +7,7 @@
 #include "controls/TabView.h"
 #include "controls/TextField.h"
 #include "controls/Window.h"
+#include "pane/Deployment.h"
 
 namespace corvane {
 
@@ -16,7 +17,7 @@ inline constexpr double kPaneWidth = 668;
 struct PaneView {
   explicit PaneView(AuthorizationServices& authorization);
 
-  Window mainWindow{"Monitoring Client"};
+  Window mainWindow{deployment::kPaneName};
   AuthorizationView authView;
   /// What could not be saved or started; hidden while all is well.
   TextField statusField{TextField::Role::Label};

@@ -14,6 +14,9 @@
 
 namespace corvane {
 
+/// The right that the lock asks for.
+inline constexpr std::string_view kAdministratorRight = "system.privilege.admin";
+
 /// The status of starting a program as root, by the numbers of the platform's authorization services; 0 means
 /// started.
 using LaunchStatus = std::int32_t;

@@ -20,6 +20,7 @@ struct AlertButton {
   std::string title;
   /// The platform's choice when not given; an empty text takes the key equivalent away.
   std::optional<std::string> keyEquivalent;
+  bool cancels = false;  // leaves everything as it is; Escape presses it
   friend bool operator==(const AlertButton&, const AlertButton&) = default;
 };
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "pane/PaneAlerts.h"
 #include "values/Text.h"
 
 namespace corvane {
@@ -10,7 +11,7 @@ AlertDescription PluginAlerts::alert(AlertStyle style, std::string messageText) 
   AlertDescription description;
   description.style = style;
   description.messageText = std::move(messageText);
-  description.iconPath = bundle_.pathForResource("Corvane", "icns");
+  description.iconPath = iconPath(bundle_);
   return description;
 }
 
@@ -22,11 +23,10 @@ void PluginAlerts::displayError(const std::string& message) {
 }
 
 void PluginAlerts::confirmRemoval(std::function<void(int)> ended) {
-  AlertDescription removal = alert(AlertStyle::Critical, "Please confirm removal.");
-  removal.informativeText = "This will remove the entry from the array. Are you sure?";
-  removal.buttons = {{"Remove", ""}, {"Cancel", kReturnKey}};
-  dialogs_.beginSheet(removal, SheetWindow::PaneWindow,
-                      [ended = std::move(ended)](const AlertResult& result) { ended(result.returnCode); });
+  dialogs_.beginSheet(
+      removalAlert(bundle_, "This will remove the entry from the array. Are you sure?", "Remove"),
+      SheetWindow::PaneWindow,
+      [ended = std::move(ended)](const AlertResult& result) { ended(result.returnCode); });
 }
 
 void PluginAlerts::showValidationResult(bool succeeded, const std::string& message) {

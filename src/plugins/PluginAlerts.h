@@ -1,4 +1,4 @@
-// The sheets of the tab, with all their texts.
+// The sheets of the tab. What an error or a verdict says comes from where it arises.
 #pragma once
 
 #include <functional>

@@ -1,6 +1,5 @@
 // One option of a plug-in, read from its dictionary with the types of the format: a value of another type
-// counts as absent. A view that shares the catalogue's dictionary; made
-// wherever a row is looked at.
+// counts as absent. A view that shares the catalogue's dictionary; made wherever a row is looked at.
 #pragma once
 
 #include <string>

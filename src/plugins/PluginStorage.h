@@ -2,8 +2,8 @@
 // read afresh and replaced whole, so that the keys that the pane does not know survive.
 //
 // Paths here are paths on the client; they are mapped below the root prefix when a file is touched. A rule
-// about how a path begins holds where the path begins so as it stands and its ".." parts do not lead
-// elsewhere.
+// about how a path begins is met only by a path that begins so as it is written and also once its ".." parts
+// are worked out.
 #pragma once
 
 #include <string>

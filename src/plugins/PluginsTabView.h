@@ -1,4 +1,4 @@
-// The controls of the Plugins tab, with all their texts.
+// The controls of the Plugins tab, with their texts; those of the cells stand with the cells.
 #pragma once
 
 #include <string_view>

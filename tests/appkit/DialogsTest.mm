@@ -21,7 +21,7 @@ class AppKitDialogsTest : public AppKitWindowTest {
   static AlertDescription asking() {
     AlertDescription alert = telling("Please confirm removal.");
     alert.style = AlertStyle::Critical;
-    alert.buttons = {{"Remove", ""}, {"Cancel", kReturnKey}};
+    alert.buttons = {{"Remove", ""}, {"Cancel", kReturnKey, true}};
     return alert;
   }
   void begin(const AlertDescription& alert, const std::string& name) {

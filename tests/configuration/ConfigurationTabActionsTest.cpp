@@ -236,6 +236,7 @@ TEST_F(ConfigurationTabActions, UninstallAsksInASheetOnThePaneAndStartsNothing) 
   EXPECT_EQ(alert.buttons[0].keyEquivalent, "");
   EXPECT_EQ(alert.buttons[1].title, "Cancel");
   EXPECT_EQ(alert.buttons[1].keyEquivalent, "\r") << "Return cancels";
+  EXPECT_TRUE(alert.buttons[1].cancels && !alert.buttons[0].cancels) << "Escape too";
   ASSERT_TRUE(alert.accessory.has_value());
   EXPECT_EQ(alert.accessory->title, "Allow client to report removal.");
   EXPECT_EQ(alert.accessory->width, 200);

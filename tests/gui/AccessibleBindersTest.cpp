@@ -314,7 +314,7 @@ TEST_F(AccessibleWindow, AnAlertIsADialogThatSaysWhatItIsAboutAndNothingBehindIt
   AlertDescription alert;
   alert.messageText = "Proceed with caution";
   alert.informativeText = "Really.\n";
-  alert.buttons = {{"Cancel", {}}, {"Continue", {}}};
+  alert.buttons = {{"Cancel", {}, true}, {"Continue", {}}};
   dialogs.beginSheet(alert, {}, [&](const AlertResult& result) { answer = result.returnCode; });
   QAccessibleInterface& dialog =
       thingCalled(thing(), QAccessible::Dialog, QStringLiteral("Proceed with caution"));

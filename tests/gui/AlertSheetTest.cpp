@@ -115,14 +115,14 @@ TEST_F(AlertSheet, HangsFromTheTopInTheMiddleOfTheWindow) {
 }
 
 TEST_F(AlertSheet, TheFirstButtonStandsRightmost) {
-  begin(alert({{"Continue", std::nullopt}, {"Cancel", std::nullopt}, {"Help", std::nullopt}}));
+  begin(alert({{"Continue", std::nullopt}, {"Cancel", std::nullopt, true}, {"Help", std::nullopt}}));
   EXPECT_TRUE(eventually([&] { return button("Help").x() > 0; }));
   EXPECT_GT(button("Continue").x(), button("Cancel").x());
   EXPECT_GT(button("Cancel").x(), button("Help").x());
 }
 
 TEST_F(AlertSheet, AClickReportsTheNumberOfTheButtonOnceAndClosesTheSheet) {
-  begin(alert({{"Continue", std::nullopt}, {"Cancel", std::nullopt}}));
+  begin(alert({{"Continue", std::nullopt}, {"Cancel", std::nullopt, true}}));
   QPushButton& cancel = button("Cancel");
   click(cancel);
   click(cancel);
@@ -151,37 +151,40 @@ TEST_P(AlertSheetKeys, PressesTheRightButton) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, AlertSheetKeys,
-    ::testing::Values(
-        KeyRule{"ReturnPressesTheFirstButton",
-                {{"OK", std::nullopt}, {"Cancel", std::nullopt}},
-                Qt::Key_Return,
-                {1000}},
-        KeyRule{"EnterPressesTheFirstButton",
-                {{"OK", std::nullopt}, {"Cancel", std::nullopt}},
-                Qt::Key_Enter,
-                {1000}},
-        KeyRule{"ReturnPressesTheButtonThatHasItsKey",
-                {{"Continue", ""}, {"Cancel", kReturnKey}},
-                Qt::Key_Return,
-                {1001}},
-        KeyRule{"AButtonWithoutAKeyIsNeverPressedByReturn", {{"Continue", ""}}, Qt::Key_Return, {}},
-        KeyRule{"EscapePressesCancel", {{"Continue", ""}, {"Cancel", kReturnKey}}, Qt::Key_Escape, {1001}},
-        KeyRule{"EscapePressesTheOnlyButton", {{"OK", std::nullopt}}, Qt::Key_Escape, {1000}},
-        KeyRule{"EscapeDoesNothingWithoutACancelButton",
-                {{"Yes", std::nullopt}, {"No", std::nullopt}},
-                Qt::Key_Escape,
-                {}}),
+    ::testing::Values(KeyRule{"ReturnPressesTheFirstButton",
+                              {{"OK", std::nullopt}, {"Cancel", std::nullopt, true}},
+                              Qt::Key_Return,
+                              {1000}},
+                      KeyRule{"EnterPressesTheFirstButton",
+                              {{"OK", std::nullopt}, {"Cancel", std::nullopt, true}},
+                              Qt::Key_Enter,
+                              {1000}},
+                      KeyRule{"ReturnPressesTheButtonThatHasItsKey",
+                              {{"Continue", ""}, {"Cancel", kReturnKey, true}},
+                              Qt::Key_Return,
+                              {1001}},
+                      KeyRule{
+                          "AButtonWithoutAKeyIsNeverPressedByReturn", {{"Continue", ""}}, Qt::Key_Return, {}},
+                      KeyRule{"EscapePressesTheButtonThatCancelsWhateverItsTitle",
+                              {{"Cancel", ""}, {"Leave It", kReturnKey, true}},
+                              Qt::Key_Escape,
+                              {1001}},
+                      KeyRule{"EscapePressesTheOnlyButton", {{"OK", std::nullopt}}, Qt::Key_Escape, {1000}},
+                      KeyRule{"EscapeDoesNothingWithoutACancelButton",
+                              {{"Yes", std::nullopt}, {"No", std::nullopt}},
+                              Qt::Key_Escape,
+                              {}}),
     [](const auto& test) { return std::string(test.param.behaviour); });
 
 TEST_F(AlertSheet, TheDefaultButtonHasTheFocusSoThatSpaceIsSafeToo) {
-  begin(alert({{"Continue", ""}, {"Cancel", kReturnKey}}));
+  begin(alert({{"Continue", ""}, {"Cancel", kReturnKey, true}}));
   EXPECT_TRUE(eventually([&] { return button("Cancel").hasFocus(); }));
   EXPECT_TRUE(button("Cancel").isDefault());
   EXPECT_FALSE(button("Continue").isDefault());
 }
 
 TEST_F(AlertSheet, TheTabKeyStaysInsideTheSheet) {
-  begin(alert({{"Continue", ""}, {"Cancel", kReturnKey}}));
+  begin(alert({{"Continue", ""}, {"Cancel", kReturnKey, true}}));
   ASSERT_TRUE(eventually([&] { return button("Cancel").hasFocus(); }));
   press(window, Qt::Key_Tab);
   EXPECT_TRUE(button("Continue").hasFocus());
@@ -238,7 +241,7 @@ TEST_F(AlertSheet, AlertsThatDifferOrLeaveSomethingToDecideAreAllShown) {
   otherText.informativeText = "Something else will happen.";
   AlertDescription fillIn = alert({{"OK", std::nullopt}});
   fillIn.accessory = AlertCheckBox{"Report", 200, 40, true, true};
-  const std::vector<AlertButton> choice = {{"OK", std::nullopt}, {"Cancel", std::nullopt}};
+  const std::vector<AlertButton> choice = {{"OK", std::nullopt}, {"Cancel", std::nullopt, true}};
   const std::vector<AlertDescription> all = {
       alert({{"OK", std::nullopt}}), otherText, fillIn, fillIn, alert(choice), alert(choice)};
   for (const AlertDescription& description : all) begin(description);
@@ -261,7 +264,7 @@ TEST_F(AlertSheet, AnEndHandlerMayBeginTheNextSheet) {
 }
 
 TEST_F(AlertSheet, TheAccessoryCheckBoxIsReportedAndTakesNoFocusWhenItRefuses) {
-  AlertDescription description = alert({{"Uninstall", ""}, {"Cancel", kReturnKey}});
+  AlertDescription description = alert({{"Uninstall", ""}, {"Cancel", kReturnKey, true}});
   description.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
   begin(description);
   auto& box = find<QCheckBox>(*sheet(), "accessory");
@@ -291,7 +294,7 @@ TEST_F(AlertSheet, AModalAlertIsTitledByItsMessageAndAnswersWithTheButton) {
 }
 
 TEST_F(AlertSheet, TheKeyboardSwitchesAnAccessoryThatTakesNoFocusWithItsFirstLetter) {
-  AlertDescription description = alert({{"Uninstall", ""}, {"Cancel", kReturnKey}});
+  AlertDescription description = alert({{"Uninstall", ""}, {"Cancel", kReturnKey, true}});
   description.accessory = AlertCheckBox{"Allow client to report removal.", 200, 40, true, true};
   begin(description);
   auto& box = find<QCheckBox>(*sheet(), "accessory");

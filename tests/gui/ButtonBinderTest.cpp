@@ -172,16 +172,17 @@ TEST_F(Binders, APopUpMenuOffersTheItemsAndReportsTheChoice) {
   delete widget;
 }
 
-TEST_F(Binders, AControlPlacedByItsFrameCountsFromTheLowerLeftCorner) {
+TEST_F(Binders, AControlThatIsPlacedHorizontallyKeepsTheHeightAndThePlaceOfItsWidget) {
   Button button(ButtonKind::Push, "Run");
   button.setFrame({20, 10, 100, 30});
   auto* widget = new QPushButton(&window);
+  widget->setGeometry(0, 7, 50, 24);
   auto* binder = new qt::ButtonBinder(button, *widget);
   show();
-  binder->setPlacement(qt::Placement::Frame);
-  EXPECT_EQ(widget->geometry(), QRect(20, 80, 100, 30));
-  window.resize(300, 200);
-  EXPECT_EQ(widget->geometry(), QRect(20, 160, 100, 30));
+  binder->placeHorizontally();
+  EXPECT_EQ(widget->geometry(), QRect(20, 7, 100, 24));
+  window.resize(90, 200);
+  EXPECT_EQ(widget->geometry(), QRect(20, 7, 70, 24)) << "no wider than the window";
   delete widget;
 }
 

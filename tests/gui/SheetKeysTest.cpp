@@ -49,7 +49,7 @@ void PrintTo(const Question& question, std::ostream* stream) { *stream << questi
 /// The sheets whose first button can't be taken back: its only key is Space, on itself.
 class SheetKeysOfQuestions : public SheetKeys, public ::testing::WithParamInterface<Question> {
  protected:
-  void ask() { begin({{GetParam().act, ""}, {"Cancel", kReturnKey}}, GetParam().hasCheckBox); }
+  void ask() { begin({{GetParam().act, ""}, {"Cancel", kReturnKey, true}}, GetParam().hasCheckBox); }
 };
 
 TEST_P(SheetKeysOfQuestions, ReturnCancelsWhicheverButtonHasTheKeyboard) {

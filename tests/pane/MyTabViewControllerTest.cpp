@@ -44,6 +44,7 @@ TEST_F(MyTabViewControllerTest, ThePluginsTabAsksForConfirmationFirst) {
   EXPECT_EQ(alert.buttons[0].keyEquivalent, "") << "Return must not continue";
   EXPECT_EQ(alert.buttons[1].title, "Cancel");
   EXPECT_EQ(alert.buttons[1].keyEquivalent, "\r");
+  EXPECT_TRUE(alert.buttons[1].cancels && !alert.buttons[0].cancels);
   EXPECT_EQ(lastSheet().window, SheetWindow::PaneWindow);
 }
 

@@ -47,6 +47,7 @@ TEST_F(PluginListRemovalTest, ARemovalIsAskedForAndReturnCancels) {
   EXPECT_EQ(sheet.alert.buttons[0].keyEquivalent, "");
   EXPECT_EQ(sheet.alert.buttons[1].title, "Cancel");
   EXPECT_EQ(sheet.alert.buttons[1].keyEquivalent, "\r");
+  EXPECT_TRUE(sheet.alert.buttons[1].cancels && !sheet.alert.buttons[0].cancels);
 }
 
 TEST_F(PluginListRemovalTest, OnlyRemoveRemoves) {

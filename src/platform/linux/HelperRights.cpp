@@ -12,7 +12,6 @@ namespace corvane {
 namespace {
 
 constexpr std::string_view kGone = "the root helper has ended";
-constexpr std::string_view kSilent = "the root helper does not answer";
 constexpr std::string_view kGarbled = "the root helper's answer is not to be understood";
 
 /// Whether the descriptor can be read within the time.
@@ -54,7 +53,7 @@ helper::Answer HelperRights::carryOut(const helper::Request& request) {
   }
   // Between requests there is nothing to say: what is readable now is not the answer to this one.
   if (readableWithin(socket_.get(), 0) || !helper::sendPacket(socket_.get(), *packet)) return giveUp(kGone);
-  if (!readableWithin(socket_.get(), deadline_)) return giveUp(kSilent);
+  if (!readableWithin(socket_.get(), deadline_)) return giveUp(kHelperIsSilent);
   auto answer = helper::receivePacket(socket_.get());
   if (answer.state == helper::Packet::State::Closed) return giveUp(kGone);
   auto reply =

@@ -16,7 +16,6 @@ namespace corvane {
 namespace {
 
 constexpr const char* kShell = "/bin/sh";
-constexpr std::string_view kAdministratorRight = "system.privilege.admin";
 
 LaunchStatus statusOf(helper::Outcome outcome) {
   switch (outcome) {

@@ -19,6 +19,8 @@ class LinuxRights : public Authorization {
 
 /// The beginning of the log line that says why the lock stays closed.
 inline constexpr std::string_view kNoRights = "Could not get administrator rights: ";
+/// Why they were not had, or have ended: nothing came within the deadline.
+inline constexpr std::string_view kHelperIsSilent = "the root helper does not answer";
 
 /// Commands carried out in this process, with the user's own rights. What others than root and the user can
 /// change is distrusted, as by the helper.

@@ -116,9 +116,8 @@ void PolkitAsking::socketReady() {
     return;
   }
   // The exit status tells why; something that hangs up and stays is not waited for longer than for an answer.
-  deadline_ = runLoop_.scheduleTimer(options_.answerDeadline, false, [this] {
-    answer(AuthorizationOutcome::Unavailable, "the root helper does not answer");
-  });
+  deadline_ = runLoop_.scheduleTimer(options_.answerDeadline, false,
+                                     [this] { answer(AuthorizationOutcome::Unavailable, kHelperIsSilent); });
   const auto source = std::move(socketSource_);
   socket_.reset();
 }

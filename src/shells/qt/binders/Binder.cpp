@@ -62,24 +62,19 @@ void Binder::showOrHide() {
   returnKeyboard(widget_);
 }
 
-void Binder::setPlacement(Placement placement) {
-  placement_ = placement;
+void Binder::placeHorizontally() {
+  isPlacedHorizontally_ = true;
   if (widget_.parentWidget() != nullptr) widget_.parentWidget()->installEventFilter(this);
   place();
 }
 
 void Binder::place() {
   const QWidget* parent = widget_.parentWidget();
-  if (placement_ == Placement::Layout || parent == nullptr) return;
+  if (!isPlacedHorizontally_ || parent == nullptr) return;
   const Rect& frame = control_.frame();
   const int left = std::max(0, qRound(frame.x));
   const int right = std::min(parent->width(), qRound(frame.x + frame.width));
-  if (placement_ == Placement::Horizontal) {
-    widget_.setGeometry(left, widget_.y(), std::max(0, right - left), widget_.height());
-  } else {
-    const int top = parent->height() - qRound(frame.y + frame.height);
-    widget_.setGeometry(left, top, std::max(0, right - left), qRound(frame.height));
-  }
+  widget_.setGeometry(left, widget_.y(), std::max(0, right - left), widget_.height());
 }
 
 bool Binder::eventFilter(QObject* watched, QEvent* event) {

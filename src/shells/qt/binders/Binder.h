@@ -11,19 +11,13 @@
 
 namespace corvane::qt {
 
-/// Who places the widget.
-enum class Placement {
-  Layout,      // the interface file
-  Horizontal,  // x and width are the control's frame, the rest the interface file's
-  Frame,       // the control's frame; the vertical axis is turned round
-};
-
 class Binder : public QObject {
   Q_OBJECT
 
  public:
   ~Binder() override;
-  void setPlacement(Placement placement);
+  /// From now on x and width are those of the control's frame; the rest stays the interface file's.
+  void placeHorizontally();
 
  protected:
   Binder(Control& control, QWidget& widget);
@@ -47,7 +41,7 @@ class Binder : public QObject {
 
   Control& control_;
   QWidget& widget_;
-  Placement placement_ = Placement::Layout;
+  bool isPlacedHorizontally_ = false;
 };
 
 }  // namespace corvane::qt

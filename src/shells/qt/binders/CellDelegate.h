@@ -38,7 +38,7 @@ class CellDelegate final : public QStyledItemDelegate {
                                         const QPoint& point) const;
   /// Presses the cell's button; false when the cell has none.
   bool press(const QModelIndex& index);
-  /// Whether the user may edit the cell in a widget now; `typed`: in one that is typed in.
+  /// Whether the user may edit the cell in a widget now; `mayType`: in one that is typed in.
   [[nodiscard]] bool mayEdit(const QModelIndex& index) const;
   [[nodiscard]] bool mayType(const QModelIndex& index) const;
   /// The editor that was opened last, while there is one.

@@ -5,10 +5,11 @@
 #include <QFileInfo>
 
 #include "Text.h"
+#include "pane/Deployment.h"
 
 namespace corvane::qt {
 
-std::string QtBundle::name() { return "Monitoring Client"; }
+std::string QtBundle::name() { return deployment::kPaneName; }
 
 std::string QtBundle::pathForResource(std::string_view name, std::string_view type) {
   if (type.empty()) return pathForAuxiliaryExecutable(name);  // what has no type is a tool

@@ -99,7 +99,7 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     // By the platform's rule the first button has the Return key unless the alert says otherwise.
     const std::string key = description.keyEquivalent.value_or(index == 0 ? kReturnKey : "");
     if (key == kReturnKey && default_ == nullptr) default_ = button;
-    if (description.title == "Cancel") cancel_ = button;
+    if (description.cancels) cancel_ = button;
   }
   if (buttons_.size() == 1) cancel_ = buttons_.front();
   if (cancel_ != nullptr) cancel_->setEscapes(true);

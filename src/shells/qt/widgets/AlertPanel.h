@@ -1,6 +1,6 @@
 // The contents of an alert: icon, bold message, informative text, perhaps a check box, and buttons from the
-// right. Return presses the button with that key; Escape presses "Cancel" or the only button. A text that is
-// too long for the window scrolls, also with the Page keys.
+// right. Return presses the button with that key; Escape presses the one that cancels, or the only one. A
+// text that is too long for the window scrolls, also with the Page keys.
 #pragma once
 
 #include <QWidget>
