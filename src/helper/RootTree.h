@@ -35,13 +35,14 @@ class RootTree {
   /// in place and keeps its owner and mode; a new one has mode 644. When the copy fails, a file that existed
   /// has its old contents and the staging file stays.
   [[nodiscard]] Reply writeTarget(const std::string& name, const std::string& folder) const;
-  /// Copies the folder's file into a fresh staging file "read-NAME" that only the user can read. Asking for a
-  /// file that is missing is no mistake, and an outcome of its own; any other failure counts as not started.
+  /// Copies the folder's file into a fresh staging file "read-NAME" that only the user can read. That the
+  /// file is missing is an outcome of its own; any other failure counts as not started.
   [[nodiscard]] Reply readSource(const std::string& folder, const std::string& name) const;
   /// Makes the folder and those above it that are missing, with mode 755.
   [[nodiscard]] Reply makeFolders(const std::string& folder) const;
   /// Gives the files of the housekeeping list the mode 644: regular ones with one link. What is missing is
-  /// passed over. The others are done whatever becomes of one; the answer is the first that was not.
+  /// passed over. A file that can't be changed does not keep the others from it; the answer tells of the
+  /// first.
   [[nodiscard]] Reply resetModes() const;
   /// Nothing (Started) when the program may be run: a regular file below the folder, reached through folders
   /// and links that nobody else can change, standing at the same place for a shell that resolves the path

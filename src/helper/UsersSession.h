@@ -4,8 +4,9 @@
 
 namespace corvane::helper {
 
-/// Default signals and mask; for root also no limit, priority or preference as a victim that the session has
-/// set. Another user keeps those, which are theirs. May be called after a fork.
+/// Sets signals and mask to their defaults, and for root also limits, priority and what makes the system
+/// choose a process when memory runs out. Another user keeps these, which are theirs. May be called after a
+/// fork.
 void leaveUsersSession();
 
 }  // namespace corvane::helper

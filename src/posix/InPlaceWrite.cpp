@@ -23,7 +23,8 @@ int writeAll(WritableFile& file, std::string_view bytes, std::size_t offset) {
   return 0;
 }
 
-/// A write that stays within as many aligned bytes is not cut off, neither by a kill nor by a full disk.
+/// A write that stays inside one aligned page of so many bytes is never cut off, neither by a kill nor by a
+/// full disk.
 constexpr std::size_t kPage = 4096;
 
 /// What hides a part of an XML file from its readers.

@@ -236,7 +236,7 @@ class TreeBuilder {
 
   /// An object that is referred to from several places is read into each of them, since values can be changed
   /// in place. A small file could so stand for an endless tree; what reading it takes in memory, all told, is
-  /// bounded by 256 times the file's size and 4 MB. Set aside are the stack of open containers and the one
+  /// bounded by 256 times the file's size and 4 MB. Not counted are the stack of open containers and the one
   /// text or data that is read before it is paid for.
   [[nodiscard]] static std::size_t allowanceFor(std::size_t fileSize) noexcept {
     return (4U << 20) - (256U << 10) + (256 - 4) * fileSize;

@@ -18,8 +18,8 @@ inline constexpr std::size_t kLargestPropertyListFile = std::size_t{64} << 20;
 
 /// The value in these bytes (XML or binary, told apart by their beginning), or nothing when they are not a
 /// property list, or when there is no memory for it. Never throws, never recurses with the input, bounded in
-/// time and memory by the size of the input: at most 24 times as much for XML and 256 times for the binary
-/// format, and 4 MB.
+/// time and memory by the size of the input: at most 24 times its size for XML, 256 times for the binary
+/// format, and 4 MB more in both.
 [[nodiscard]] PropertyList readPropertyList(std::string_view bytes);
 
 /// The XML form of the value; nothing when it is empty, holds an empty handle, is cyclic, nested deeper
