@@ -7,8 +7,11 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <poll.h>
+#include <sched.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/sysinfo.h>
 #include <sys/wait.h>
 
 #include "TreeFixture.h"
@@ -184,11 +187,19 @@ struct Limit {
   rlim_t unit;
   rlim_t usual = RLIM_INFINITY;  // what a program of root's has
 };
-constexpr Limit kSessionLimits[] = {{RLIMIT_CORE, 'c', 1024},      {RLIMIT_DATA, 'd', 1024},
-                                    {RLIMIT_FSIZE, 'f', 1024},     {RLIMIT_MEMLOCK, 'l', 1024},
-                                    {RLIMIT_NOFILE, 'n', 1, 1024}, {RLIMIT_STACK, 's', 1024, 8 << 20},
-                                    {RLIMIT_CPU, 't', 1},          {RLIMIT_NPROC, 'u', 1},
-                                    {RLIMIT_AS, 'v', 1024},        {RLIMIT_SIGPENDING, 'i', 1}};
+constexpr Limit kSessionLimits[] = {{RLIMIT_CORE, 'c', 1024},
+                                    {RLIMIT_DATA, 'd', 1024},
+                                    {RLIMIT_FSIZE, 'f', 1024},
+                                    {RLIMIT_MEMLOCK, 'l', 1024},
+                                    {RLIMIT_NOFILE, 'n', 1, 1024},
+                                    {RLIMIT_STACK, 's', 1024, 8 << 20},
+                                    {RLIMIT_CPU, 't', 1},
+                                    {RLIMIT_NPROC, 'u', 1},
+                                    {RLIMIT_AS, 'v', 1024},
+                                    {RLIMIT_SIGPENDING, 'i', 1},
+                                    {RLIMIT_NICE, 'e', 1, 0},
+                                    {RLIMIT_RTPRIO, 'r', 1, 0},
+                                    {RLIMIT_MSGQUEUE, 'q', 1, 819200}};
 
 /// A user's session with little of everything.
 void narrowSession() {
@@ -201,6 +212,13 @@ void narrowSession() {
     ::setrlimit(limit.resource, &little);
   }
   ::setpriority(PRIO_PROCESS, 0, 7);
+  const sched_param idle{};
+  ::sched_setscheduler(0, SCHED_IDLE, &idle);
+  ::syscall(SYS_ioprio_set, 1, 0, 3 << 13);
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  CPU_SET(0, &one);
+  ::sched_setaffinity(0, sizeof one, &one);
   const FileDescriptor score(::open("/proc/self/oom_score_adj", O_WRONLY | O_CLOEXEC));
   (void)!::write(score.get(), "500", 3);
   (void)std::signal(SIGXFSZ, SIG_DFL);
@@ -221,7 +239,9 @@ TEST_F(Session, LimitsAndPriorityOfTheUsersSessionReachNeitherTheHelperNorWhatIt
         (usual == RLIM_INFINITY ? "unlimited" : std::to_string(std::min(usual, own.rlim_max) / unit)) + " ";
   }
   const auto plugin =
-      script("Library/Corvane/Plugins/check_x", text + "echo $(nice) $(cat /proc/self/oom_score_adj)\n");
+      script("Library/Corvane/Plugins/check_x", text +
+                                                    "echo $(nice) $(cat /proc/self/oom_score_adj) $(chrt -p "
+                                                    "$$ | grep -o SCHED_.*) $(ionice) $(nproc)\n");
   Helper helper(folder.path(), narrowSession);
   ASSERT_TRUE(helper.saysHello());
   const auto staging = stage("a.plist", std::string(5000, 'n'));
@@ -229,7 +249,8 @@ TEST_F(Session, LimitsAndPriorityOfTheUsersSessionReachNeitherTheHelperNorWhatIt
       {.program = "/bin/cp", .arguments = {staging, folder / "Library/Corvane/PluginSupport/a.plist"}}));
   expectDone(helper.ask(validation(plugin)));
   ASSERT_TRUE(helper.last.descriptors[0]);
-  EXPECT_EQ(readToEnd(helper.last.descriptors[0].get()), expected + "0 0\n");
+  EXPECT_EQ(readToEnd(helper.last.descriptors[0].get()),
+            expected + "0 0 SCHED_OTHER none: prio 0 " + std::to_string(::get_nprocs()) + "\n");
 }
 
 /// A write in a process that may open no further file fails for that reason, and for no other.
