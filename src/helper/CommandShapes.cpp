@@ -1,7 +1,6 @@
 #include "helper/CommandShapes.h"
 
 #include <algorithm>
-#include <array>
 #include <climits>
 
 namespace corvane::helper {
@@ -10,20 +9,11 @@ namespace {
 constexpr std::size_t kLongestName = 255;
 constexpr std::string_view kRootHome = "/var/root";
 
-/// Whether a part of the path, between two slashes, is "..".
-bool climbs(std::string_view path) {
-  for (std::size_t begin = 0; begin <= path.size();) {
-    const auto end = std::min(path.find('/', begin), path.size());
-    if (path.substr(begin, end - begin) == "..") return true;
-    begin = end + 1;
-  }
-  return false;
-}
-
 /// An absolute path of a sensible length that does not climb and ends in a name.
 bool isPlainPath(std::string_view path) {
   return path.starts_with('/') && path.size() < PATH_MAX && !path.ends_with('/') && !path.ends_with("/.") &&
-         path.size() - path.rfind('/') - 1 <= kLongestName && !climbs(path);
+         path.size() - path.rfind('/') - 1 <= kLongestName &&
+         (std::string(path) + "/").find("/../") == std::string::npos;
 }
 
 std::string_view nameOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
@@ -84,26 +74,17 @@ Command recognizeModes(const std::vector<std::string>& arguments) {
   return ResetModes{};
 }
 
-struct ScriptLine {
-  std::string_view script;
-  std::vector<std::string_view> arguments;
-};
-
-const std::array<ScriptLine, 4>& scriptLines() {
-  static const std::array<ScriptLine, 4> lines{{
-      {"/Library/Corvane/RunClient", {"--log-parent", "prefpane-client", "--force"}},
-      {"/Library/Corvane/RunUpdater", {"--log-parent", "prefpane-updater", "--force"}},
-      {"/Library/Corvane/RunClient", {"--log-parent", "prefpane-remove", "--remove"}},
-      {"/Library/Corvane/RunClient", {"--log-parent", "prefpane-remove", "--remove", "--quiet"}},
-  }};
-  return lines;
-}
-
 Command recognizeScript(const std::vector<std::string>& arguments, const Place& place) {
-  for (const auto& line : scriptLines()) {
-    if (arguments.size() < 2 || arguments[1] != place.root + std::string(line.script)) continue;
-    if (std::equal(arguments.begin() + 2, arguments.end(), line.arguments.begin(), line.arguments.end())) {
-      return RunScript{std::string(line.script), {arguments.begin() + 2, arguments.end()}};
+  static const std::vector<std::string> lines[] = {
+      {"/Library/Corvane/RunClient", "--log-parent", "prefpane-client", "--force"},
+      {"/Library/Corvane/RunUpdater", "--log-parent", "prefpane-updater", "--force"},
+      {"/Library/Corvane/RunClient", "--log-parent", "prefpane-remove", "--remove"},
+      {"/Library/Corvane/RunClient", "--log-parent", "prefpane-remove", "--remove", "--quiet"},
+  };
+  for (const auto& line : lines) {
+    if (arguments.size() > 1 && arguments[1] == place.root + line[0] &&
+        std::equal(arguments.begin() + 2, arguments.end(), line.begin() + 1, line.end())) {
+      return RunScript{line[0], {arguments.begin() + 2, arguments.end()}};
     }
   }
   return Refusal{"not one of the command lines of the client's scripts"};

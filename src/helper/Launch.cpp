@@ -26,12 +26,6 @@ std::vector<char*> vectorOf(const Program& program) {
   return vector;
 }
 
-void closeOnExecFrom(unsigned first) {
-  if (::close_range(first, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
-  for (int number = static_cast<int>(first); number < 1024; ++number)
-    (void)::fcntl(number, F_SETFD, FD_CLOEXEC);
-}
-
 /// In a child: becomes the program. Tells the error through `report` when that fails.
 [[noreturn]] void become(char* const* vector, int output, int report) {
   leaveUsersSession();
@@ -39,21 +33,12 @@ void closeOnExecFrom(unsigned first) {
   // Above the standard streams: in the place of a closed one it would be overwritten by the output.
   const int null = opened < 0 ? -1 : ::fcntl(opened, F_DUPFD, 3);
   if (::chdir("/") == 0 && null >= 0 && ::dup2(null, 0) >= 0 && ::dup2(output >= 0 ? output : null, 1) >= 0 &&
-      ::dup2(null, 2) >= 0) {
-    closeOnExecFrom(3);
+      ::dup2(null, 2) >= 0 && ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC) == 0) {
     ::execve(vector[0], vector, const_cast<char* const*>(kEnvironment));
   }
   const int error = errno;
   (void)!::write(report, &error, sizeof error);
   ::_exit(kCannotExecute);
-}
-
-int awaitEnd(pid_t child) {
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return -1;
-  }
-  return status;
 }
 
 /// What a child told of its start: 0 once the program runs, or the error.
@@ -87,7 +72,8 @@ int forkOrphan(int report, const Body& body) {
     }
     ::_exit(0);
   }
-  (void)awaitEnd(between);
+  while (::waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
+  }
   return 0;
 }
 
