@@ -3,9 +3,11 @@
 # parse parts of C++20 in Objective-C++); the rest of the product may be compiled with any compiler.
 set(APPKIT_MISSING "")
 add_library(AppKit::AppKit INTERFACE IMPORTED)
+set(CMAKE_OBJCXX_STANDARD 20)
 if(APPLE)
   enable_language(OBJCXX)
-  target_link_libraries(AppKit::AppKit INTERFACE "-framework Cocoa" "-framework PreferencePanes")
+  target_link_libraries(AppKit::AppKit INTERFACE
+    "-framework AppKit" "-framework Foundation" "-framework PreferencePanes" objc)
   return()
 endif()
 
@@ -25,7 +27,6 @@ endif()
 
 set(CMAKE_OBJCXX_COMPILER ${CORVANE_OBJCXX})
 set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
-set(CMAKE_OBJCXX_STANDARD 20)
 enable_language(OBJCXX)
 set(CMAKE_OBJCXX_FLAGS_RELWITHDEBINFO ${CMAKE_CXX_FLAGS_RELWITHDEBINFO})
 # The runtime of Objective-C comes with GCC.

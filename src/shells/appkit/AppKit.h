@@ -7,7 +7,9 @@
 #import <PreferencePanes/PreferencePanes.h>
 
 #ifndef __APPLE__
+#import "gnustep/GNUstepEntryCell.h"
 #import "gnustep/GNUstepOutline.h"
+#import "gnustep/GNUstepTabView.h"
 #endif
 
 namespace corvane::appkit {
@@ -68,14 +70,19 @@ inline void setSpokenName(NSView* /*view*/, NSString* /*name*/) {}  // there is 
 
 }  // namespace corvane::appkit
 
-// The outline of a Mac has rows of several heights and its triangles where it is told. GNUstep declares the
-// protocols of outlines and tab views otherwise.
+// The outline of a Mac has rows of several heights and its triangles where it is told, its tab view takes the
+// keyboard, its text cells draw their placeholders. GNUstep declares the protocols of outlines and tab views
+// otherwise.
 #ifdef __APPLE__
 #define CORVANE_OUTLINE_VIEW NSOutlineView
+#define CORVANE_TAB_VIEW NSTabView
+#define CORVANE_ENTRY_CELL NSTextFieldCell
 #define CORVANE_TAB_VIEW_DELEGATE <NSTabViewDelegate>
 #define CORVANE_OUTLINE_DELEGATE <NSOutlineViewDataSource, NSOutlineViewDelegate>
 #else
 #define CORVANE_OUTLINE_VIEW GNUstepOutline
+#define CORVANE_TAB_VIEW GNUstepTabView
+#define CORVANE_ENTRY_CELL GNUstepEntryCell
 #define CORVANE_TAB_VIEW_DELEGATE
 #define CORVANE_OUTLINE_DELEGATE
 #endif

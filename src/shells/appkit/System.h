@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -31,9 +32,8 @@ class System {
 /// Makes an alert, which is shown right after this call, ready: with the accessory (nil for none) in it, and
 /// with the keyboard where Return presses the button that has it as its key.
 void prepareAlert(NSAlert* alert, NSView* accessory);
-/// Opens the menu of a cell for who uses the keyboard; the cell's action is sent when an item was chosen.
-void openMenu(NSPopUpButtonCell* cell, NSRect frame, NSView* view);
-/// A cell for a text that the user may type; it shows its placeholder while it is empty.
-[[nodiscard]] NSTextFieldCell* makeEntryCell();
+/// Opens the menu of a cell for who uses the keyboard. The cell's action is sent when an item was chosen,
+/// then `closed` is called; it is called too when none was chosen.
+void openMenu(NSPopUpButtonCell* cell, NSRect frame, NSView* view, std::function<void()> closed);
 
 }  // namespace corvane::appkit

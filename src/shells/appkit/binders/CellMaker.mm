@@ -22,6 +22,7 @@ bool isPushButton(const ButtonCell& cell) {
 template <typename TextCell>
 NSCell* makeField(NSTextFieldCell* cell, const TextCell& description) {
   [cell setEditable:description.editable];
+  [cell setSelectable:description.editable];
   [cell setBezeled:description.editable];
   [cell setDrawsBackground:description.editable];
   [cell setScrollable:description.editable];
@@ -45,9 +46,7 @@ struct Make {
     return [[NSPopUpButtonCell alloc] initTextCell:@"" pullsDown:description.pullsDown];
   }
   NSCell* operator()(const TextFieldCell& description) const {
-    NSTextFieldCell* cell =
-        description.editable ? [makeEntryCell() retain] : [[NSTextFieldCell alloc] initTextCell:@""];
-    return makeField(cell, description);
+    return makeField([[CORVANE_ENTRY_CELL alloc] initTextCell:@""], description);
   }
   NSCell* operator()(const SecureTextFieldCell& description) const {
     NSSecureTextFieldCell* cell = [[NSSecureTextFieldCell alloc] initTextCell:@""];

@@ -1,5 +1,7 @@
 #import "binders/TextFieldBinder.h"
 
+#include <objc/runtime.h>
+
 #import "Text.h"
 
 namespace corvane::appkit {
@@ -50,7 +52,10 @@ bool TextFieldBinder::abortEditing() {
 }
 
 void TextFieldBinder::show() {
-  if (!field_.placeholder().empty()) [[widget_ cell] setPlaceholderString:toNSString(field_.placeholder())];
+  if (!field_.placeholder().empty()) {
+    auto* cell = static_cast<NSTextFieldCell*>([widget_ cell]);
+    [cell setPlaceholderString:toNSString(field_.placeholder())];
+  }
   if (offering_) return;  // the toolkit is told by the answer
   NSString* text = toNSString(field_.stringValue());
   if (NSText* editor = [widget_ currentEditor]) {

@@ -36,6 +36,13 @@ std::unique_ptr<System> makeSystem(const ToolkitServices& toolkit) {
   return std::make_unique<GNUstepSystem>(toolkit);
 }
 
+NSImage* iconForTypeCode(const std::string& typeCode) {
+  if (typeCode == "fldr") return [NSImage imageNamed:@"common_Folder"];
+  if (typeCode == "trsh") return [NSImage imageNamed:@"common_RecyclerEmpty"];
+  if (typeCode == "docu") return [NSImage imageNamed:@"common_Unknown"];
+  return nil;
+}
+
 std::uint32_t heldModifierFlags() { return static_cast<std::uint32_t>([[NSApp currentEvent] modifierFlags]); }
 
 }  // namespace corvane::appkit

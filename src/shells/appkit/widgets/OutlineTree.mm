@@ -1,5 +1,7 @@
 #import "widgets/OutlineTree.h"
 
+#include <objc/runtime.h>
+
 @implementation CorvaneOutlineTree
 
 - (NSRect)frameOfOutlineCellAtRow:(NSInteger)row {

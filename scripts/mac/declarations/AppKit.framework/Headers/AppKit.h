@@ -6,7 +6,7 @@
 extern "C" {
 #endif
 
-@class NSButtonCell, NSCell, NSMenuItem, NSScrollView, NSColor, NSEvent, NSFont, NSImage, NSMenu, NSOutlineView, NSTableColumn, NSTableHeaderCell, NSTableHeaderView, NSTableView, NSTabView, NSTabViewItem, NSText, NSTextView, NSView, NSWindow;
+@class NSButtonCell, NSCell, NSClipView, NSMenuItem, NSScrollView, NSColor, NSEvent, NSFont, NSImage, NSMenu, NSOutlineView, NSTableColumn, NSTableHeaderCell, NSTableHeaderView, NSTableView, NSTabView, NSTabViewItem, NSText, NSTextView, NSView, NSWindow;
 
 // https://developer.apple.com/documentation/appkit/nsstandardkeybindingresponding
 @protocol NSStandardKeyBindingResponding <NSObject>
@@ -95,7 +95,7 @@ typedef enum : NSInteger { NSTextAlignmentLeft = 0, NSTextAlignmentCenter = 1, N
 - (NSText*)currentEditor;
 - (BOOL)abortEditing;
 - (void)validateEditing;
-// deprecated: the pane's tables are made of cells, as System Preferences' own were; views for rows are another design
+// deprecated: tables and fields are made of cells here, whose formatters and frames the pane sets
 @property (retain) NSCell* cell;
 @end
 
@@ -163,6 +163,7 @@ typedef enum : NSUInteger { NSButtonTypeSwitch = 3, NSButtonTypeMomentaryChange 
 @property NSBezelStyle bezelStyle;
 @property NSCellImagePosition imagePosition;
 @property (copy) NSString* keyEquivalent;
+@property (copy) NSAttributedString* attributedTitle;
 - (void)setButtonType:(NSButtonType)type;
 @end
 
@@ -264,6 +265,8 @@ enum { NSLeftArrowFunctionKey = 0xF702, NSRightArrowFunctionKey = 0xF703 };
 @property (getter=isFieldEditor) BOOL fieldEditor;
 @property NSRange selectedRange;
 @end
+// deprecated: GNUstep has only this name of it
+enum { NSIllegalTextMovement = 0, NSReturnTextMovement = 16 };
 
 // https://developer.apple.com/documentation/appkit/nstextviewdelegate
 @protocol NSTextViewDelegate <NSTextDelegate>
@@ -283,10 +286,15 @@ typedef enum : NSUInteger { NSNoTitle = 0 } NSTitlePosition;
 @property NSTitlePosition titlePosition;
 @end
 
+// https://developer.apple.com/documentation/appkit/nsclipview
+@interface NSClipView : NSView
+@end
+
 // https://developer.apple.com/documentation/appkit/nsscrollview
 typedef enum : NSUInteger { NSNoBorder = 0, NSLineBorder = 1, NSBezelBorder = 2 } NSBorderType;
 typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNone = 1, NSScrollElasticityAllowed = 2 } NSScrollElasticity;
 @interface NSScrollView : NSView
+@property (retain) NSClipView* contentView;
 @property (retain) NSView* documentView;
 @property NSBorderType borderType;
 @property BOOL hasVerticalScroller;
@@ -377,6 +385,8 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 
 // https://developer.apple.com/documentation/appkit/nsoutlineview
 @interface NSOutlineView : NSTableView
+@property (assign) id<NSOutlineViewDelegate> delegate;
+@property (assign) id<NSOutlineViewDataSource> dataSource;
 @property (assign) NSTableColumn* outlineTableColumn;
 @property BOOL autoresizesOutlineColumn;
 @property CGFloat indentationPerLevel;
@@ -465,6 +475,7 @@ typedef enum : NSUInteger { NSBackingStoreBuffered = 2 } NSBackingStoreType;
 - (void)close;
 - (void)setContentSize:(NSSize)size;
 - (void)recalculateKeyViewLoop;
+- (void)selectKeyViewFollowingView:(NSView*)view;
 - (void)endEditingFor:(id)object;
 - (NSText*)fieldEditor:(BOOL)create forObject:(id)object;
 @end
@@ -590,6 +601,11 @@ typedef enum : NSInteger { NSUnderlineStyleSingle = 1 } NSUnderlineStyle;
 // https://developer.apple.com/documentation/foundation/nsstring/sizewithattributes:
 @interface NSString (Drawing)
 - (NSSize)sizeWithAttributes:(NSDictionary*)attributes;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsattributedstring/size()
+@interface NSAttributedString (Drawing)
+- (NSSize)size;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsgraphicscontext

@@ -2,6 +2,7 @@
 #pragma once
 #import <CoreGraphics/CoreGraphics.h>
 #import <objc/NSObject.h>
+#include <limits.h>
 #include <stdarg.h>
 
 #if defined(__cplusplus)
@@ -35,6 +36,10 @@ NSRect NSIntersectionRect(NSRect left, NSRect right);
 BOOL NSPointInRect(NSPoint point, NSRect rect);
 BOOL NSMouseInRect(NSPoint point, NSRect rect, BOOL flipped);
 
+// https://developer.apple.com/documentation/foundation/max
+#define MIN(left, right) ((left) < (right) ? (left) : (right))
+#define MAX(left, right) ((left) < (right) ? (right) : (left))
+
 // https://developer.apple.com/documentation/foundation/nsrange
 typedef struct _NSRange { NSUInteger location; NSUInteger length; } NSRange;  // _NSRange
 typedef NSRange* NSRangePointer;
@@ -58,13 +63,18 @@ typedef struct { unsigned long state; id __unsafe_unretained* itemsPtr; unsigned
 typedef NSString* NSRunLoopMode;
 extern const NSRunLoopMode NSRunLoopCommonModes;
 
-// https://developer.apple.com/documentation/objectivec/nsobject
-@interface NSObject (Delayed)
-- (void)performSelector:(SEL)selector withObject:(id)argument afterDelay:(NSTimeInterval)delay inModes:(NSArray*)modes;
-+ (void)cancelPreviousPerformRequestsWithTarget:(id)target;
+// https://developer.apple.com/documentation/foundation/nsrunloop
+@interface NSRunLoop : NSObject
+@property (class, readonly) NSRunLoop* currentRunLoop;
+- (void)performSelector:(SEL)selector target:(id)target argument:(id)argument order:(NSUInteger)order modes:(NSArray*)modes;
 @end
 
+// https://developer.apple.com/documentation/foundation/nshfstypecodes
+typedef UInt32 OSType;
+NSString* NSFileTypeForHFSTypeCode(OSType code);
+
 // https://developer.apple.com/documentation/foundation/nsstring
+typedef unsigned short unichar;
 typedef NSUInteger NSStringEncoding;
 enum { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 5 };
 @interface NSString : NSObject <NSCopying>
@@ -73,8 +83,8 @@ enum { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 5 };
 @property (readonly) NSString* lowercaseString;
 - (id)initWithBytes:(const void*)bytes length:(NSUInteger)length encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
-- (BOOL)isEqualToString:(NSString*)other;
-- (unsigned short)characterAtIndex:(NSUInteger)index;
+- (unichar)characterAtIndex:(NSUInteger)index;
+@property (readonly) NSString* stringByResolvingSymlinksInPath;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsconstantstring
@@ -191,8 +201,10 @@ typedef NSString* NSAttributedStringKey;
 // https://developer.apple.com/documentation/foundation/nsnotification
 typedef NSString* NSNotificationName;
 @interface NSNotification : NSObject
+@property (readonly) NSNotificationName name;
 @property (readonly) id object;
 @property (readonly) NSDictionary* userInfo;
++ (id)notificationWithName:(NSNotificationName)name object:(id)object userInfo:(NSDictionary*)info;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsnotificationcenter
