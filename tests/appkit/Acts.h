@@ -12,7 +12,7 @@
 
 namespace corvane::test {
 
-/// Handles events until the condition holds; false when it does not within ten seconds.
+/// Handles events until the condition holds; false when it does not within a minute.
 [[nodiscard]] bool eventually(const std::function<bool()>& condition);
 /// Handles what is in the queue now and what that leads to at once.
 void settle();

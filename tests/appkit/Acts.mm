@@ -38,7 +38,7 @@ using namespace corvane::appkit;
 
 namespace {
 
-constexpr NSTimeInterval kPatience = 10;
+constexpr NSTimeInterval kPatience = 60;
 constexpr NSTimeInterval kMoment = 0.01;
 
 NSWindow* panelInFront() {
@@ -121,7 +121,11 @@ void settle() {
   constexpr int kRounds = 3;
   for (int round = 0; round < kRounds; ++round) {
     CorvaneFence* fence = [[CorvaneFence new] autorelease];
-    [fence performSelector:@selector(pass) withObject:nil afterDelay:0 inModes:commonModes()];
+    [[NSRunLoop currentRunLoop] performSelector:@selector(pass)
+                                         target:fence
+                                       argument:nil
+                                          order:0
+                                          modes:commonModes()];
     while (turn(0) || !fence->isPassed_) {
     }
   }

@@ -78,10 +78,15 @@ TEST_F(AppKitDialogsTest, ReturnPressesTheButtonThatHasItAsItsKeyAndNotTheFirstO
 }
 
 TEST_F(AppKitDialogsTest, SheetsOpenOneAfterAnother) {
-  begin(telling("First"), "first");
-  begin(asking(), "second");
-  EXPECT_TRUE(answering([] {}, "OK"));
-  EXPECT_TRUE(answering([] {}, "Remove"));
+  const auto pressing = [](const char* title) {
+    return Answer([title](NSWindow* sheet) { [buttonTitled([sheet contentView], title) performClick:nil]; });
+  };
+  EXPECT_TRUE(answering(
+      [&] {
+        begin(telling("First"), "first");
+        begin(asking(), "second");
+      },
+      {pressing("OK"), pressing("Remove")}));
   waitForAll();
   EXPECT_EQ(ended, (Ended{"first 1000", "second 1000"}));
 }

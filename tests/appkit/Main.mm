@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     [[maybe_unused]] const auto written = ::write(2, kText, sizeof kText - 1);
     ::_exit(1);
   });
-  ::alarm(240);
+  ::alarm(840);
   NSAutoreleasePool* pool = [NSAutoreleasePool new];
   [NSApplication sharedApplication];
   [NSApp finishLaunching];

@@ -378,6 +378,22 @@ TEST_F(AppKitOutline, TheKeyboardChoosesFromAMenu) {
   EXPECT_EQ(tree.writes, 1);
 }
 
+TEST_F(AppKitOutline, TheRowsStayWhileAMenuIsOpen) {
+  tree.values["menu"] = PropertyList::integer(0);
+  goTo("menu");
+  for (const char* end : {kReturn, kEscape}) {
+    press(window, " ");
+    EXPECT_TRUE(outline.holdsRows());
+    press(window, end);
+    EXPECT_FALSE(outline.holdsRows());
+  }
+  press(window, " ");
+  [window makeFirstResponder:nil];
+  settle();
+  EXPECT_FALSE(outline.holdsRows());
+  EXPECT_EQ(tree.writes, 0);
+}
+
 TEST_F(AppKitOutline, ARowThatTheKeyboardIsOnIsMarkedWithoutASelection) {
   outline.setHighlightsSelection(false);
   goTo("switch");

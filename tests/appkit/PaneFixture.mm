@@ -13,6 +13,8 @@ Host::Host(const std::string& root)
   [window_ setTitle:@"Monitoring Client"];
   [[NSUserDefaults standardUserDefaults]
       registerDefaults:[NSDictionary dictionaryWithObject:appkit::toNSString(root) forKey:@"CorvaneRoot"]];
+  [window_ makeKeyAndOrderFront:nil];
+  EXPECT_TRUE(eventually([this] { return [window_ isKeyWindow] == YES; }));
   NSAutoreleasePool* pool = [NSAutoreleasePool new];
   NSBundle* bundle = [NSBundle bundleWithPath:appkit::toNSString(CORVANE_PANE_BUNDLE)];
   prefPane_ = [[CorvanePrefPane alloc] initWithBundle:bundle];
@@ -23,8 +25,7 @@ Host::Host(const std::string& root)
   [window_ makeFirstResponder:[prefPane_ initialKeyView]];
   [prefPane_ didSelect];
   [pool drain];
-  [window_ makeKeyAndOrderFront:nil];
-  EXPECT_TRUE(eventually([this] { return [window_ isKeyWindow] == YES; }));
+  settle();
 }
 
 Host::~Host() {

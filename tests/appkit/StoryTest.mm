@@ -114,6 +114,24 @@ class AppKitStory : public AppKitPaneTest, public ::testing::WithParamInterface<
     EXPECT_NE(texts.find(text), std::string::npos) << texts;
   }
 
+  /// Goes with the arrow keys from row to row.
+  template <typename Rows>
+  void stepTo(const Rows& rows, int row) {
+    for (int before = -2; rows.selectedRow() != row && rows.selectedRow() != before;) {
+      before = rows.selectedRow();
+      test::press(window(), before < row ? kDown : kUp);
+    }
+    EXPECT_EQ(rows.selectedRow(), row) << "the arrow keys do not reach the row";
+  }
+
+  /// What a write leads to comes a second late, and selects another row or fills the sheet anew, on purpose.
+  /// It is over when a change that came later has made the plug-ins' rows anew.
+  void waitForTheReloadAfterTheLastWrite() {
+    const OutlineItem before = tree().itemAtRow(0);
+    std::ofstream(demo.paths.pluginSupport + "/note.txt") << "changed";
+    EXPECT_TRUE(eventually([&] { return tree().itemAtRow(0) != before; }));
+  }
+
   // The rows of the Plugins tab.
   [[nodiscard]] OutlineView& tree() { return plugins().pluginsTable; }
   [[nodiscard]] CorvaneOutlineTree* treeView() { return view<CorvaneOutlineTree>(tree()); }
@@ -134,13 +152,10 @@ class AppKitStory : public AppKitPaneTest, public ::testing::WithParamInterface<
   }
   /// Brings the row up, its plug-in opened, and answers with its number.
   int rowOf(const TreeRow& wanted) {
+    waitForTheReloadAfterTheLastWrite();
     OutlineItem item = childCalled({}, wanted.plugin);
     if (wanted.option != nullptr) {
-      if (!tree().isItemExpanded(item)) {
-        open(item);
-        item = childCalled({}, wanted.plugin);  // a reload that came meanwhile has made the rows anew
-        EXPECT_TRUE(tree().isItemExpanded(item)) << wanted.plugin;
-      }
+      if (!tree().isItemExpanded(item)) open(item);
       item = childCalled(item, wanted.option);
       if (wanted.value >= 0) item = tree().childOfItem(item, static_cast<std::size_t>(wanted.value));
     }
@@ -163,13 +178,7 @@ class AppKitStory : public AppKitPaneTest, public ::testing::WithParamInterface<
   }
   void goDownTo(int row) {
     tabTo(treeView());
-    if (tree().selectedRow() < 0) test::press(window(), kDown);
-    while (tree().selectedRow() != row) {
-      const int before = tree().selectedRow();
-      test::press(window(), before < row ? kDown : kUp);
-      if (tree().selectedRow() == before) break;
-    }
-    EXPECT_EQ(tree().selectedRow(), row) << "the arrow keys do not reach the row";
+    stepTo(tree(), row);
   }
   /// `column` 0 is the check box of a plug-in.
   void actOn(const TreeRow& wanted, int column = 1) {
@@ -264,8 +273,7 @@ void AppKitStory::useVolumes() {
         click(table, NSMakePoint(20, NSMidY([table rectOfRow:row])));
       } else {
         tabTo(table);
-        while (options().volumesTable.selectedRow() != row)
-          test::press(window(), options().volumesTable.selectedRow() < row ? kDown : kUp);
+        stepTo(options().volumesTable, row);
       }
       EXPECT_EQ(options().volumesTable.selectedRow(), row);
       return;
@@ -279,17 +287,22 @@ void AppKitStory::useVolumes() {
     }
     return PropertyList();
   };
-  select("Backup");
-  use(options().monitorPresenceCheckbox);
-  put(options().monitorPresenceThresholdTextField, "45");
-  use(options().monitorUsageCheckbox);
-  put(options().monitorUsageThresholdTextField, "70");
+  // A threshold is stored with each key.
+  for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{
+           [&] { use(options().monitorPresenceCheckbox); },
+           [&] { put(options().monitorPresenceThresholdTextField, "5"); },
+           [&] { use(options().monitorUsageCheckbox); },
+           [&] { put(options().monitorUsageThresholdTextField, "7"); }}) {
+    select("Backup");
+    act();
+    waitForTheReloadAfterTheLastWrite();
+  }
   EXPECT_EQ(volume("/Volumes/Backup"), PropertyList(Dictionary::make({{"VolumeName", text("Backup")},
                                                                       {"VolumePath", text("/Volumes/Backup")},
                                                                       {"MonitorPresence", flag(false)},
-                                                                      {"PresenceThreshold", number(45)},
+                                                                      {"PresenceThreshold", number(5)},
                                                                       {"MonitorUsage", flag(false)},
-                                                                      {"UsageThreshold", number(70)},
+                                                                      {"UsageThreshold", number(7)},
                                                                       {"Owner", text("Backup team")}})));
   use(options().showAllVolumeTypesButton);
   EXPECT_EQ(textOf(view(options().showAllVolumeTypesButton)), "Hide System Volumes");
@@ -313,12 +326,7 @@ void AppKitStory::useWarnings() {
 }
 
 void AppKitStory::useTimeMachineSheet() {
-  // The reload after the last write comes a second late and fills the sheet anew, on purpose: once it is
-  // over.
-  OutlineView& rows = tree();
-  const OutlineItem before = rows.itemAtRow(0);
-  std::ofstream(demo.paths.pluginSupport + "/note.txt") << "changed";
-  EXPECT_TRUE(eventually([&] { return rows.itemAtRow(0) != before; }));
+  waitForTheReloadAfterTheLastWrite();
   EXPECT_TRUE(answering([&] { use(options().advancedButton); },
                         [&](NSWindow* sheet) {
                           put(options().manuallyTriggerTextField, "4");

@@ -6,11 +6,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <fstream>
+#include <optional>
 #include <set>
 
 #include "InterfaceFile.h"
 #include "StoryFixture.h"
 #include "plugins/SettingTypes.h"
+#include "support/StoryEnd.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 #include "widgets/TabPane.h"
@@ -31,6 +33,7 @@ class Story : public StoryTest {
           settingsOf("check_file_server"), settingsOf("check_files"), settingsOf("check_test_mode")}) {
       remember(path);
     }
+    end.emplace(demo);
   }
 
   void lookAround();
@@ -79,6 +82,7 @@ class Story : public StoryTest {
   }
 
   std::set<std::string> usedTypes;
+  std::optional<StoryEnd> end;
 };
 
 void Story::lookAround() {
@@ -132,16 +136,16 @@ void Story::useVolumes() {
   person->selectRow("volumesTable", "Backup");
   picture("volume selected");
   person->press("monitorPresenceCheckbox");
-  person->fill("monitorPresenceThresholdTextField", "45");
+  person->fill("monitorPresenceThresholdTextField", "5");
   person->press("monitorUsageCheckbox");
-  person->fill("monitorUsageThresholdTextField", "70");
+  person->fill("monitorUsageThresholdTextField", "7");
   picture("volume changed");
   EXPECT_EQ(volume("/Volumes/Backup"), PropertyList(Dictionary::make({{"VolumeName", text("Backup")},
                                                                       {"VolumePath", text("/Volumes/Backup")},
                                                                       {"MonitorPresence", flag(false)},
-                                                                      {"PresenceThreshold", number(45)},
+                                                                      {"PresenceThreshold", number(5)},
                                                                       {"MonitorUsage", flag(false)},
-                                                                      {"UsageThreshold", number(70)},
+                                                                      {"UsageThreshold", number(7)},
                                                                       {"Owner", text("Backup team")}})));
   person->press("showAllVolumeTypesButton");
   EXPECT_EQ(widget<QPushButton>("showAllVolumeTypesButton").text(), QStringLiteral("Hide System Volumes"));
@@ -379,6 +383,7 @@ TEST_P(Story, EveryControlIsUsedAndChangesWhatItStandsForAndNothingElse) {
   useFiles();
   useFolders();
   runTests();
+  end->expect();
   removeTheClient();
   expectThatNothingWasLeftOut();
 }

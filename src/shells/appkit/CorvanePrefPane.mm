@@ -27,6 +27,7 @@
 }
 
 - (void)didSelect {
+  pane_->frame().setTabKeys();
   pane_->sheets().resume();
 }
 

@@ -8,8 +8,6 @@
 
 namespace corvane::appkit {
 
-class TabViewBinder;
-
 class PaneFrame final : public Page {
  public:
   /// The assembly and the stage must live longer; the icon is shown at the lower right.
@@ -18,15 +16,17 @@ class PaneFrame final : public Page {
 
   /// The view of a control anywhere in the pane; nil when it has none.
   [[nodiscard]] NSView* viewOfAny(const Control& control) const;
+  /// Has the Tab key go from the tabs through the page that is shown to the lock and on round the pane. To be
+  /// called whenever the view has come into a window, which may have ordered its views by their places.
+  void setTabKeys();
 
  private:
-  void addHeader(PaneView& view);
-  void addStatus(PaneView& view);
-  void setTabKeys(PaneView& view);
-  void addFooter(PaneView& view, NSImage* icon);
+  void addHeader();
+  void addStatus();
+  void addFooter(NSImage* icon);
   void addTabs(PaneAssembly& assembly, SheetStage& sheets);
 
-  TabViewBinder* tabBinder_ = nullptr;        // one of the page's
+  PaneView& pane_;
   std::vector<std::unique_ptr<Page>> pages_;  // of the tabs, then of the sheets
 };
 

@@ -17,13 +17,11 @@ constexpr CGFloat kMargin = 17;
 }  // namespace
 
 PaneFrame::PaneFrame(PaneAssembly& assembly, SheetStage& sheets, NSImage* icon)
-    : Page(NSMakeSize(kPaneWidth, kHeight)) {
-  PaneView& pane = assembly.view();
-  addHeader(pane);
-  addStatus(pane);
+    : Page(NSMakeSize(kPaneWidth, kHeight)), pane_(assembly.view()) {
+  addHeader();
+  addStatus();
   addTabs(assembly, sheets);
-  addFooter(pane, icon);
-  setTabKeys(pane);
+  addFooter(icon);
 }
 
 PaneFrame::~PaneFrame() { pages_.clear(); }
@@ -36,53 +34,50 @@ NSView* PaneFrame::viewOfAny(const Control& control) const {
   return nil;
 }
 
-void PaneFrame::addHeader(PaneView& pane) {
+void PaneFrame::addHeader() {
   // The room of the header is measured for this font.
   NSFont* font = toNSFont(Font{Font::Family::Arial, 14});
-  for (Button* button : {&pane.greetingButton, &pane.urlButton}) {
+  for (Button* button : {&pane_.greetingButton, &pane_.urlButton}) {
     NSButton* shown = labelButton(*button, toNSRect(button->frame()), kCentered, Placement::Horizontal);
     [shown setFont:font];
   }
 }
 
-// The Tab key goes from the tabs through the page that is shown to the lock and on round the pane.
-void PaneFrame::setTabKeys(PaneView& pane) {
-  NSView* tabs = viewOf(pane.tabView);
-  NSView* lock = viewOf(pane.authView);
-  [lock setNextKeyView:viewOf(pane.quorlenIconButton)];
-  [viewOf(pane.quorlenIconButton) setNextKeyView:viewOf(pane.urlButton)];
-  [viewOf(pane.urlButton) setNextKeyView:tabs];
-  tabBinder_->setOnShown([this, tabs, lock](int index) {
-    if (index >= 0) pages_[static_cast<std::size_t>(index)]->setKeysAfter(tabs, lock);
-  });
+void PaneFrame::setTabKeys() {
+  NSView* tabs = viewOf(pane_.tabView);
+  NSView* lock = viewOf(pane_.authView);
+  [lock setNextKeyView:viewOf(pane_.quorlenIconButton)];
+  [viewOf(pane_.quorlenIconButton) setNextKeyView:viewOf(pane_.urlButton)];
+  [viewOf(pane_.urlButton) setNextKeyView:tabs];
+  const int shown = pane_.tabView.indexOfSelectedItem();
+  if (shown >= 0) pages_[static_cast<std::size_t>(shown)]->setKeysAfter(tabs, lock);
 }
 
 // Between header and tabs, in the colour of warnings; the core hides it while all is well.
-void PaneFrame::addStatus(PaneView& pane) {
+void PaneFrame::addStatus() {
   NSTextField* status =
-      label(pane.statusField, NSMakeRect(kMargin, 465, kPaneWidth - 2 * kMargin, 15), kCentered);
+      label(pane_.statusField, NSMakeRect(kMargin, 465, kPaneWidth - 2 * kMargin, 15), kCentered);
   [status setFont:smallFont()];
   [status setTextColor:warningTextColor()];
 }
 
-void PaneFrame::addFooter(PaneView& pane, NSImage* icon) {
+void PaneFrame::addFooter(NSImage* icon) {
   CorvaneLockButton* lock =
       [[[CorvaneLockButton alloc] initWithFrame:NSMakeRect(kMargin, 8, 28, 28)] autorelease];
   NSTextField* beside = makeLabel(NSMakeRect(kMargin + 34, 5, 430, 32), kLeftAligned, smallFont());
   put(lock);
   put(beside);
-  add(std::make_unique<AuthorizationViewBinder>(pane.authView, lock, beside));
-  [labelButton(pane.clientVersionButton, NSMakeRect(490, 12, 124, 20), kRightAligned) setFont:smallFont()];
+  add(std::make_unique<AuthorizationViewBinder>(pane_.authView, lock, beside));
+  [labelButton(pane_.clientVersionButton, NSMakeRect(490, 12, 124, 20), kRightAligned) setFont:smallFont()];
   const CGFloat side = 26;
   const NSRect corner = NSMakeRect(kPaneWidth - kMargin - side, 9, side, side);
-  NSButton* shown = labelButton(pane.quorlenIconButton, corner, kCentered);
+  NSButton* shown = labelButton(pane_.quorlenIconButton, corner, kCentered);
   [shown setImage:icon];
   [shown setImagePosition:NSImageOnly];
 }
 
 void PaneFrame::addTabs(PaneAssembly& assembly, SheetStage& sheets) {
-  PaneView& pane = assembly.view();
-  NSTabView* tabs = [[[NSTabView alloc] initWithFrame:toNSRect(pane.tabView.frame())] autorelease];
+  NSTabView* tabs = [[[CORVANE_TAB_VIEW alloc] initWithFrame:toNSRect(pane_.tabView.frame())] autorelease];
   [tabs setFont:controlFont()];
   put(tabs);
   const NSSize size = [tabs contentRect].size;
@@ -91,8 +86,8 @@ void PaneFrame::addTabs(PaneAssembly& assembly, SheetStage& sheets) {
   pages_.push_back(std::make_unique<PluginsPage>(assembly.pluginsView(), size));
   std::vector<NSView*> views;
   for (const auto& page : pages_) views.push_back(page->view());
-  auto binder = std::make_unique<TabViewBinder>(pane.tabView, tabs, views);
-  tabBinder_ = binder.get();
+  auto binder = std::make_unique<TabViewBinder>(pane_.tabView, tabs, views);
+  binder->onShown = [this] { setTabKeys(); };
   add(std::move(binder));
   pages_.push_back(std::make_unique<TimeMachineSheet>(assembly.optionsView(), sheets));
 }

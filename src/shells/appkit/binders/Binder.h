@@ -26,6 +26,8 @@ class Binder {
   Binder& operator=(const Binder&) = delete;
   [[nodiscard]] const Control& control() const { return control_; }
   [[nodiscard]] NSView* view() const { return view_; }
+  /// Whether the Tab key stops at the view while that can be used.
+  [[nodiscard]] virtual bool isTabStop() const { return [view_ isKindOfClass:[NSControl class]]; }
 
  protected:
   Binder(Control& control, NSView* view, Placement placement = Placement::Layout);
@@ -38,6 +40,7 @@ class Binder {
 
  private:
   void place();
+  [[nodiscard]] bool hasKeyboard() const;
   void takeKeyboardAway();
 
   Control& control_;

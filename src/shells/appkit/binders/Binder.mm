@@ -26,11 +26,17 @@ void Binder::refresh() {
   place();
 }
 
-void Binder::takeKeyboardAway() {
+bool Binder::hasKeyboard() const {
   NSResponder* first = [[view_ window] firstResponder];
   if ([first isKindOfClass:[NSText class]] && [static_cast<NSText*>(first) isFieldEditor])
-    first = static_cast<NSResponder*>([static_cast<NSText*>(first) delegate]);
-  if (first == view_) [[view_ window] makeFirstResponder:nil];
+    return static_cast<id>([static_cast<NSText*>(first) delegate]) == view_;
+  return first == view_;
+}
+
+// Where the Tab key would go; nowhere when that leads back to the view.
+void Binder::takeKeyboardAway() {
+  if (hasKeyboard()) [[view_ window] selectKeyViewFollowingView:view_];
+  if (hasKeyboard()) [[view_ window] makeFirstResponder:nil];
 }
 
 void Binder::place() {

@@ -9,6 +9,7 @@ namespace corvane::appkit {
 class LabelBinder final : public Binder {
  public:
   LabelBinder(TextField& field, NSTextField* view);
+  [[nodiscard]] bool isTabStop() const override { return false; }
 
  private:
   void show() override;

@@ -77,9 +77,9 @@ class OutlineViewBinder final : public Binder, private OutlineTreeOwner {
   NSPoint scrolledTo_ = NSZeroPoint;                              // before a reload
   OutlineView::Hold rowsHeld_;  // while the user types or holds the mouse button
   std::string accepted_;        // what stood last in the editor
-  bool isTracking_ = false;
-  bool isPressing_ = false;  // a button is about to act
-  bool isShowing_ = false;   // what the toolkit tells now it was told by us
+  bool isTracking_ = false;     // the mouse, or a menu is open
+  bool isPressing_ = false;     // a button is about to act
+  bool isShowing_ = false;      // what the toolkit tells now it was told by us
   LateCalls calls_;
 };
 

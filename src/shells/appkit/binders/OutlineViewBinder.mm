@@ -288,8 +288,10 @@ void OutlineViewBinder::activate(NSInteger row) {
       return;
     }
     if (std::holds_alternative<PopUpButtonCell>(*cell)) {
+      setTracking(true);
       openMenu(static_cast<NSPopUpButtonCell*>(cellFor(column, shown)),
-               [widget_ frameOfCellAtColumn:static_cast<NSInteger>(index) row:row], widget_);
+               [widget_ frameOfCellAtColumn:static_cast<NSInteger>(index) row:row], widget_,
+               calls_.wrap([this] { setTracking(false); }));
       return;
     }
   }

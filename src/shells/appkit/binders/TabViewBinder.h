@@ -28,9 +28,10 @@ class TabViewBinder final : public Binder {
 
   /// For the toolkit: whether it may show this tab.
   [[nodiscard]] bool shouldSelect(int index);
-  void didSelect(int index);
-  /// For who follows the shown tab; called with each that is shown, the first one by `setOnShown`.
-  void setOnShown(std::function<void(int)> shown);
+  void didSelect();
+
+  /// Called after another tab is shown.
+  std::function<void()> onShown;
 
  private:
   void show() override;
@@ -38,7 +39,6 @@ class TabViewBinder final : public Binder {
   TabView& tabView_;
   NSTabView* widget_;
   CorvaneTabViewDelegate* delegate_;
-  std::function<void(int)> onShown_;
   bool isSelecting_ = false;
 };
 

@@ -32,13 +32,8 @@ bool TabViewBinder::shouldSelect(int index) {
   return tabView_.indexOfSelectedItem() == index;
 }
 
-void TabViewBinder::didSelect(int index) {
-  if (onShown_) onShown_(index);
-}
-
-void TabViewBinder::setOnShown(std::function<void(int)> shown) {
-  onShown_ = std::move(shown);
-  didSelect(tabView_.indexOfSelectedItem());
+void TabViewBinder::didSelect() {
+  if (onShown) onShown();
 }
 
 void TabViewBinder::show() {
@@ -59,7 +54,7 @@ void TabViewBinder::show() {
 }
 
 - (void)tabView:(NSTabView*)tabView didSelectTabViewItem:(NSTabViewItem*)item {
-  if (binder_ != nullptr) binder_->didSelect(static_cast<int>([tabView indexOfTabViewItem:item]));
+  if (binder_ != nullptr) binder_->didSelect();
 }
 
 @end

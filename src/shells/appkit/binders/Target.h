@@ -10,8 +10,6 @@
   std::function<void()> act_;
 }
 - (void)act:(id)sender;
-/// The same, once: what waits in several modes may come again inside a loop that its own call runs.
-- (void)actOnce:(id)sender;
 @end
 
 namespace corvane::appkit {

@@ -9,11 +9,6 @@
   if (act) act();
 }
 
-- (void)actOnce:(id)sender {
-  const std::function<void()> act = std::exchange(act_, nullptr);
-  if (act) act();
-}
-
 @end
 
 namespace corvane::appkit {
@@ -21,7 +16,11 @@ namespace corvane::appkit {
 void callSoon(std::function<void()> act) {
   CorvaneTarget* target = [CorvaneTarget new];
   target->act_ = std::move(act);
-  [target performSelector:@selector(actOnce:) withObject:nil afterDelay:0 inModes:commonModes()];
+  [[NSRunLoop currentRunLoop] performSelector:@selector(act:)
+                                       target:target
+                                     argument:nil
+                                        order:0
+                                        modes:commonModes()];
   [target release];  // the run loop has it until then
 }
 

@@ -1,8 +1,15 @@
 #import "gnustep/GNUstepRunLoop.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <ctime>
 
-#import "binders/Target.h"
+#include <sys/timerfd.h>
+#include <unistd.h>
+
+#import "AppKit.h"
+#include "posix/FileDescriptor.h"
 
 /// Waits for a descriptor of somebody else's.
 @interface GNUstepDescriptor : NSObject <RunLoopEvents> {
@@ -22,29 +29,6 @@
 
 namespace corvane::appkit {
 namespace {
-
-class Timer final : public RunLoop::Source {
- public:
-  Timer(double interval, bool repeats, std::function<void()> fire) : target_([CorvaneTarget new]) {
-    target_->act_ = std::move(fire);
-    timer_ = [[NSTimer timerWithTimeInterval:interval
-                                      target:target_
-                                    selector:repeats ? @selector(act:) : @selector(actOnce:)
-                                    userInfo:nil
-                                     repeats:repeats] retain];
-    for (NSString* mode in commonModes()) [[NSRunLoop currentRunLoop] addTimer:timer_ forMode:mode];
-  }
-  ~Timer() override {
-    target_->act_ = nullptr;
-    [timer_ invalidate];
-    [timer_ release];
-    [target_ autorelease];  // it may be the one that is calling
-  }
-
- private:
-  CorvaneTarget* target_;
-  NSTimer* timer_;
-};
 
 class Descriptor final : public RunLoop::Source {
  public:
@@ -69,11 +53,34 @@ class Descriptor final : public RunLoop::Source {
   GNUstepDescriptor* watcher_;
 };
 
+// A clock of the kernel's: a timer of the toolkit that has fired in one mode would stay in the others for
+// good.
+class Timer final : public RunLoop::Source {
+ public:
+  Timer(double interval, bool repeats, const std::function<void()>& fire)
+      : clock_(::timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)),
+        watch_(clock_.get(), [clock = clock_.get(), fire] {
+          std::uint64_t times = 0;
+          if (::read(clock, &times, sizeof times) > 0) fire();  // which may end the timer
+        }) {
+    const double seconds = std::floor(interval);
+    const timespec time = {
+        static_cast<std::time_t>(seconds),
+        std::max(1L, static_cast<long>((interval - seconds) * 1e9))};  // none would stop it
+    const itimerspec times = {repeats ? time : timespec{}, time};
+    ::timerfd_settime(clock_.get(), 0, &times, nullptr);
+  }
+
+ private:
+  FileDescriptor clock_;
+  Descriptor watch_;
+};
+
 }  // namespace
 
 std::unique_ptr<RunLoop::Source> GNUstepRunLoop::scheduleTimer(double interval, bool repeats,
                                                                std::function<void()> fire) {
-  return std::make_unique<Timer>(interval, repeats, std::move(fire));
+  return std::make_unique<Timer>(interval, repeats, fire);
 }
 
 std::unique_ptr<RunLoop::Source> GNUstepRunLoop::watchDescriptor(int descriptor,

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#import "System.h"
 #import "Text.h"
 #import "binders/ButtonBinder.h"
 #import "binders/LabelBinder.h"
@@ -46,7 +45,7 @@ NSView* Page::viewOf(const Control& control) const {
 void Page::setKeysAfter(NSView* before, NSView* next) const {
   NSView* last = before;
   for (const auto& binder : binders_) {
-    if (![binder->view() isKindOfClass:[NSControl class]]) continue;
+    if (!binder->isTabStop()) continue;
     [last setNextKeyView:binder->view()];
     last = binder->view();
   }
@@ -72,9 +71,14 @@ NSTextField* Page::hint(TextField& field, NSRect frame) {
 
 NSTextField* Page::entry(TextField& field, NSRect frame, Placement placement) {
   NSTextField* view = [[[NSTextField alloc] initWithFrame:frame] autorelease];
-  [view setCell:makeEntryCell()];
+  NSTextFieldCell* cell = [[[CORVANE_ENTRY_CELL alloc] initTextCell:@""] autorelease];
+  [cell setEditable:YES];
+  [cell setSelectable:YES];
+  [cell setBezeled:YES];
+  [cell setDrawsBackground:YES];
+  [cell setScrollable:YES];
+  [view setCell:cell];
   [view setFont:controlFont()];
-  [[view cell] setScrollable:YES];
   put(view);
   add(std::make_unique<TextFieldBinder>(field, view, placement));
   return view;
