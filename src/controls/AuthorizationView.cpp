@@ -8,6 +8,7 @@ namespace corvane {
 namespace {
 
 constexpr const char* kClosedLabel = "Click the lock to make changes.";
+constexpr const char* kFaultyLabel = "Click the lock to make changes. The installation is not whole: %@.";
 constexpr const char* kRefusedLabel = "The lock could not be opened: %@. Click it to try again.";
 constexpr const char* kUnknownReason = "the system log says why";
 constexpr const char* kAskingLabel = "Waiting for permission…";
@@ -39,7 +40,13 @@ std::string AuthorizationView::label() const {
     case State::Closed:
       break;
   }
-  return refusal_.empty() ? kClosedLabel : formatText(kRefusedLabel, {refusal_});
+  if (!refusal_.empty()) return formatText(kRefusedLabel, {refusal_});
+  return fault_.empty() ? kClosedLabel : formatText(kFaultyLabel, {fault_});
+}
+
+void AuthorizationView::updateStatus() {
+  fault_ = services_.installationFault();
+  didChange();
 }
 
 void AuthorizationView::click() {

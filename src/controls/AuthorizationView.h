@@ -29,8 +29,9 @@ class AuthorizationView final : public Control {
 
   void setAuthorizationRights(std::string right) { right_ = std::move(right); }
   void setDelegate(AuthorizationViewDelegate* delegate) { delegate_ = delegate; }
-  /// Shows the present state.
-  void updateStatus() { didChange(); }
+  /// Shows the present state, and has the installation looked at: the label of a closed lock says what is
+  /// wrong with it.
+  void updateStatus();
   [[nodiscard]] State state() const { return state_; }
   /// The rights while the lock is open, else null.
   [[nodiscard]] Authorization* authorization() const { return authorization_.get(); }
@@ -60,7 +61,8 @@ class AuthorizationView final : public Control {
   AuthorizationViewDelegate* delegate_ = nullptr;
   std::string right_;
   State state_ = State::Closed;
-  std::string refusal_;
+  std::string fault_;    // of the installation
+  std::string refusal_;  // why the lock did not open the last time it was asked; empty when it did
   std::unique_ptr<Authorization> authorization_;
   LateCalls calls_;  // an answer may come after this view has gone
 };

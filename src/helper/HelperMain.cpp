@@ -66,6 +66,11 @@ int session(std::string_view rootArgument, TreeObservers observers) {
   return serveSession(STDIN_FILENO, runner);
 }
 
+int sayVersion() {
+  const auto version = hello();
+  return std::printf("%.*s\n", static_cast<int>(version.size()), version.data()) < 0 ? kUsageError : 0;
+}
+
 int become(char** vector) {
   // Someone who got root's rights for a session of the pane has got no more than that.
   if (userToldByPolkit() != nullptr) return complain("only sessions are started through polkit");
@@ -82,11 +87,13 @@ int helperMain(int count, char** vector, TreeObservers observers) {
   for (int number = 0; number <= 2; ++number) {
     if (::fcntl(number, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != number) return kUsageError;
   }
+  if (count == 2 && std::string_view(vector[1]) == "--version") return sayVersion();
   const bool isSession = count > 1 && std::string_view(vector[1]) == "--session";
   if (isSession && count == 4 && std::string_view(vector[2]) == "--root")
     return session(vector[3], std::move(observers));
   if (count > 1 && !isSession) return become(vector + 1);
-  return complain("usage: qlhelper PROGRAM ARGUMENTS... | qlhelper --session --root DIR");
+  return complain(
+      "usage: qlhelper PROGRAM ARGUMENTS... | qlhelper --session --root DIR | qlhelper --version");
 }
 
 }  // namespace corvane::helper

@@ -37,9 +37,6 @@ struct Reply {
   std::string message;          // one line for the log; empty when there is nothing to say
 };
 
-/// The first packet of a helper, which tells it from a failed start. Changes with the form of the packets.
-inline constexpr std::string_view kHello = "qlhelper 2 ready";
-
 /// Nothing when the request is too large for a packet.
 [[nodiscard]] std::optional<std::string> encodeRequest(const Request& request);
 [[nodiscard]] std::optional<Request> decodeRequest(std::string_view packet);

@@ -9,6 +9,10 @@
 
 namespace corvane::helper {
 
+std::string_view release() { return CORVANE_VERSION; }
+
+std::string_view hello() { return "qlhelper " CORVANE_VERSION " ready, packets 2"; }
+
 bool sendPacket(int socket, std::string_view packet, int firstDescriptor, int secondDescriptor) {
   iovec part{const_cast<char*>(packet.data()), packet.size()};
   msghdr message{};
@@ -58,7 +62,7 @@ Packet receivePacket(int socket) {
 }
 
 int serveSession(int socket, CommandRunner& runner) {
-  if (!sendPacket(socket, kHello)) return 0;
+  if (!sendPacket(socket, hello())) return 0;
   for (;;) {
     const auto packet = receivePacket(socket);
     if (packet.state == Packet::State::Closed) return 0;

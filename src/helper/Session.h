@@ -3,10 +3,18 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "helper/CommandRunner.h"
 
 namespace corvane::helper {
+
+/// The release that this was built of, as the polkit action names it too.
+[[nodiscard]] std::string_view release();
+/// The first packet of a helper, which tells it from a failed start and from the helper of another pane; it
+/// also prints it when it is asked for its version. Changes with the release and with the form of the
+/// packets.
+[[nodiscard]] std::string_view hello();
 
 /// Serves the requests that arrive at the socket (kept-apart packets). Returns the process's exit status: 0
 /// after the other end has closed, 1 after something that is no request.

@@ -86,6 +86,9 @@ class AuthorizationServices {
   virtual ~AuthorizationServices() = default;
   /// True when the files belong to the user and commands are carried out without asking for rights.
   [[nodiscard]] virtual bool isDirect() const = 0;
+  /// What of the installation is missing or does not belong together, so that the rights may not be had, in
+  /// words for a person; empty when nothing is, or when none of it is needed. Blocks for a moment.
+  [[nodiscard]] virtual std::string installationFault() { return {}; }
   /// Asks the user for the right. Does not block; `done` is called once, from the run loop (or at once in
   /// direct mode).
   virtual void requestRights(std::string_view right, Done done) = 0;

@@ -30,6 +30,7 @@ class Authority final : public AuthorizationServices {
     return {launch_status::kDenied, {}};
   }
 
+  std::string installationFault() override { return fault; }
   void answer(AuthorizationOutcome outcome, std::string reason = {}) {
     const Done done = std::exchange(waiting, nullptr);
     done({outcome, outcome == AuthorizationOutcome::Granted ? std::make_unique<Rights>(*this) : nullptr,
@@ -45,6 +46,7 @@ class Authority final : public AuthorizationServices {
   };
 
   bool direct = false;
+  std::string fault;
   std::vector<std::string> requestedRights;
   Done waiting;
   Rights* granted = nullptr;
@@ -194,6 +196,23 @@ TEST_F(AuthorizationViewTest, ItsLabelTellsWhatAClickDoes) {
   EXPECT_EQ(labels, (std::vector<std::string>{"Click the lock to make changes.", "Waiting for permission…",
                                               "Click the lock to prevent further changes.",
                                               "Click the lock to make changes."}));
+}
+
+TEST_F(AuthorizationViewTest, AClosedLockSaysWhatTheInstallationLacksAndStillAsks) {
+  services.fault = "the helper tool is missing: /opt/qlhelper";
+  view->updateStatus();
+  const std::string faulty =
+      "Click the lock to make changes. The installation is not whole: the helper tool is missing: "
+      "/opt/qlhelper.";
+  EXPECT_EQ(view->label(), faulty);
+  view->click();
+  services.answer(AuthorizationOutcome::Unavailable, "no helper");
+  EXPECT_EQ(view->label(), "The lock could not be opened: no helper. Click it to try again.");
+  view->click();
+  services.answer(AuthorizationOutcome::Granted);
+  EXPECT_EQ(view->label(), "Click the lock to prevent further changes.");
+  view->click();
+  EXPECT_EQ(view->label(), faulty);
 }
 
 TEST_F(AuthorizationViewTest, AssistiveTechnologyHearsTheStateThatIsOnlySeen) {

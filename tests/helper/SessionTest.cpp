@@ -58,7 +58,7 @@ class Helper {
     EXPECT_TRUE(readableSoon(socket.get())) << "the helper is silent";
     return receivePacket(socket.get());
   }
-  bool saysHello() const { return receive().bytes == kHello; }
+  bool saysHello() const { return receive().bytes == hello(); }
   Reply ask(const Request& request) {
     EXPECT_TRUE(sendPacket(socket.get(), encodeRequest(request).value()));
     last = receive();

@@ -29,12 +29,18 @@ int main(int, char** vector) {
     (void)receivePacket(0);
     return 0;
   }
+  if (name == "another-version") {
+    (void)sendPacket(0, "qlhelper 0.0.1 ready, packets 1");
+    while (receivePacket(0).state != Packet::State::Closed) {
+    }
+    return 0;
+  }
   if (name == "hangs-up") {
     ::shutdown(0, SHUT_RDWR);
     ::close(0);
     ::pause();
   }
-  (void)sendPacket(0, kHello);
+  (void)sendPacket(0, hello());
   if (name == "speaks-unasked") (void)sendPacket(0, encodeReply({}));
   auto packet = receivePacket(0);
   if (name == "dies") return 0;

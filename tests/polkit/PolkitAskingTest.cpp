@@ -112,6 +112,12 @@ TEST_F(Asking, MissingLauncherOrHelperIsUnavailableWithOneLine) {
                   "Could not get administrator rights: the helper tool is missing: /nonexistent/qlhelper"));
 }
 
+TEST_F(Asking, HelperOfAnotherVersionIsToldAtOnceAndEnds) {
+  EXPECT_EQ(ask("another-version"), AuthorizationOutcome::Unavailable);
+  EXPECT_EQ(reason, "the helper tool is of another version: " QLHELPER_PATH);
+  EXPECT_TRUE(leavesNoChild());
+}
+
 TEST_F(Asking, WithdrawnQuestionEndsTheLauncherAndAnswersNobody) {
   std::filesystem::create_symlink(FAKE_LAUNCHER_PATH, folder / "hangs-up");
   asking = std::make_unique<PolkitAsking>(

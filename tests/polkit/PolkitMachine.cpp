@@ -19,6 +19,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "helper/Session.h"
 #include "posix/Pipe.h"
 #include "support/Patience.h"
 
@@ -117,8 +118,10 @@ void PolkitMachine::writeConfiguration(Rule rule, bool withPolicy) const {
   replaceHelper(QLHELPER_PATH);
   if (withPolicy) {
     auto policy = read(POLICY_TEMPLATE_PATH);
-    const std::string placeholder = "@CORVANE_HELPER_PATH@";
-    policy.replace(policy.find(placeholder), placeholder.size(), helper());
+    for (const auto& [placeholder, value] :
+         {std::pair{std::string("@CORVANE_HELPER_PATH@"), helper()},
+          {std::string("@PROJECT_VERSION@"), std::string(helper::release())}})
+      policy.replace(policy.find(placeholder), placeholder.size(), value);
     write(fs::path(kActions) / "org.example.corvane.pane.policy", policy);
   }
   ::chmod(kRules, 0755);

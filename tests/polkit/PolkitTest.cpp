@@ -162,6 +162,19 @@ TEST_F(Polkit, WithoutThePolicyItIsUnavailable) {
   expectRefusal(machine, AuthorizationOutcome::Unavailable, "No authentication agent found");
 }
 
+TEST_F(Polkit, WhatIsInstalledTogetherBelongsTogether) {
+  CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
+  machine.asUser([this] { EXPECT_EQ(Pane(machine).services.installationFault(), ""); });
+}
+
+TEST_F(Polkit, WithoutThePolicyThePaneSaysSoBeforeItAsks) {
+  CORVANE_START_MACHINE(PolkitMachine::Rule::Allow, false);
+  machine.asUser([this] {
+    EXPECT_EQ(Pane(machine).services.installationFault(),
+              "the polkit action is missing: " + std::string(kPolkitAction));
+  });
+}
+
 TEST_F(Polkit, WithoutPolkitItIsUnavailable) {
   CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
   machine.killPolkit();

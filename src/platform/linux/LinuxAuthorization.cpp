@@ -88,6 +88,11 @@ bool LinuxAuthorization::isDirect() const {
   return root && needsNoRights(helper::RootTree(*root, ::geteuid()));
 }
 
+std::string LinuxAuthorization::installationFault() {
+  if (isDirect()) return {};
+  return corvane::installationFault(options_.helper, options_.action);
+}
+
 void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   const auto root = helper::normalizedRoot(options_.root);
   // What is looked at here is what is worked on.

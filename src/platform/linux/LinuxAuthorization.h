@@ -9,6 +9,7 @@
 
 #include "platform/Authorization.h"
 #include "platform/SystemLog.h"
+#include "platform/linux/Installation.h"
 #include "platform/linux/LinuxRunLoop.h"
 
 namespace corvane {
@@ -24,6 +25,8 @@ class LinuxAuthorization : public AuthorizationServices {
     /// The absolute path of `qlhelper`, as the bundle names it.
     std::string helper;
     std::string pkexec = "/usr/bin/pkexec";
+    /// The file of the polkit action.
+    std::string action = kPolkitAction;
     /// Waits until the descriptor can be read; false when the user does not want to wait any longer. A shell
     /// gives one that keeps its window alive; the default blocks.
     std::function<bool(int descriptor)> waitForOutput = {};
@@ -39,6 +42,7 @@ class LinuxAuthorization : public AuthorizationServices {
   /// Whether the client's folder, or the root prefix where that is missing, belongs to the user, and no link
   /// leads there; always true for root.
   [[nodiscard]] bool isDirect() const override;
+  [[nodiscard]] std::string installationFault() override;
   /// In direct mode the right is denied in a tree that others than root and the user can change, where no
   /// file can be staged, and where the client's folder lies on a file system that is read only. Rights are
   /// asked for one at a time; a second asking before the first was answered is answered Cancelled.

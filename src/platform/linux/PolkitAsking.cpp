@@ -13,6 +13,7 @@
 
 #include "helper/Session.h"
 #include "platform/linux/HelperRights.h"
+#include "platform/linux/Installation.h"
 #include "posix/Pipe.h"
 #include "posix/SpawnSettings.h"
 
@@ -68,10 +69,8 @@ void PolkitAsking::start() {
 }
 
 bool PolkitAsking::launch(std::string& problem) {
-  if (::access(options_.helper.c_str(), X_OK) != 0) {
-    problem = "the helper tool is missing: " + options_.helper;
-    return false;
-  }
+  problem = missingHelper(options_.helper);
+  if (!problem.empty()) return false;
   int ends[2];
   auto complaints = makePipe();
   if (!complaints.readEnd || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
@@ -109,10 +108,17 @@ bool PolkitAsking::launch(std::string& problem) {
 /// The hello, or the end of the launcher or the helper.
 void PolkitAsking::socketReady() {
   const auto packet = helper::receivePacket(socket_.get());
-  if (packet.state == helper::Packet::State::Whole && packet.bytes == helper::kHello) {
+  if (packet.state == helper::Packet::State::Whole && packet.bytes == helper::hello()) {
     auto rights = std::make_unique<HelperRights>(runLoop_, log_, std::move(socket_), std::move(child_),
                                                  options_.answerDeadline);
     answer(AuthorizationOutcome::Granted, {}, std::move(rights));
+    return;
+  }
+  if (packet.bytes.starts_with("qlhelper ")) {
+    socket_.reset();
+    childSource_.reset();
+    ChildProcess::leave(runLoop_, std::move(child_));
+    answer(AuthorizationOutcome::Unavailable, foreignHelper(options_.helper));
     return;
   }
   // The exit status tells why; something that hangs up and stays is not waited for longer than for an answer.
