@@ -62,7 +62,7 @@ class AuthorizationView final : public Control {
   std::string right_;
   State state_ = State::Closed;
   std::string fault_;    // of the installation
-  std::string refusal_;  // why the lock did not open the last time it was asked; empty when it did
+  std::string refusal_;
   std::unique_ptr<Authorization> authorization_;
   LateCalls calls_;  // an answer may come after this view has gone
 };
