@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "FuzzPlatform.h"
+#include "plugins/PluginReview.h"
 #include "plugins/PluginsTabViewController.h"
 #include "values/PropertyListCodec.h"
 
@@ -103,6 +104,20 @@ struct FuzzedTab {
     }
   }
 
+  /// Whether the author of each definition is told what the tab does with it.
+  [[nodiscard]] bool isReviewedAsItIsShown() {
+    const PluginReviewer reviewer(platform, paths);
+    const auto definitions = reviewer.definitions();
+    for (const std::string& path : definitions ? *definitions : std::vector<std::string>()) {
+      const std::string name = path.substr(0, path.rfind('.'));
+      bool isShown = false;
+      for (const Dictionary& entry : tab.catalogue().plugins())
+        isShown = isShown || *entry.string("PluginFileName") == name;
+      if (reviewer.review(paths.plugins + "/" + path).isShown != isShown) return false;
+    }
+    return definitions.has_value();
+  }
+
   [[nodiscard]] bool showsTheGoodPlugin() const {
     for (const Dictionary& entry : tab.catalogue().plugins()) {
       const std::string* fileName = entry.string("PluginFileName");
@@ -140,6 +155,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool isBinary = input.starts_with("bplist");
   const std::string_view definition = isBinary ? input : input.substr(0, input.find('\0'));
   corvane::FuzzedTab tab(definition, input.substr(std::min(size, definition.size() + 1)));
+  if (!tab.isReviewedAsItIsShown()) std::abort();
   tab.doEverything();
   if (!tab.showsTheGoodPlugin()) std::abort();
   return 0;

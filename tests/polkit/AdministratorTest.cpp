@@ -1,14 +1,20 @@
 // An administrator's session with the whole pane: a Mac's volume on this machine, which belongs to root,
 // opened by an ordinary user, the lock opened through the real polkit, something changed on every tab, and
 // every file compared byte for byte with what a Mac would have written.
+#include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "AdministratorFiles.h"
@@ -286,6 +292,69 @@ TEST(Administrator, ChangesSettingsOfAMacsVolumeInTheWindow) {
   expectFiles(volume, filesAfterTheWindowsSession());
   EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
 }
+
+#ifdef CORVANECTL_PATH
+/// Runs the program to its end; its exit status, and what it said on standard error.
+std::pair<int, std::string> runToEnd(const std::string& program, const Texts& arguments) {
+  const test::TemporaryFolder folder;
+  const std::string errors = folder / "errors";
+  std::vector<const char*> words{program.c_str()};
+  for (const std::string& argument : arguments) words.push_back(argument.c_str());
+  words.push_back(nullptr);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const int file = ::open(errors.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    ::dup2(file, 2);
+    ::execv(words.front(), const_cast<char**>(words.data()));
+    ::_exit(127);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  std::stringstream told;
+  told << std::ifstream(errors).rdbuf();
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, told.str()};
+}
+
+TEST(Administrator, ChangesSettingsOfAMacsVolumeFromTheCommandLine) {
+  PolkitMachine machine;
+  if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
+    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
+  }
+  const MacVolume volume(machine.base() / "Macintosh HD");
+  layOutClient(volume);
+  const std::string program = machine.base() / "opt/corvanectl";
+  std::filesystem::copy_file(CORVANECTL_PATH, program);
+  machine.asUser([&] {
+    const auto good = [&](Texts words) {
+      words.insert(words.begin(), {"--root", volume.root()});
+      EXPECT_EQ(runToEnd(program, words), (std::pair<int, std::string>{}));
+    };
+    good({"set", "group", "R&D <lab>", "run-interval", "4", "startup-disk.percent", "85", "automount", "on"});
+    good({"volumes", "set", "Backup", "absence.warn", "on", "absence.minutes", "15", "usage.warn", "on",
+          "usage.percent", "80"});
+  });
+  expectFiles(volume, filesAfterTheWindowsSession());
+  EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
+}
+
+TEST(Administrator, IsToldOnTheCommandLineWhyNothingMayBeChanged) {
+  PolkitMachine machine;
+  if (const auto missing = machine.start(PolkitMachine::Rule::Refuse)) {
+    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
+  }
+  const MacVolume volume(machine.base() / "Macintosh HD");
+  layOutClient(volume);
+  const std::string program = machine.base() / "opt/corvanectl";
+  std::filesystem::copy_file(CORVANECTL_PATH, program);
+  machine.asUser([&] {
+    const auto [status, errors] = runToEnd(program, {"--root", volume.root(), "set", "run-interval", "4"});
+    EXPECT_EQ(status, 77);
+    EXPECT_THAT(errors, testing::StartsWith("corvanectl: no rights to change anything: "));
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+  });
+  EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
+}
+#endif
 #endif
 
 }  // namespace

@@ -9,8 +9,6 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include "posix/Signals.h"
-
 namespace corvane::cli {
 namespace {
 
@@ -45,10 +43,7 @@ Interruption::Interruption() {
   }
 }
 
-Interruption::~Interruption() {
-  for (const int number : kSignals) setSignal(number, SIG_DFL);
-  wakeUp = -1;
-}
+Interruption::~Interruption() { wakeUp = -1; }
 
 int Interruption::signal() const { return first; }
 

@@ -47,7 +47,6 @@ AlertResult CliDialogs::answer(const AlertDescription& alert) {
 }
 
 std::vector<std::string> CliDialogs::runOpenPanel(const OpenPanelDescription& panel) {
-  wasAsked = true;
   std::error_code error;
   const bool isFolder = fs::is_directory(chosenPath, error);
   const bool isOffered =

@@ -47,8 +47,7 @@ class CliDialogs final : public Dialogs {
   bool confirms = false;               // the next questions are answered with yes
   std::optional<bool> checkBox;        // the state of the check box in them; nothing: as it is
   std::string chosenPath;              // what the next panels choose, on this disk
-  bool wasAsked = false;               // a panel was opened for it
-  bool wasRefused = false;             // and does not offer it
+  bool wasRefused = false;             // the last panel does not offer it
   std::vector<AlertDescription> told;  // alerts that only tell something, in order
 
  private:

@@ -4,7 +4,6 @@
 #include <array>
 #include <cctype>
 
-#include "ExitStatus.h"
 #include "formatters/CustomTextFieldCellFormatter.h"
 #include "formatters/MyNumberFormatter.h"
 #include "values/Conversions.h"

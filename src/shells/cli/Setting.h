@@ -25,8 +25,8 @@ struct Entry {
 [[nodiscard]] Json shownValue(const Entry& entry);
 /// Why the value could not be pasted, ticked or chosen; nothing when it could.
 [[nodiscard]] std::optional<std::string> refusalOf(const Entry& entry, const std::string& value);
-/// Gives the value to the control as a user would; false when the control does not take it now. What is shown
-/// already is not given again.
+/// Gives the value to the control as a user would; false when the control does not take it now. A box that is
+/// in the state already is not clicked.
 [[nodiscard]] bool give(const Entry& entry, const std::string& value);
 /// Whether the control shows what was given.
 [[nodiscard]] bool shows(const Entry& entry, const std::string& value);

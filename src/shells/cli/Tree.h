@@ -2,12 +2,9 @@
 // lock opens at most once, so that the user is asked at most once for each tree.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "Services.h"
 #include "Session.h"
