@@ -5,11 +5,13 @@
 
 #include <unistd.h>
 
+#include "pane/Deployment.h"
+
 namespace corvane::cli {
 
 namespace fs = std::filesystem;
 
-std::string CliBundle::name() { return "Monitoring Client"; }
+std::string CliBundle::name() { return deployment::kPaneName; }
 
 std::string CliBundle::pathForResource(std::string_view name, std::string_view type) {
   return type.empty() ? pathForAuxiliaryExecutable(name) : std::string();  // what has no type is a tool

@@ -1,7 +1,6 @@
 #include "Fonts.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 
@@ -25,13 +24,7 @@ const QString& headerFamily() {
 
 }  // namespace
 
-QFont regularFont() {
-  QFont font = toQFont(Font{Font::Family::System, kSystemFontSize, false, false});
-  // Where the desktop's family is an alias ("Sans Serif"), each size and style of it would be looked for
-  // among all installed fonts; the family that it stands for is found at once.
-  if (const QString family = QFontInfo(font).family(); !family.isEmpty()) font.setFamily(family);
-  return font;
-}
+QFont regularFont() { return toQFont(Font{Font::Family::System, kSystemFontSize, false, false}); }
 
 QFont toQFont(const Font& font) {
   QFont result = QGuiApplication::font();

@@ -94,8 +94,11 @@ bool PaneWindow::showPainted() {
       },
       Qt::QueuedConnection);
   QTimer::singleShot(longestWaitForPaint, &loop, &QEventLoop::quit);
-  show();
-  update();
+  if (isVisible()) {
+    update();
+  } else {
+    show();
+  }
   loop.exec(QEventLoop::ExcludeUserInputEvents);
   return isSeen;
 }
