@@ -88,10 +88,8 @@ void CorvanePref::mainViewDidLoad() {
     platform_.dialogs.runModalAlert(
         warningAlert("Monitoring Client Error", "The monitoring client may have been partially uninstalled"));
   }
-  claim_ = platform_.files.claimTree(paths_.installFolder);
-  if (claim_.isTaken) {
-    platform_.log.write(formatText(kAnotherPane, {paths_.installFolder}));
-  }
+  claimTree();
+  if (claim_.isTaken) platform_.log.write(formatText(kAnotherPane, {paths_.installFolder}));
   monitor_.start();
   outlets_.view.tabView.selectTabViewItemAtIndex(0);
   AuthorizationView& lock = outlets_.view.authView;
@@ -123,7 +121,13 @@ void CorvanePref::storeUnlocked(bool unlocked) {
   for (UnlockedObserver* observer : observers) observer->unlockedDidChange();
 }
 
+void CorvanePref::claimTree() {
+  claim_ = platform_.files.claimTree(paths_.installFolder);
+  status_.setCaution(claim_.isTaken ? formatText(kAnotherPane, {paths_.onClient(paths_.installFolder)}) : "");
+}
+
 void CorvanePref::prepareUnlockedPane() {
+  if (claim_.isTaken) claimTree();  // the other pane may have gone
   const bool error = outlets_.configurationTabViewController.errorLoadingPlists() ||
                      outlets_.optionsTabViewController.errorLoadingPlists();
   rootFiles_.checkPermissions();

@@ -81,6 +81,8 @@ class CorvanePref final : public PaneServices,
   bool watchInstallFolder();
   void watchClientSettings();
   void storeUnlocked(bool unlocked);
+  /// The pane says so as long as it knows of another one on the same tree.
+  void claimTree();
   void prepareUnlockedPane();
   void installFolderHasGone();
   void clientSettingsHaveGone();

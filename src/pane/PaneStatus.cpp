@@ -1,5 +1,7 @@
 #include "pane/PaneStatus.h"
 
+#include <utility>
+
 #include "values/Text.h"
 
 namespace corvane {
@@ -32,8 +34,13 @@ void PaneStatus::note(const Attempt& attempt, const Result& result) {
   show();
 }
 
+void PaneStatus::setCaution(std::string caution) {
+  caution_ = std::move(caution);
+  show();
+}
+
 void PaneStatus::show() {
-  std::string text;
+  std::string text = caution_;
   std::string all;
   for (const auto& [attempt, reason] : failures_) {
     all += (all.empty() ? "" : "\n") +
@@ -46,9 +53,10 @@ void PaneStatus::show() {
     const std::string more = others > 0 ? formatText(kAndMore, {std::to_string(others)}) : std::string();
     text = formatText(newest.failureFormat, {lastPathComponent(newest.path), more, reason});
   }
-  field_.setStringValue(text);
+  if (!caution_.empty()) all += (all.empty() ? "" : "\n") + caution_;
+  field_.setHidden(text.empty());
   field_.setToolTip(all);
-  field_.setHidden(failures_.empty());
+  field_.setStringValue(std::move(text));
 }
 
 }  // namespace corvane

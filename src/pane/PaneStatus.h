@@ -1,8 +1,8 @@
 // What the pane has tried and not done, for as long as that is so: files whose last write failed, and scripts
 // of the client whose last start from here failed. Part of the pane controller.
 //
-// The field shows the newest of these failures and how many more there are; its tool tip lists them all, the
-// newest first. It is hidden while there is none.
+// The field shows the newest of these failures and how many more there are, or what is to be borne in mind
+// otherwise; its tool tip lists them all, the newest first. It is hidden while there is nothing to say.
 #pragma once
 
 #include <string>
@@ -23,6 +23,8 @@ class PaneStatus {
   /// prefix.
   void fileWasWritten(const std::string& path, const Result& result);
   void scriptWasStarted(const std::string& path, const Result& result);
+  /// What holds besides, until it is said again; empty for nothing. Failures are shown before it.
+  void setCaution(std::string caution);
 
  private:
   /// One thing that was tried; its last outcome counts.
@@ -41,6 +43,7 @@ class PaneStatus {
   const PathTable& paths_;
   TextField& field_;
   std::vector<Failure> failures_;  // the newest first
+  std::string caution_;
 };
 
 }  // namespace corvane

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "pane/PaneAlerts.h"
-#include "values/Text.h"
+#include "plugins/PluginVerdict.h"
 
 namespace corvane {
 
@@ -30,8 +30,8 @@ void PluginAlerts::confirmRemoval(std::function<void(int)> ended) {
 }
 
 void PluginAlerts::showValidationResult(bool succeeded, const std::string& message) {
-  AlertDescription verdict = alert(succeeded ? AlertStyle::Informational : AlertStyle::Critical,
-                                   formatText("Plugin Validation %@", {succeeded ? "Succeeded" : "Failed"}));
+  AlertDescription verdict =
+      alert(succeeded ? AlertStyle::Informational : AlertStyle::Critical, verdictMessage(succeeded));
   verdict.informativeText = message;
   verdict.buttons = {{"OK", kReturnKey}};
   dialogs_.beginSheet(verdict, SheetWindow::PaneWindow, [](const AlertResult&) {});

@@ -187,6 +187,27 @@ TEST_F(AccessibleRows, ATextIsStoredAndOneThatIsTooLongIsRefused) {
   EXPECT_EQ(valueThing("Text").text(QAccessible::Description), QStringLiteral("Click to enter text"));
 }
 
+TEST_F(AccessibleRows, ATextIsPutInWithoutLineBreaks) {
+  openTab();
+  setText(valueThing("Text"), "a\nb\n");
+  EXPECT_TRUE(becomes("Text", text("a b")));
+  valueThing("Text").editableTextInterface()->insertText(3, QStringLiteral("\r\nc"));
+  EXPECT_TRUE(becomes("Text", text("a bc")));
+  valueThing("Text").setText(QAccessible::Value, QStringLiteral("d\ne"));
+  EXPECT_TRUE(becomes("Text", text("d e")));
+}
+
+TEST_F(AccessibleRows, ATextThatIsBeingTypedStaysWhenAnotherRowIsGivenOne) {
+  openTab();
+  act(valueThing("User"), QStringLiteral("Edit"));
+  type(*editor<QLineEdit>(), "typed");
+  setText(valueThing("Text"), "other");
+  EXPECT_TRUE(becomes("Text", text("other")));
+  ASSERT_TRUE(isEditing());
+  press(window(), Qt::Key_Return);
+  EXPECT_TRUE(becomes("User", text("typed")));
+}
+
 TEST_F(AccessibleRows, APasswordIsStoredAndNeverReadOut) {
   openTab();
   EXPECT_TRUE(valueThing("Password").state().passwordEdit);

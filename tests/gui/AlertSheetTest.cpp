@@ -95,8 +95,13 @@ TEST_F(AlertSheet, ATextThatFitsHasNoScrollBar) {
   EXPECT_EQ(area.height(), find<QLabel>(*sheet(), "informative").height());
 }
 
-TEST_F(AlertSheet, TheWindowsOwnWordsStandBelowThoseOfTheNextAlertAlone) {
-  shown.addToNextSheet(QStringLiteral("It was you."));
+TEST_F(AlertSheet, TheWindowsOwnWordsStandBelowThoseOfTheirAlertAloneAndOnce) {
+  shown.addNote("Proceed?", QStringLiteral("It was you."));
+  AlertDescription another = alert({{"OK", std::nullopt}});
+  another.messageText = "Another";
+  begin(another);
+  EXPECT_FALSE(find<QLabel>(*sheet(), "note").isVisible());
+  click(button("OK"));
   begin(alert({{"OK", std::nullopt}}));
   EXPECT_EQ(find<QLabel>(*sheet(), "informative").text(), QStringLiteral("Something will happen."));
   EXPECT_EQ(find<QLabel>(*sheet(), "note").text(), QStringLiteral("It was you."));

@@ -5,6 +5,8 @@
 #include <ostream>
 
 #include "WindowFixture.h"
+#include "widgets/CheckBox.h"
+#include "widgets/LockButton.h"
 #include "widgets/PushButton.h"
 
 namespace corvane::test {
@@ -45,6 +47,22 @@ struct Question {
   bool hasCheckBox;
 };
 void PrintTo(const Question& question, std::ostream* stream) { *stream << question.name; }
+
+TEST_F(SheetKeys, ReturnPressesTheSheetsButtonAlsoWhereACheckBoxHasTheKeyboard) {
+  AlertDescription description;
+  description.messageText = "Please confirm.";
+  description.buttons = {{"OK", std::nullopt}};
+  description.accessory = AlertCheckBox{"Report it.", 200, 40, true, false};
+  std::vector<bool> ticks;
+  dialogs.beginSheet(description, SheetWindow::PaneWindow,
+                     [&](const AlertResult& result) { ticks.push_back(result.accessoryOn); });
+  auto& box = find<QCheckBox>(*sheet(), "accessory");
+  box.setFocus();
+  press(window, Qt::Key_Space);
+  EXPECT_FALSE(box.isChecked());
+  press(window, Qt::Key_Return);
+  EXPECT_EQ(ticks, (std::vector<bool>{false}));
+}
 
 /// The sheets whose first button can't be taken back: its only key is Space, on itself.
 class SheetKeysOfQuestions : public SheetKeys, public ::testing::WithParamInterface<Question> {
@@ -106,16 +124,21 @@ TEST_F(SheetKeys, AKeyThatIsHeldDownDoesNotAnswerTheNextSheetEither) {
 
 TEST_F(SheetKeys, OutsideOfPanelsReturnAndSpacePressTheButtonThatHasTheKeyboardOnce) {
   QWidget plain;
-  auto* push = new qt::PushButton(QStringLiteral("Run"), &plain);
-  int clicks = 0;
-  QObject::connect(push, &QPushButton::clicked, [&] { ++clicks; });
+  QAbstractButton* const buttons[] = {new qt::PushButton(QStringLiteral("Run"), &plain),
+                                      new qt::CheckBox(QStringLiteral("Warn"), &plain),
+                                      new qt::LockButton(&plain)};
   showActive(plain);
-  push->setFocus();
-  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-    clicks = 0;
-    press(plain, key);
-    hold(plain, key);
-    EXPECT_EQ(clicks, 1) << key;
+  for (QAbstractButton* button : buttons) {
+    int clicks = 0;
+    QObject::connect(button, &QAbstractButton::clicked, [&] { ++clicks; });
+    button->setFocus();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+      clicks = 0;
+      press(plain, key);
+      hold(plain, key);
+      EXPECT_EQ(clicks, 1) << key << " on " << button->metaObject()->className();
+    }
+    button->disconnect();
   }
 }
 

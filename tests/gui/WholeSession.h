@@ -74,6 +74,8 @@ class WholeSession {
 
   // The window.
   void goToTab(int tab);
+  /// Goes to the one beside it, in the middle of something.
+  void leaveTab(int next);
   /// Answers the sheet that is open.
   void answer(const char* button);
   [[nodiscard]] QWidget* sheet() { return window_.window().sheets().current(); }

@@ -9,6 +9,18 @@
 namespace corvane::test {
 namespace {
 
+/// As long as this lives the letters that are typed in the tree are one word however slowly they come.
+class OneWord final {
+ public:
+  OneWord() { QApplication::setKeyboardInputInterval(kHang); }
+  ~OneWord() { QApplication::setKeyboardInputInterval(before_); }
+  OneWord(const OneWord&) = delete;
+  OneWord& operator=(const OneWord&) = delete;
+
+ private:
+  int before_ = QApplication::keyboardInputInterval();
+};
+
 /// The editor that is open in a cell.
 QWidget* openEditor(const qt::OutlineTree& tree) {
   for (QWidget* widget : tree.viewport()->findChildren<QWidget*>(QStringLiteral("cellEditor"))) {
@@ -40,6 +52,7 @@ QModelIndex WholeSession::indexOf(const ModelRow& row) {
 
 void WholeSession::actAtPlugins() {
   goToTab(2);
+  const OneWord oneWord;
   if (model_.plugins.shown.empty()) return;
   ModelRow row{anyOf(model_.plugins.shown)};
   if (oneIn(6)) {
@@ -47,7 +60,7 @@ void WholeSession::actAtPlugins() {
     if (!model_.unlocked() && way_ == Way::Assistive) return;
     clickRow(row, Spot::Tick);
     model_.plugins.toggleEnabled(row.plugin);
-    return;
+    return model_.plugins.actEnded();
   }
   row.option = below(static_cast<int>(model_.plugins.optionsOf(row.plugin).size()));
   const std::vector<std::string> values = model_.plugins.valueRows(row.plugin, row.option);
@@ -141,8 +154,7 @@ void WholeSession::typeInRow(const ModelRow& row) {
     settle();
     if (openEditor(tree()) != nullptr) press(window_.window(), Qt::Key_Escape);
   } else if (end == 2) {
-    persons_[2]->chooseTab(1);
-    tab_ = 1;
+    leaveTab(1);
   } else {
     press(window_.window(), Qt::Key_Return);
   }

@@ -82,6 +82,22 @@ struct StagingPath : AsRoot, testing::WithParamInterface<Part> {
     return folder == "/.." ? base.path() : root + folder;
   }
 };
+TEST_F(AsRoot, NobodyIsAskedForRightsWhereTheUserCanStageNothing) {
+  const auto openAsStranger = [this] {
+    const test::OtherUser stranger(kStranger);
+    return openLock();
+  };
+  ::chmod((root + "/private/tmp").c_str(), 0755);
+  EXPECT_EQ(openAsStranger(), AuthorizationOutcome::Denied);
+  EXPECT_EQ(reason, root + "/private/tmp: Permission denied");
+  std::filesystem::remove(root + "/private/tmp");
+  EXPECT_EQ(openAsStranger(), AuthorizationOutcome::Denied);
+  EXPECT_EQ(reason, root + "/private/tmp: No such file or directory");
+  base.makeFolder("tree/private/tmp");
+  own("/private/tmp", 0, 01777);
+  EXPECT_EQ(openAsStranger(), AuthorizationOutcome::Unavailable) << "no answer yet: somebody is asked";
+}
+
 TEST_P(StagingPath, DecidesWhetherTheLockOpens) {
   own(GetParam().folder, GetParam().owner, GetParam().mode);
   if (GetParam().inTheWay == nullptr) {

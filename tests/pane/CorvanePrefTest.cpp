@@ -70,6 +70,21 @@ TEST_F(CorvanePrefTest, ASecondPaneOnTheTreeSaysSoOnce) {
                                                "; where both change a file, what was written last counts"));
 }
 
+TEST_F(CorvanePrefTest, ThatAnotherPaneIsOpenIsSaidBesideTheLockUntilTheLockIsOpenedWithoutIt) {
+  const char* said =
+      "Another pane is open on /Library/Corvane; where both change a file, what was written last counts";
+  platform_.files.isTaken = true;
+  load();
+  EXPECT_EQ(view_.statusField.stringValue(), said);
+  openLock();
+  EXPECT_EQ(view_.statusField.stringValue(), said);
+  view_.authView.click();
+  platform_.files.isTaken = false;  // it has gone
+  EXPECT_EQ(view_.statusField.stringValue(), said);
+  openLock();
+  EXPECT_EQ(view_.statusField.stringValue(), "");
+}
+
 TEST_F(CorvanePrefTest, WithoutTheInstallFolderThePaneIsUninstalledFromTheStart) {
   platform_.remove(platform_.paths.installFolder);
   createPane().awakeFromNib();

@@ -52,6 +52,21 @@ TEST_F(PaneStatusTest, OfSeveralFailuresTheNewestIsShownAndTheToolTipTellsAll) {
   EXPECT_EQ(field_.stringValue(), "ClientSettings.plist was not saved (and 2 more): four");
 }
 
+TEST_F(PaneStatusTest, WhatIsToBeBorneInMindIsSaidWhereNothingHasFailedAndInTheToolTipAlways) {
+  status_.setCaution("take care");
+  EXPECT_EQ(field_.stringValue(), "take care");
+  EXPECT_EQ(field_.toolTip(), "take care");
+  EXPECT_FALSE(field_.hidden());
+  status_.fileWasWritten(settings_, {"one"});
+  EXPECT_EQ(field_.stringValue(), "ClientSettings.plist was not saved: one");
+  EXPECT_EQ(field_.toolTip(), "/Library/Corvane/ClientSettings.plist was not saved: one\ntake care");
+  status_.fileWasWritten(settings_, {});
+  EXPECT_EQ(field_.stringValue(), "take care");
+  status_.setCaution("");
+  EXPECT_EQ(field_.stringValue(), "");
+  EXPECT_TRUE(field_.hidden());
+}
+
 TEST_F(PaneStatusTest, WhenTheNewestIsMendedTheOneBeforeItIsShownAgain) {
   status_.fileWasWritten(settings_, {"one"});
   status_.fileWasWritten(volumes_, {"two"});

@@ -60,7 +60,8 @@ LaunchOutcome carryOut(Authorization* authorization, const helper::Request& requ
   return outcome;
 }
 
-/// Why nothing can be written below the root prefix with the process's own rights; empty when something can.
+/// Why nothing can be written below the root prefix; empty when something can. Files are staged with the
+/// process's own rights also where a helper copies them.
 std::string objectionToWriting(const std::string& root) {
   const auto staging = root + std::string(helper::kStagingFolder);
   const auto client = root + std::string(helper::kClientFolder);
@@ -97,6 +98,7 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
   const auto root = helper::normalizedRoot(options_.root);
   // What is looked at here is what is worked on.
   auto own = root ? std::make_unique<DirectRights>(helper::Place{*root, options_.helper}) : nullptr;
+  const bool isDirect = own && needsNoRights(own->tree());
   const auto refuse = [&](AuthorizationOutcome outcome, std::string reason) {
     log_.write(std::string(kNoRights) + reason);
     done({outcome, nullptr, std::move(reason)});
@@ -105,16 +107,14 @@ void LinuxAuthorization::requestRights(std::string_view right, Done done) {
     refuse(AuthorizationOutcome::Unavailable, "only administrator rights can be asked for");
   } else if (!root) {
     refuse(AuthorizationOutcome::Unavailable, "the root prefix is not an absolute path");
-  } else if (needsNoRights(own->tree())) {
-    std::string objection = own->tree().objection();
-    if (objection.empty()) objection = objectionToWriting(*root);
-    if (!objection.empty()) {
-      refuse(AuthorizationOutcome::Denied, std::move(objection));
-      return;
-    }
-    done({AuthorizationOutcome::Granted, std::move(own), {}});
-  } else if (asking_ && asking_->isOpen()) {
+  } else if (!isDirect && asking_ && asking_->isOpen()) {
     done({AuthorizationOutcome::Cancelled, nullptr, {}});
+  } else if (std::string objection = isDirect ? own->tree().objection() : std::string(); !objection.empty()) {
+    refuse(AuthorizationOutcome::Denied, std::move(objection));
+  } else if (objection = objectionToWriting(*root); !objection.empty()) {
+    refuse(AuthorizationOutcome::Denied, std::move(objection));
+  } else if (isDirect) {
+    done({AuthorizationOutcome::Granted, std::move(own), {}});
   } else {
     asking_ = std::make_unique<PolkitAsking>(runLoop_, log_,
                                              PolkitAsking::Options{.root = *root,

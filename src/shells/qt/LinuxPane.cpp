@@ -1,5 +1,6 @@
 #include "LinuxPane.h"
 
+#include "plugins/PluginVerdict.h"
 #include "services/TestingPanel.h"
 #include "tabs/ConfigurationTabPage.h"
 #include "tabs/OptionsTabPage.h"
@@ -18,10 +19,12 @@ LinuxPane::LinuxPane(const std::string& root)
 LinuxPane::~LinuxPane() { window_.reset(); }
 
 bool LinuxPane::waitForOutput(int descriptor) {
-  if (waitReadable(window_.get(), descriptor)) return true;
-  // The sheet that follows tells of a plug-in that gave no answer; it was not asked to the end.
-  dialogs_.addToNextSheet(QStringLiteral("You have cancelled the test before the plug-in answered."));
-  return false;
+  const bool answered = waitReadable(window_.get(), descriptor);
+  // The verdict that follows tells of a plug-in that gave no answer; it was not asked to the end.
+  dialogs_.addNote(
+      verdictMessage(false),
+      answered ? QString() : QStringLiteral("You have cancelled the test before the plug-in answered."));
+  return answered;
 }
 
 void LinuxPane::open() {

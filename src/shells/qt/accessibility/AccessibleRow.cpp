@@ -6,6 +6,7 @@
 
 #include "Text.h"
 #include "accessibility/AccessibleChoice.h"
+#include "widgets/EntryField.h"
 
 namespace corvane::qt {
 namespace {
@@ -100,7 +101,7 @@ void AccessibleRow::setText(QAccessible::Text kind, const QString& text) {
   const SpokenRow row = spoken();
   const PopUpButtonCell* menu = menuOf(row);
   if (menu == nullptr) {
-    rows_.edit(item_, PropertyList::string(fromQString(text)));
+    rows_.edit(item_, PropertyList::string(fromQString(EntryField::inOneLine(text))));
     return;
   }
   const auto item = std::find(menu->items.begin(), menu->items.end(), fromQString(text));
@@ -267,7 +268,8 @@ void AccessibleRow::replaceText(int start, int end, const QString& text) {
   const auto length = static_cast<int>(whole.size());
   start = std::clamp(start, 0, length);
   end = end < 0 ? length : std::clamp(end, start, length);
-  rows_.edit(item_, PropertyList::string(fromQString(whole.replace(start, end - start, text))));
+  rows_.edit(item_, PropertyList::string(
+                        fromQString(whole.replace(start, end - start, EntryField::inOneLine(text)))));
 }
 
 }  // namespace corvane::qt

@@ -67,7 +67,7 @@ void AccessibleRows::turn(const OutlineItem& item) {
 void AccessibleRows::edit(const OutlineItem& item, const PropertyList& value) {
   const SpokenRow row = spokenRow(outline_, item);
   if (!areInReach() || row.column == nullptr) return;
-  acts_.dropEditor();  // it would put the former value back when it closes
+  acts_.dropEditor(indexOf(item));  // it would put the former value back when it closes
   outline_.editCell(item, *row.column, value);
 }
 

@@ -24,7 +24,7 @@ class AccessibleRows final : public QObject {
   struct Acts {
     std::function<bool()> areInReach;
     std::function<void(const QModelIndex&)> openEditor;
-    std::function<void()> dropEditor;
+    std::function<void(const QModelIndex&)> dropEditor;  // of this row only
   };
   AccessibleRows(OutlineView& outline, OutlineTree& tree, OutlineModel& model, Acts acts);
   ~AccessibleRows() override;

@@ -46,7 +46,9 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
   showExpansionBelow({});
   new AccessibleRows(outline_, widget_, *model_,
                      {[this] { return isInReach(); }, [this](const QModelIndex& index) { edit(index); },
-                      [this] { delegate_->dropEditor(); }});
+                      [this](const QModelIndex& index) {
+                        if (widget_.indexWidget(index) == delegate_->openEditor()) delegate_->dropEditor();
+                      }});
   refresh();
 }
 
@@ -163,6 +165,8 @@ void OutlineViewBinder::showExpansionOf(const OutlineItem& item) {
   }
   const QModelIndex index = model_->indexOf(item);
   const QScopedValueRollback<bool> showing(showing_, true);
+  // A plug-in opens with all its options, each of which tells so: the rows are laid out once, for all.
+  if (isOpen) widget_.scheduleDelayedItemsLayout();
   widget_.setExpanded(index, isOpen);
   if (isOpen) showExpansionBelow(index);
 }

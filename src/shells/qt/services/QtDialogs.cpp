@@ -73,9 +73,13 @@ QWidget* QtDialogs::visibleWindow() const {
   return window->isVisible() ? window : nullptr;
 }
 
+QString QtDialogs::takeNoteOf(const AlertDescription& alert) {
+  return alert.messageText == note_.first ? std::exchange(note_.second, QString()) : QString();
+}
+
 void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/,
                            std::function<void(const AlertResult&)> ended) {
-  auto* panel = new AlertPanel(alert, std::exchange(nextNote_, QString()), &host_);
+  auto* panel = new AlertPanel(alert, takeNoteOf(alert), &host_);
   QObject::connect(panel, &AlertPanel::ended, panel,
                    [this, panel, ended = std::move(ended)](const AlertResult& result) {
                      const auto report = ended;  // the panel, and with it this call, may go away meanwhile

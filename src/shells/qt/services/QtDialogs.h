@@ -16,9 +16,9 @@ class QtDialogs final : public Dialogs {
   /// Every sheet belongs to the one window of the host.
   explicit QtDialogs(SheetHost& host) : host_(host) {}
 
-  /// What the window alone knows about the sheet that is begun next, and says in words of its own below the
-  /// alert's.
-  void addToNextSheet(QString note) { nextNote_ = std::move(note); }
+  /// What the window alone knows about the next alert with this message, and says in words of its own below
+  /// the alert's; other sheets may come before it. An empty note takes back the one before.
+  void addNote(std::string message, QString note) { note_ = {std::move(message), std::move(note)}; }
 
   void beginSheet(const AlertDescription& alert, SheetWindow window,
                   std::function<void(const AlertResult&)> ended) override;
@@ -29,7 +29,9 @@ class QtDialogs final : public Dialogs {
   [[nodiscard]] QWidget* visibleWindow() const;
 
   SheetHost& host_;
-  QString nextNote_;
+  [[nodiscard]] QString takeNoteOf(const AlertDescription& alert);
+
+  std::pair<std::string, QString> note_;  // by the message of its alert
 };
 
 }  // namespace corvane::qt

@@ -1,6 +1,5 @@
 #include "widgets/AlertPanel.h"
 
-#include <QCheckBox>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -11,6 +10,7 @@
 #include "appearance/Appearance.h"
 #include "appearance/Shapes.h"
 #include "ui_AlertPanel.h"
+#include "widgets/CheckBox.h"
 #include "widgets/PushButton.h"
 #include "widgets/ScrollingText.h"
 
@@ -77,7 +77,7 @@ AlertPanel::~AlertPanel() = default;
 void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
   const QString title = withoutShortcuts(toQString(checkBox.title));
   // What never has the keyboard is switched by its first letter with Alt.
-  accessory_ = new QCheckBox(checkBox.refusesFirstResponder ? QLatin1Char('&') + title : title, this);
+  accessory_ = new CheckBox(checkBox.refusesFirstResponder ? QLatin1Char('&') + title : title, this);
   accessory_->setObjectName(QStringLiteral("accessory"));
   accessory_->setAccessibleName(toQString(checkBox.title));
   accessory_->setChecked(checkBox.on);

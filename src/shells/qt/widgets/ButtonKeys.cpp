@@ -6,6 +6,20 @@
 #include "widgets/SheetPanel.h"
 
 namespace corvane::qt {
+namespace {
+
+/// Whether Return belongs to a panel or sheet around the widget.
+bool isInPanel(const QWidget& widget) {
+  for (const QWidget* around = widget.parentWidget(); around != nullptr; around = around->parentWidget()) {
+    if (qobject_cast<const SheetPanel*>(around) != nullptr ||
+        qobject_cast<const QDialog*>(around) != nullptr) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
 
 ButtonKey buttonKeyOf(const QKeyEvent& event) {
   switch (event.key()) {
@@ -21,13 +35,20 @@ ButtonKey buttonKeyOf(const QKeyEvent& event) {
   }
 }
 
-bool isInPanel(const QWidget& widget) {
-  for (const QWidget* around = widget.parentWidget(); around != nullptr; around = around->parentWidget()) {
-    if (qobject_cast<const SheetPanel*>(around) != nullptr || qobject_cast<const QDialog*>(around) != nullptr) {
+bool takeButtonKey(QAbstractButton& button, QKeyEvent& event) {
+  switch (buttonKeyOf(event)) {
+    case ButtonKey::Held:
       return true;
-    }
+    case ButtonKey::Return:
+      if (isInPanel(button)) {
+        event.ignore();  // the panel knows whose key it is
+      } else {
+        button.click();
+      }
+      return true;
+    default:
+      return false;
   }
-  return false;
 }
 
 bool pressButtonOf(const QWidget& panel, const QKeyEvent& event) {

@@ -5,14 +5,14 @@
 // under the finger.
 #pragma once
 
+#include <QAbstractButton>
 #include <QKeyEvent>
-#include <QWidget>
 
 namespace corvane::qt {
 
 enum class ButtonKey {
-  None,    // no key for buttons
-  Held,    // one that is still down: does nothing
+  None,  // no key for buttons
+  Held,  // one that is still down: does nothing
   Space,
   Return,  // and Enter
   Escape,
@@ -20,8 +20,8 @@ enum class ButtonKey {
 
 [[nodiscard]] ButtonKey buttonKeyOf(const QKeyEvent& event);
 
-/// Whether Return belongs to a panel or sheet around the widget.
-[[nodiscard]] bool isInPanel(const QWidget& widget);
+/// For a button that gets a key. True: that was all, the toolkit is not to hear of it.
+[[nodiscard]] bool takeButtonKey(QAbstractButton& button, QKeyEvent& event);
 
 /// For a panel or sheet that gets a key which no control inside has taken: presses the push button that is
 /// the default one (Return), or whose `escapes` is set (Escape). False for a key that is not for buttons.

@@ -28,21 +28,6 @@ bool isLineBreak(QChar character) {
 
 qsizetype lineBreaksIn(const QString& text) { return std::count_if(text.begin(), text.end(), isLineBreak); }
 
-/// Without the line breaks at the ends, and with a blank for those between two words.
-QString inOneLine(const QString& text) {
-  QString line;
-  bool isAfterBreak = false;
-  for (const QChar character : text) {
-    if (isLineBreak(character)) {
-      isAfterBreak = !line.isEmpty();
-      continue;
-    }
-    if (std::exchange(isAfterBreak, false)) line += QLatin1Char(' ');
-    line += character;
-  }
-  return line;
-}
-
 }  // namespace
 
 /// The one place through which the toolkit takes every change of the text.
@@ -62,6 +47,20 @@ EntryField::EntryField(QWidget* parent) : QLineEdit(parent) {
   setValidator(new Question(*this));
   // Undoing and redoing are asked about too, but the toolkit does not take them back by itself.
   connect(this, &QLineEdit::textChanged, this, &EntryField::settle);
+}
+
+QString EntryField::inOneLine(const QString& text) {
+  QString line;
+  bool isAfterBreak = false;
+  for (const QChar character : text) {
+    if (isLineBreak(character)) {
+      isAfterBreak = !line.isEmpty();
+      continue;
+    }
+    if (std::exchange(isAfterBreak, false)) line += QLatin1Char(' ');
+    line += character;
+  }
+  return line;
 }
 
 void EntryField::showText(const QString& text) {

@@ -29,6 +29,8 @@ class EntryField : public QLineEdit {
   /// The text that was shown or taken last. What an input method is still composing is no part of it, nor is
   /// the selection gone that will make place for it.
   [[nodiscard]] const QString& standingText() const { return standing_; }
+  /// Without the line breaks at the ends, and with a blank for those between two words.
+  [[nodiscard]] static QString inOneLine(const QString& text);
 
  protected:
   bool event(QEvent* event) override;

@@ -45,6 +45,8 @@ class OutlineTree final : public QTreeView {
   /// Goes to the next row that begins with what is being typed; the same letter again goes on to the next
   /// one.
   void keyboardSearch(const QString& letters) override;
+  /// Lays the rows out when their places are needed next, once for all that changes until then.
+  using QTreeView::scheduleDelayedItemsLayout;
   /// Gives the keyboard to the control before or after the tree.
   void leave(bool forward) { focusNextPrevChild(forward); }
 

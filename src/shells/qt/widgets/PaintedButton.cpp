@@ -5,15 +5,7 @@
 namespace corvane::qt {
 
 void PaintedButton::keyPressEvent(QKeyEvent* event) {
-  switch (buttonKeyOf(*event)) {
-    case ButtonKey::Held:
-      return;
-    case ButtonKey::Return:
-      click();
-      return;
-    default:
-      QAbstractButton::keyPressEvent(event);
-  }
+  if (!takeButtonKey(*this, *event)) QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace corvane::qt

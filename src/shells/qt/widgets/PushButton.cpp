@@ -9,19 +9,7 @@ PushButton::PushButton(const QString& title, QWidget* parent) : QPushButton(titl
 }
 
 void PushButton::keyPressEvent(QKeyEvent* event) {
-  switch (buttonKeyOf(*event)) {
-    case ButtonKey::Held:
-      return;
-    case ButtonKey::Return:
-      if (isInPanel(*this)) {
-        event->ignore();  // the panel knows whose key it is
-      } else {
-        click();
-      }
-      return;
-    default:
-      QPushButton::keyPressEvent(event);
-  }
+  if (!takeButtonKey(*this, *event)) QPushButton::keyPressEvent(event);
 }
 
 }  // namespace corvane::qt
