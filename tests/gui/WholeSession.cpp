@@ -79,6 +79,10 @@ void WholeSession::live(int steps) {
 
 void WholeSession::settle() {
   QApplication::processEvents();
+  // What has ended an act is delivered first.
+  EXPECT_TRUE(eventually([this] {
+    return window_.assembly().pluginsView().pluginsTable.holdsRows() == model_.plugins.isHeld();
+  }));
   if (QApplication::activeModalWidget() != nullptr || window_.window().isActiveWindow()) return;
   // Without a window manager a panel that was above the window may still count as the active one.
   window_.window().activateWindow();
@@ -140,17 +144,28 @@ void WholeSession::switchLock() {
   say("presses the lock");
   person().press("authView");
   if (model_.unlocked()) {
-    model_.closeLock();
+    closeLock();
   } else {
     model_.openLock();
   }
+}
+
+/// With the lock the editor closes that is open in a row.
+void WholeSession::closeLock() {
+  model_.closeLock();
+  endTypingInRow();
+  model_.plugins.actEnded();
+}
+
+void WholeSession::endTypingInRow() {
+  if (std::exchange(typesInRow_, false)) --model_.plugins.holds;
 }
 
 void WholeSession::loseRights() {
   if (!model_.unlocked()) return;
   say("loses the rights");
   window_.root.recording.granted->tellLost();
-  model_.closeLock();
+  closeLock();
 }
 
 // --- what comes in between
@@ -306,7 +321,7 @@ void WholeSession::assistActsElsewhere() {
     say("assistive technology presses the lock");
     persons_[2]->press("authView", {});
     if (model_.unlocked()) {
-      model_.closeLock();
+      closeLock();
     } else {
       model_.openLock();
     }

@@ -46,6 +46,8 @@ class WholeSession {
   // Steps.
   void step();
   void switchLock();
+  void closeLock();
+  void endTypingInRow();
   void actAtSetting();
   void typeInSetting(const ModelSetting& setting);
   void actAtVolumes();
@@ -111,7 +113,7 @@ class WholeSession {
   bool sheetIsOpen_ = false;
   const ModelSetting* typedSetting_ = nullptr;  // in which a text is being typed
   std::string typed_;
-  std::optional<ModelRow> typedRow_;
+  bool typesInRow_ = false;
   std::string said_;
 };
 

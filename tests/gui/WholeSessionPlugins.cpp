@@ -135,9 +135,10 @@ void WholeSession::typeInRow(const ModelRow& row) {
   auto* field = qobject_cast<QLineEdit*>(openEditor(tree()));
   ASSERT_NE(field, nullptr) << "no field opens";
   ++model_.plugins.holds;
+  typesInRow_ = true;
   type(*field, keys.c_str());
   if (oneIn(2)) meanwhile();
-  --model_.plugins.holds;
+  endTypingInRow();
   if (!model_.unlocked()) {
     EXPECT_EQ(openEditor(tree()), nullptr);
     return;
@@ -151,7 +152,7 @@ void WholeSession::typeInRow(const ModelRow& row) {
   model_.plugins.store(row, text(keys));
   if (end == 1) {
     press(window_.window(), Qt::Key_Tab);
-    settle();
+    QApplication::processEvents();
     if (openEditor(tree()) != nullptr) press(window_.window(), Qt::Key_Escape);
   } else if (end == 2) {
     leaveTab(1);
