@@ -3,17 +3,22 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <unistd.h>
 
 #include "MacVolume.h"
 #include "PolkitMachine.h"
 #include "WholePane.h"
+#include "posix/Pipe.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane::test {
@@ -31,6 +36,35 @@ inline std::string text(const Dictionary& values) { return writeXmlPropertyList(
 
 inline const Dictionary kOld = settings("old", 3000);
 inline const Dictionary kNew = settings("new", 5000);
+
+/// What root does to the machine while a process of the user goes on, and when that process says so.
+class Interruption {
+ public:
+  explicit Interruption(std::function<void()> act)
+      : root_([this, act = std::move(act)] {
+          char byte = 0;
+          if (::read(begun_.readEnd.get(), &byte, 1) != 1) return;
+          act();
+          (void)!::write(done_.writeEnd.get(), "!", 1);
+        }) {}
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption() {
+    begun_.writeEnd.reset();
+    root_.join();
+  }
+  /// Returns when it is done.
+  void letHappen() const {
+    char byte = 0;
+    ASSERT_EQ(::write(begun_.writeEnd.get(), "!", 1), 1);
+    ASSERT_EQ(::read(done_.readEnd.get(), &byte, 1), 1);
+  }
+
+ private:
+  Pipe begun_ = makePipe();
+  Pipe done_ = makePipe();
+  std::thread root_;
+};
 
 class WriteFaults : public testing::Test {
  protected:

@@ -80,10 +80,11 @@ TEST_F(WriteFaults, ReadOnlyStagingFolderKeepsTheOldFileAlsoWithAStaleStagingFil
   mountOver("/private/tmp", "mode=1777");
   volume->file(kStaging, text(settings("stale")));
   ASSERT_EQ(::chown((*volume / kStaging).c_str(), PolkitMachine::kUser, PolkitMachine::kUser), 0);
-  remountReadOnly("/private/tmp", "mode=1777");
+  const Interruption remount([this] { remountReadOnly("/private/tmp", "mode=1777"); });
   machine.asUser([&] {
     WholePane pane(volume->root(), machine.helper());
     ASSERT_TRUE(pane.openLock());
+    remount.letHappen();
     EXPECT_THAT(
         write(pane, *volume / kTarget, kNew),
         ElementsAre(AllOf(HasSubstr("Root command failed: /bin/rm: "), HasSubstr("Read-only file system")),
@@ -95,10 +96,11 @@ TEST_F(WriteFaults, ReadOnlyStagingFolderKeepsTheOldFileAlsoWithAStaleStagingFil
 
 TEST_F(WriteFaults, MissingStagingFolderKeepsTheOldFile) {
   CORVANE_START();
-  ASSERT_EQ(::rmdir((*volume / "/private/tmp").c_str()), 0);
+  const Interruption removal([this] { EXPECT_EQ(::rmdir((*volume / "/private/tmp").c_str()), 0); });
   machine.asUser([&] {
     WholePane pane(volume->root(), machine.helper());
     ASSERT_TRUE(pane.openLock());
+    removal.letHappen();
     EXPECT_THAT(write(pane, *volume / kTarget, kNew), ElementsAre("Failed to write tmp file"));
   });
   expectOldTarget();
