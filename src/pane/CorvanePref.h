@@ -69,6 +69,8 @@ class CorvanePref final : public PaneServices,
   /// Hears of everything that the pane reads again because a file has changed.
   std::function<void(Reload)> onReload;
 
+  /// Whether something was tried and has not been done since. The status field tells what.
+  [[nodiscard]] bool hasFailures() const { return status_.hasFailures(); }
   [[nodiscard]] bool uninstalled() const { return uninstalled_; }
   [[nodiscard]] bool clientSettingsReadError() const { return clientSettingsReadError_; }
 

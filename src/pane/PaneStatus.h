@@ -23,6 +23,7 @@ class PaneStatus {
   /// prefix.
   void fileWasWritten(const std::string& path, const Result& result);
   void scriptWasStarted(const std::string& path, const Result& result);
+  [[nodiscard]] bool hasFailures() const { return !failures_.empty(); }
   /// What holds besides, until it is said again; empty for nothing. Failures are shown before it.
   void setCaution(std::string caution);
 

@@ -27,6 +27,16 @@ class Complaints {
   QtMessageHandler before_ = nullptr;
 };
 
+TEST_F(PluginsTab, OpeningAPluginLaysItsRowsOutOnce) {
+  openTab();
+  int layouts = 0;
+  QObject::connect(tree().verticalScrollBar(), &QScrollBar::rangeChanged, [&] { ++layouts; });
+  clickTriangle();
+  QApplication::processEvents();
+  EXPECT_GT(tree().verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(layouts, 1);
+}
+
 TEST_F(PluginsTab, ShowsThePluginWithItsTickAndOpensAllItsOptionsWithOneClick) {
   openTab();
   EXPECT_EQ(tree().model()->rowCount(), 1);

@@ -12,7 +12,7 @@ namespace {
 /// As long as this lives the letters that are typed in the tree are one word however slowly they come.
 class OneWord final {
  public:
-  OneWord() { QApplication::setKeyboardInputInterval(kHang); }
+  OneWord() { QApplication::setKeyboardInputInterval(kHangMilliseconds); }
   ~OneWord() { QApplication::setKeyboardInputInterval(before_); }
   OneWord(const OneWord&) = delete;
   OneWord& operator=(const OneWord&) = delete;
@@ -131,6 +131,7 @@ void WholeSession::typeInRow(const ModelRow& row) {
     model_.plugins.store(row, text(keys));
     return;
   }
+  const PropertyList before = model_.plugins.shownValue(row);
   person().actOn(treeRow(row));
   auto* field = qobject_cast<QLineEdit*>(openEditor(tree()));
   ASSERT_NE(field, nullptr) << "no field opens";
@@ -149,7 +150,7 @@ void WholeSession::typeInRow(const ModelRow& row) {
     press(window_.window(), Qt::Key_Escape);
     return;
   }
-  model_.plugins.store(row, text(keys));
+  if (before != text(keys)) model_.plugins.store(row, text(keys));
   if (end == 1) {
     press(window_.window(), Qt::Key_Tab);
     QApplication::processEvents();

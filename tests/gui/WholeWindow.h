@@ -3,7 +3,8 @@
 // how fast the machine is.
 #pragma once
 
-#include <map>
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -87,13 +88,20 @@ class WholeWindow {
     test_.layOutFolders();
     std::filesystem::create_directories(disk(model.paths.updaterSupport));
     test_.writeText(disk(model.paths.diskJournalPid), "4711\n");
-    test_.processOutput.output = "  PID\n 4711\n";
+    test_.processes.text = "  PID\n 4711\n";
     test_.fileEventQueues.exists = [this](const std::string& path) { return test_.files.exists(path); };
     for (const ModelPlugin& plugin : WholeModel::pluginDefinitions()) writeDefinition(plugin);
     for (int i = 0; i < 4; ++i) {
       test_.writeText(disk("/Users/file" + std::to_string(i)), "");
       std::filesystem::create_directories(disk("/Users/folder" + std::to_string(i)));
     }
+    // What is read for the user as root is a copy that the commands of this test have made.
+    test_.propertyLists.copiesTo = [this](const std::string& path) {
+      return static_cast<std::size_t>(
+          std::ranges::count_if(root.recording.commands, [&](const RootCommand& command) {
+            return command.tool == tool::kCp && command.arguments.back() == path;
+          }));
+    };
     root.onCopied = [this](const std::string& path) { wasChanged(path); };
   }
   ~WholeWindow() { window_.reset(); }  // before the controls that it shows
@@ -104,6 +112,7 @@ class WholeWindow {
     assembly_ = std::make_unique<PaneAssembly>(platform_, test_.root.path());
     window_->bindFrameTo(assembly_->view());
     window_->bindHeaderTo(assembly_->view());
+    window_->bindIconTo(assembly_->view());
     window_->setTabPage(0, new qt::ConfigurationTabPage(assembly_->configurationView()));
     window_->setTabPage(1, new qt::OptionsTabPage(assembly_->optionsView(), window_->sheets()));
     window_->setTabPage(2, new qt::PluginsTabPage(assembly_->pluginsView()));
@@ -184,7 +193,7 @@ class WholeWindow {
                      test_.directoryEvents,
                      test_.fileEventQueues,
                      root,
-                     test_.processOutput,
+                     test_.processes,
                      test_.texts,
                      dialogs_,
                      workspace_,

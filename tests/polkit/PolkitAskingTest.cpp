@@ -147,8 +147,8 @@ class MisbehavingHelper : public Asking, public testing::WithParamInterface<Misb
 TEST_P(MisbehavingHelper, FailsTheRequestAndIsLostOnce) {
   // The others say something, however busy the machine is.
   const bool isSilent = GetParam().launcher == "silent";
-  const auto outcome = isSilent ? ask(GetParam().launcher, kShortAnswer) : ask(GetParam().launcher);
-  ASSERT_EQ(outcome, AuthorizationOutcome::Granted);
+  ASSERT_EQ(isSilent ? ask(GetParam().launcher, kShortAnswer) : ask(GetParam().launcher),
+            AuthorizationOutcome::Granted);
   watchForLoss();
   const auto answer = request(GetParam().wantsOutput);
   EXPECT_EQ(answer.reply.outcome, helper::Outcome::Failed);

@@ -69,8 +69,8 @@ int Tree::endAct() {
   const TextField& status = pane_->view().statusField;
   if (!status.hidden()) {
     for (const std::string& line : split(status.toolTip(), '\n')) (void)complain(line, 0);
-    return kNotWritten;
   }
+  if (pane_->pane().hasFailures()) return kNotWritten;
   const bool isRefused = !dialogs_.told.empty() && dialogs_.told.back().style != AlertStyle::Informational;
   return isRefused ? kRefused : kDone;  // the alert was complained of when it came
 }
