@@ -159,6 +159,18 @@ TEST_F(CtlPlugins, WhatThePaneDoesNotStoreIsToldWithItsReason) {
   EXPECT_EQ(files(), before);
 }
 
+TEST_F(CtlPlugins, ABoxThatStaysAsItIsInTheWindowIsTold) {
+  // A click on a box of this kind stores the inverse of what the box shows then, which is what is stored.
+  ASSERT_EQ(value("check_web_sites", "Check_Certificates"), true);
+  refused({"plugins", "set", "check_web_sites", "Check_Certificates", "off"}, 65,
+          "Check_Certificates was not changed: the pane still shows \"on\"");
+}
+
+TEST_F(CtlPlugins, APasswordThatNobodyTypesIsNotStored) {
+  refused({"plugins", "set", "check_file_server", "Password", "-"}, 65,
+          "Password: standard input holds no password");
+}
+
 TEST_F(CtlPlugins, AnEntryThatIsInTheListIsNotAddedAgain) {
   std::filesystem::create_directories(demo.root + "/etc");
   std::ofstream(demo.root + "/etc/hosts") << "text";

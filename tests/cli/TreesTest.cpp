@@ -3,6 +3,7 @@
 #include <string>
 
 #include <gmock/gmock.h>
+#include <pty.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -123,6 +124,25 @@ TEST_F(CtlTrees, NamesThatCouldHarmATerminalAreWrittenOut) {
   std::ofstream(demo.paths.clientSettings) << *writeXmlPropertyList(settings);
   EXPECT_EQ(good({"get", "group"}), "a\\u{1B}[31m\\u{0A}b\n");
   EXPECT_EQ(json({"get", "group"}).at("settings").at("group"), "a\033[31m\nb");
+}
+
+TEST_F(CtlTrees, OnATerminalColumnsAreAlignedAndColouredUnlessThatIsNotWanted) {
+  int primary = -1;
+  int terminal = -1;
+  ASSERT_EQ(::openpty(&primary, &terminal, nullptr, nullptr, nullptr), 0);
+  const FileDescriptor reader(primary);
+  FileDescriptor writer(terminal);
+  const auto shown = [&](const char* colours) {
+    ::setenv("TERM", "xterm", 1);
+    ::setenv("NO_COLOR", colours, 1);
+    RunningCtl writing(at({"get", "automount", "run-interval"}), writer.get());
+    EXPECT_EQ(writing.end().status, 0);
+    char buffer[4096];
+    const ssize_t count = ::read(reader.get(), buffer, sizeof buffer);
+    return std::string(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
+  };
+  EXPECT_EQ(shown(""), "\033[2mautomount\033[0m     off\r\n\033[2mrun-interval\033[0m  2\r\n");
+  EXPECT_EQ(shown("1"), "automount     off\r\nrun-interval  2\r\n");
 }
 
 class CtlCheck : public CtlTest {};

@@ -2,6 +2,9 @@
 #include <algorithm>
 #include <iostream>
 
+#include <termios.h>
+#include <unistd.h>
+
 #include "ExitStatus.h"
 #include "PluginRows.h"
 #include "Setting.h"
@@ -74,12 +77,35 @@ int complainOfType(Tree& tree, const Named& row, std::string_view act) {
       formatText("%@ is a %@, which %@", {row.name, PluginRows::optionOf(row.item).type(), act}), kRefused);
 }
 
-/// A password need not stand on the command line, where other users could see it.
-std::string withoutDash(const PluginOption& option, const std::string& value) {
-  if (!option.isOfType(setting_type::kPasswordField) || value != "-") return value;
-  std::string line;
-  std::getline(std::cin, line);
-  return line;
+/// Keeps what is typed on a terminal from being seen, for as long as it lives.
+class QuietTerminal {
+ public:
+  QuietTerminal() : isTerminal_(::tcgetattr(STDIN_FILENO, &before_) == 0) {
+    termios quiet = before_;
+    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    if (isTerminal_) (void)::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+  }
+  QuietTerminal(const QuietTerminal&) = delete;
+  QuietTerminal& operator=(const QuietTerminal&) = delete;
+  ~QuietTerminal() {
+    if (isTerminal_) (void)::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+  }
+
+ private:
+  termios before_{};
+  bool isTerminal_;
+};
+
+/// The value itself, or the line that standard input has for it: a password need not stand on the command
+/// line, where other users could see it.
+int readValue(const Session& session, Tree& tree, const Named& row, std::string& value) {
+  value = session.arguments.words.front();
+  const bool isAsked = PluginRows::optionOf(row.item).isOfType(setting_type::kPasswordField) && value == "-";
+  if (!isAsked) return kDone;
+  const QuietTerminal quiet;
+  if (!session.interruption.waitReadable(STDIN_FILENO)) return kOfSignal + session.interruption.signal();
+  if (std::getline(std::cin, value)) return kDone;
+  return tree.complain(formatText("%@: standard input holds no password", {row.name}), kRefused);
 }
 
 /// The value that a cell of the option takes for the text; complains when it takes none.
@@ -141,8 +167,10 @@ int endChange(Tree& tree, const Target& target, const std::function<bool(const J
   PluginRows rows(tree);
   const auto plugin = rows.pluginNamed(target.plugin->name);
   const auto again = plugin ? rows.optionNamed(*plugin, target.option->name) : std::nullopt;
-  if (again && isAsWanted(rows.shownValue(again->item))) return kDone;
-  return tree.nothingCame(target.option->name, "the pane does not store it");
+  if (!again) return kRefused;  // it has gone meanwhile
+  const Json shown = rows.shownValue(again->item);
+  if (isAsWanted(shown)) return kDone;
+  return tree.nothingCame(target.option->name, formatText("the pane still shows \"%@\"", {lineOf(shown)}));
 }
 
 int setCheckbox(Tree& tree, const Target& target, const std::string& word) {
@@ -285,7 +313,11 @@ int setPluginOption(const Session& session, Tree& tree) {
   const bool isPicker = type.editor == Editor::FilePicker || type.editor == Editor::FolderPicker;
   if (rows.empty() || (!isPicker && !type.showsValue))
     return complainOfType(tree, *target.option, "has no value");
-  if (!isPicker) return setText(tree, target, rows.front(), withoutDash(option, words.front()));
+  if (!isPicker) {
+    std::string value;
+    if (const int status = readValue(session, tree, *target.option, value)) return status;
+    return setText(tree, target, rows.front(), value);
+  }
   return choosePath(tree, target, rows.front(), words.front(),
                     [&](const Json& shown) { return textOf(shown) == words.front(); });
 }
