@@ -3,6 +3,7 @@
 namespace corvane {
 
 ConfigurationTabView::ConfigurationTabView() {
+  showRun(false);
   runClientButton.setToolTip("Examine this computer and report to the server at once");
   updateClientNowButton.setToolTip("Let the client look for a newer version of itself at once");
   runIntervalTextField.setToolTip("Whole hours from one run of the client to the next, 1 to 6");
@@ -12,6 +13,10 @@ ConfigurationTabView::ConfigurationTabView() {
 
   runIntervalTextField.setAccessibleName("Run the client every so many hours");
   clientGroupTextField.setAccessibleName("Group of this computer");
+}
+
+void ConfigurationTabView::showRun(bool isInProgress) {
+  runClientButton.setTitle(isInProgress ? "Running…" : "Run Client Now");
 }
 
 }  // namespace corvane

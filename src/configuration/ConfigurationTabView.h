@@ -9,10 +9,12 @@ namespace corvane {
 
 struct ConfigurationTabView {
   ConfigurationTabView();
+  /// The button that starts a run says while there is one that it runs.
+  void showRun(bool isInProgress);
 
   TextField lastRunClientLabel{TextField::Role::Label, "Client last ran (GMT):"};
   TextField lastRunClientField{TextField::Role::Label, "Unknown"};
-  Button runClientButton{ButtonKind::Push, "Run Client Now"};
+  Button runClientButton{ButtonKind::Push};  // titled by showRun
 
   TextField lastRunUpdaterLabel{TextField::Role::Label, "Last checked for updates (GMT):"};
   TextField lastRunUpdaterField{TextField::Role::Label, "Unknown"};

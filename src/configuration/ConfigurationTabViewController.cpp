@@ -135,12 +135,14 @@ void ConfigurationTabViewController::checkForFile() {
       platform_.fileEventQueues, platform_.log, paths_.errorLoggerPid, false);
   if (!watcherClientPID_) return;  // gone meanwhile, perhaps; the next tick tries again
   view_.runClientButton.setEnabled(false);
+  view_.showRun(true);
   watcherClientPID_->setDelegate(this);
 }
 
 void ConfigurationTabViewController::fileWatcherFileHasDisappeared(QLCFileWatcher& watcher,
                                                                    const std::string& /*path*/) {
   if (&watcher != watcherClientPID_.get()) return;
+  view_.showRun(false);
   view_.runClientButton.setEnabled(unlocked());
   watcherClientPID_->endWatching();  // each run has a watcher of its own; none may stay behind
   watcherClientPID_.reset();

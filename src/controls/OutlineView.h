@@ -120,6 +120,9 @@ class OutlineView final : public Control {
   /// Of a standard row, in points: the shell's to choose.
   [[nodiscard]] double rowHeight() const { return rowHeight_; }
   void setRowHeight(double height) { rowHeight_ = height; }
+  /// What stands in the place of the rows while there are none.
+  [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
+  void setPlaceholder(std::string text) { placeholder_ = std::move(text); }
   [[nodiscard]] bool highlightsSelection() const { return highlightsSelection_; }
   void setHighlightsSelection(bool highlights);
 
@@ -214,6 +217,7 @@ class OutlineView final : public Control {
   OutlineViewDataSource* dataSource_ = nullptr;
   OutlineViewDelegate* delegate_ = nullptr;
   double rowHeight_ = 0;
+  std::string placeholder_;
   bool highlightsSelection_ = true;
   int holds_ = 0;
   CellReference selectedCell_;

@@ -65,10 +65,8 @@ void OptionsTabView::setAccessibleNames() {
 
   bootVolumeWarningCheckbox.setAccessibleName("Warn when the startup disk is nearly full");
   bootVolumeFullTextField.setAccessibleName("Startup disk: so many percent full");
-  bootVolumeWarningTrailingButton.setAccessibleName("percent full: switch the startup disk warning");
   timeMachineWarningCheckbox.setAccessibleName("Warn when a backup is older than some days");
   timeMachineInactiveTextField.setAccessibleName("Time Machine: older than so many days");
-  timeMachineWarningTrailingButton.setAccessibleName("days: switch the Time Machine warning");
   advancedButton.setAccessibleName("Advanced… Time Machine options");
 
   timeMachineAdvancedWindow.setAccessibleName(timeMachineAdvancedWindow.title());
@@ -82,7 +80,12 @@ void OptionsTabView::setToolTips() {
       "System volumes and other file systems are left out of the list at first.");
   purgeButton.setToolTip("Forgets the settings of a volume that is not mounted.");
   automountCheckbox.setToolTip("A setting of the system, not of the monitoring client.");
-  bootVolumeFullTextField.setToolTip(percentageTextField.stringValue());
+  monitorPresenceThresholdTextField.setToolTip("A number of minutes, 1 to 60");
+  for (TextField* percent : {&monitorUsageThresholdTextField, &bootVolumeFullTextField})
+    percent->setToolTip(percentageTextField.stringValue());
+  timeMachineInactiveTextField.setToolTip("1 to 99 days");
+  manuallyTriggerTextField.setToolTip("0 to 99 days");
+  timeOfDayTextField.setToolTip("An hour, 1 to 12");
 }
 
 }  // namespace corvane

@@ -62,6 +62,10 @@ void OptionsTabViewController::connectActions() {
     editor_.toggleMonitorPresenceCheckbox(sender);
   };
   view_.monitorUsageCheckbox.action = [this](Button& sender) { editor_.toggleMonitorUsageCheckbox(sender); };
+  for (Button* label : {&view_.volumeOptionWarnAfterButton, &view_.volumeOptionMinutesButton})
+    label->action = [this](Button&) { view_.monitorPresenceCheckbox.click(); };
+  for (Button* label : {&view_.volumeOptionWarnAtButton, &view_.volumeOptionPercentageButton})
+    label->action = [this](Button&) { view_.monitorUsageCheckbox.click(); };
   for (TextField* field : {&view_.monitorPresenceThresholdTextField, &view_.monitorUsageThresholdTextField}) {
     field->textDidChange = [this](TextField& changed) { editor_.controlTextDidChange(changed); };
   }

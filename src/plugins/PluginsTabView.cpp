@@ -20,6 +20,7 @@ PluginsTabView::PluginsTabView()
     : pluginsLabel(TextField::Role::Label, "Plugins of the monitoring client and their settings:"),
       pluginsTable({column(kEnabledColumn, 56, true), column(kPluginColumn, 520, false)}) {
   pluginsTable.setAccessibleName("Plugins and their settings");
+  pluginsTable.setPlaceholder("No plugins are installed.");
 }
 
 }  // namespace corvane

@@ -1,10 +1,10 @@
 #include <QApplication>
 #include <QPalette>
-#include <cmath>
 
 #include <gtest/gtest.h>
 
 #include "appearance/Appearance.h"
+#include "appearance/Contrast.h"
 
 namespace corvane::test {
 namespace {
@@ -18,19 +18,9 @@ QColor seenOn(const QColor& ground, const QColor& color) {
                           mix(ground.blueF(), color.blueF()));
 }
 
-/// Relative luminance of the sRGB color, 0 to 1.
-double luminance(const QColor& color) {
-  const auto linear = [](double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-/// From 1, no difference, to 21, black on white.
+/// Of the color as it looks on the ground.
 double contrast(const QColor& ground, const QColor& color) {
-  const double one = luminance(ground);
-  const double other = luminance(seenOn(ground, color));
-  return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+  return qt::contrast(ground, seenOn(ground, color));
 }
 
 class AppearanceTest : public ::testing::TestWithParam<Appearance> {

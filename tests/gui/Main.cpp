@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFont>
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,9 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariable("XDG_CURRENT_DESKTOP") == QLatin1String("KDE"))
     qputenv("KDE_SESSION_VERSION", "5");
   QApplication application(argc, argv);
+  QFont desktop(QStringLiteral("DejaVu Sans"));
+  desktop.setPixelSize(13);  // a pixel is a point of the core
+  QApplication::setFont(desktop);
   corvane::qt::dressApplication(application);
   return RUN_ALL_TESTS();
 }

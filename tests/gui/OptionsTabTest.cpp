@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
+#include <QToolTip>
 
 #include "InputMethod.h"
 #include "OptionsTabFixture.h"
@@ -211,17 +212,34 @@ TEST_F(OptionsPage, TheRowsShowAndWriteTheirFiles) {
   EXPECT_EQ(pane.writes.back().path, platform.paths.autoDiskMount);
 }
 
-TEST_F(OptionsPage, ATrailingLabelSwitchesItsCheckBoxByMouseAndByKeyboard) {
+TEST_F(OptionsPage, AClickOnATextBesideACheckBoxSwitchesItAndTheTabKeyLeavesTheTextOut) {
   open();
-  auto& checkBox = find<QCheckBox>(window, "bootVolumeWarningCheckbox");
-  auto& label = find<LabelButton>(window, "bootVolumeWarningTrailingButton");
-  EXPECT_FALSE(checkBox.isChecked());
-  click(label);
-  EXPECT_TRUE(checkBox.isChecked());
-  label.setFocus();
-  press(window, Qt::Key_Space);
-  EXPECT_FALSE(checkBox.isChecked());
-  EXPECT_EQ(pane.writes.size(), 2U);
+  clickRow(2);
+  for (const auto& [text, box] :
+       {std::pair("volumeOptionWarnAfterButton", "monitorPresenceCheckbox"),
+        std::pair("volumeOptionMinutesButton", "monitorPresenceCheckbox"),
+        std::pair("volumeOptionWarnAtButton", "monitorUsageCheckbox"),
+        std::pair("volumeOptionPercentageButton", "monitorUsageCheckbox"),
+        std::pair("bootVolumeWarningTrailingButton", "bootVolumeWarningCheckbox"),
+        std::pair("timeMachineWarningTrailingButton", "timeMachineWarningCheckbox")}) {
+    SCOPED_TRACE(text);
+    auto& checkBox = find<QCheckBox>(window, box);
+    const bool before = checkBox.isChecked();
+    const std::size_t writes = pane.writes.size();
+    click(find<LabelButton>(window, text));
+    EXPECT_NE(checkBox.isChecked(), before);
+    EXPECT_EQ(pane.writes.size(), writes + 1);
+    EXPECT_EQ(find<LabelButton>(window, text).focusPolicy(), Qt::NoFocus);
+  }
+}
+
+TEST_F(OptionsPage, AKeyThatANumberFieldRefusesSaysWhatItTakes) {
+  open();
+  auto& field = find<QLineEdit>(window, "bootVolumeFullTextField");
+  field.setFocus();
+  QTest::keyClicks(&field, QStringLiteral("x"));
+  EXPECT_EQ(QToolTip::text(), QStringLiteral("1 to 99 percent"));
+  QToolTip::hideText();
 }
 
 TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {
@@ -360,9 +378,8 @@ TEST_F(OptionsPage, EveryControlIsReachedWithTheTabKey) {
   for (const char* name :
        {"volumesTable", "monitorPresenceCheckbox", "monitorPresenceThresholdTextField",
         "monitorUsageCheckbox", "monitorUsageThresholdTextField", "showAllVolumeTypesButton", "purgeButton",
-        "bootVolumeWarningCheckbox", "bootVolumeFullTextField", "bootVolumeWarningTrailingButton",
-        "timeMachineWarningCheckbox", "timeMachineInactiveTextField", "timeMachineWarningTrailingButton",
-        "advancedButton", "automountCheckbox"}) {
+        "bootVolumeWarningCheckbox", "bootVolumeFullTextField", "timeMachineWarningCheckbox",
+        "timeMachineInactiveTextField", "advancedButton", "automountCheckbox"}) {
     EXPECT_TRUE(reached.contains(QString::fromLatin1(name))) << name;
   }
 }

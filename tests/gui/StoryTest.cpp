@@ -166,14 +166,17 @@ void Story::useVolumes() {
 void Story::useWarnings() {
   person->press("bootVolumeWarningCheckbox");
   expectChanged(demo.paths.rootCapacitySettings, {{"Plugin_Enabled", flag(false)}});
-  person->press("bootVolumeWarningTrailingButton");
+  // The text beside it is for the mouse.
+  person->press(GetParam() == Means::Mouse ? "bootVolumeWarningTrailingButton" : "bootVolumeWarningCheckbox");
   expectChanged(demo.paths.rootCapacitySettings, {{"Plugin_Enabled", flag(true)}});
   person->fill("bootVolumeFullTextField", "80");
   person->confirm();
   expectChanged(demo.paths.rootCapacitySettings, {{"Capacity_Threshold", number(80)}});
   person->press("timeMachineWarningCheckbox");
   expectChanged(demo.paths.timeMachineSettings, {{"Plugin_Enabled", flag(false)}});
-  person->press("timeMachineWarningTrailingButton");
+  // The text beside it is for the mouse.
+  person->press(GetParam() == Means::Mouse ? "timeMachineWarningTrailingButton"
+                                           : "timeMachineWarningCheckbox");
   expectChanged(demo.paths.timeMachineSettings, {{"Plugin_Enabled", flag(true)}});
   person->fill("timeMachineInactiveTextField", "14");
   person->confirm();

@@ -5,6 +5,7 @@
 
 #include "Fonts.h"
 #include "Text.h"
+#include "appearance/Contrast.h"
 
 namespace corvane::qt {
 namespace {
@@ -21,9 +22,8 @@ qreal offset(qreal room, qreal width, Qt::Alignment alignment) {
   return 0;
 }
 
-}  // namespace
-
-QColor colorOf(TextColor role, const QPalette& palette) {
+/// Each is readable in the usual light and in the usual dark.
+QColor usualColorOf(TextColor role, const QPalette& palette) {
   const bool dark = hasDarkBase(palette);
   switch (role) {
     case TextColor::Gray:
@@ -36,6 +36,14 @@ QColor colorOf(TextColor role, const QPalette& palette) {
       return dark ? QColor(0x6f, 0xb1, 0xff) : QColor(0x0a, 0x58, 0xca);
   }
   return palette.color(QPalette::Text);
+}
+
+}  // namespace
+
+QColor colorOf(TextColor role, const QPalette& palette) {
+  return readable(
+      usualColorOf(role, palette), palette.color(QPalette::Active, QPalette::Text),
+      {palette.color(QPalette::Active, QPalette::Base), palette.color(QPalette::Active, QPalette::Window)});
 }
 
 AttributedTextLayout::AttributedTextLayout(const AttributedText& text, const QFont& font,
@@ -59,6 +67,26 @@ AttributedTextLayout::AttributedTextLayout(const AttributedText& text, const QFo
   }
 }
 
+AttributedTextLayout::Line AttributedTextLayout::measure(const QTextLine& line) const {
+  Line result;
+  const auto add = [&result](const QFont& font) {
+    const QFontMetricsF metrics(font);
+    result.ascent = std::max(result.ascent, metrics.ascent());
+    result.height = std::max<qreal>(result.height, QFontMetrics(font).height());
+  };
+  const int lineEnd = line.textStart() + line.textLength();
+  int plain = line.textLength();
+  for (const QTextLayout::FormatRange& range : formats_) {
+    const int length =
+        std::min(range.start + range.length, lineEnd) - std::max(range.start, line.textStart());
+    if (length <= 0 || !range.format.hasProperty(QTextFormat::FontFamilies)) continue;
+    add(range.format.font());
+    plain -= length;
+  }
+  if (plain > 0 || result.height == 0) add(font_);
+  return result;
+}
+
 qreal AttributedTextLayout::lay(QTextLayout& layout, qreal width, bool wraps) const {
   QTextOption option;
   option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
@@ -68,8 +96,9 @@ qreal AttributedTextLayout::lay(QTextLayout& layout, qreal width, bool wraps) co
   qreal y = 0;
   for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
     line.setLineWidth(width);
-    line.setPosition(QPointF(0, y));
-    y += line.height();
+    const Line measured = measure(line);
+    line.setPosition(QPointF(0, y + measured.ascent - line.ascent()));
+    y += measured.height;
   }
   layout.endLayout();
   return y;
@@ -94,7 +123,7 @@ bool AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Align
   int shown = 0;
   qreal height = 0;
   while (shown < layout.lineCount()) {
-    const qreal next = height + layout.lineAt(shown).height();
+    const qreal next = height + measure(layout.lineAt(shown)).height;
     if (shown > 0 && next > rect.height() + 2) break;
     height = next;
     ++shown;
@@ -103,12 +132,13 @@ bool AttributedTextLayout::draw(QPainter& painter, const QRectF& rect, Qt::Align
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setPen(plainColor_);
-  // Where the toolkit's own labels and fields put their lines, so that a row of both stands on one line.
-  const qreal top = std::round(rect.top() + (rect.height() - height + 1) / 2);
+  const qreal top = rect.top() + std::floor((rect.height() - height) / 2);
   bool isWhole = true;
+  qreal y = 0;
   for (int i = 0; i < shown; ++i) {
     const QTextLine line = layout.lineAt(i);
-    const QRectF lineRect(rect.left(), top + line.y(), rect.width(), line.height());
+    const QRectF lineRect(rect.left(), top + y, rect.width(), measure(line).height);
+    y += lineRect.height();
     const bool cutShort =
         (i + 1 == shown && shown < layout.lineCount()) || line.naturalTextWidth() > rect.width();
     if (cutShort) {

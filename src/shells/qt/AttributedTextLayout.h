@@ -29,6 +29,11 @@ class AttributedTextLayout {
   bool draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const;
 
  private:
+  struct Line {
+    qreal ascent = 0, height = 0;
+  };
+  /// Of the fonts that the text names; not of those that stand in for them.
+  [[nodiscard]] Line measure(const QTextLine& line) const;
   qreal lay(QTextLayout& layout, qreal width, bool wraps) const;
   void drawShortened(QPainter& painter, int start, const QRectF& rect, Qt::Alignment alignment) const;
 

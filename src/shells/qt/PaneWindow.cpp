@@ -22,12 +22,13 @@ PaneWindow::PaneWindow(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PaneWindow>()), sheets_(new SheetHost(this)) {
   installAccessibleWidgets();
   ui_->setupUi(this);
+  scaleToFont(*this);
+  ui_->quorlenIconButton->setIconSize(QSize(1, 1) * toPixels(24));
   // The header's room is measured for this font; a text that comes without one is shown in it too.
   const QFont header = toQFont(Font{Font::Family::Arial, 14});
   for (QWidget* text : {ui_->greetingButton, ui_->urlButton}) text->setFont(header);
   ui_->greetingButton->setAlignment(Qt::AlignHCenter);
-  QFont small = font();
-  small.setPixelSize(12);
+  const QFont small = toQFont(Font{Font::Family::System, 12});
   for (QWidget* text : {static_cast<QWidget*>(ui_->statusField), static_cast<QWidget*>(ui_->authLabel)})
     text->setFont(small);
   ui_->clientVersionButton->setFont(small);

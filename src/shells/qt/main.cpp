@@ -7,6 +7,7 @@
 #include "NoDisplay.h"
 #include "Pictures.h"
 #include "Text.h"
+#include "WindowSize.h"
 #include "appearance/DesktopAppearance.h"
 #include "posix/Signals.h"
 
@@ -71,6 +72,7 @@ int main(int argc, char** argv) {
                ? 0
                : complain(QStringLiteral("a picture could not be written"));
   }
+  rememberSize(pane.window());
   pane.open();
   if (line.appearance == Appearance::System)
     new DesktopAppearance(DesktopAppearance::sessionBus(), &application);

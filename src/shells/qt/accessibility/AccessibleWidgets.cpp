@@ -34,14 +34,13 @@ class AccessibleSheet final : public QAccessibleWidget {
   const SheetPanel& panel_;
 };
 
-/// A text that can be clicked is a button, or a link where it looks like one; one that cannot is a text.
+/// A link, or a text: what a click on the text of a control does is the control's own to tell.
 class AccessibleLabelButton final : public QAccessibleWidget {
  public:
   explicit AccessibleLabelButton(LabelButton& button) : QAccessibleWidget(&button), button_(button) {}
 
   [[nodiscard]] QAccessible::Role role() const override {
-    if (!button_.isActive()) return QAccessible::StaticText;
-    return button_.isLink() ? QAccessible::Link : QAccessible::PushButton;
+    return isLink() ? QAccessible::Link : QAccessible::StaticText;
   }
   [[nodiscard]] QString text(QAccessible::Text kind) const override {
     const QString own = QAccessibleWidget::text(kind);
@@ -49,7 +48,7 @@ class AccessibleLabelButton final : public QAccessibleWidget {
   }
   [[nodiscard]] QStringList actionNames() const override {
     QStringList names = QAccessibleWidget::actionNames();
-    if (button_.isActive() && button_.isEnabled()) names.prepend(pressAction());
+    if (isLink() && button_.isEnabled()) names.prepend(pressAction());
     return names;
   }
   void doAction(const QString& name) override {
@@ -61,6 +60,8 @@ class AccessibleLabelButton final : public QAccessibleWidget {
   }
 
  private:
+  [[nodiscard]] bool isLink() const { return button_.isActive() && button_.isLink(); }
+
   LabelButton& button_;
 };
 

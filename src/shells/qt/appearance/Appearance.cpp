@@ -4,6 +4,7 @@
 #include <QImageReader>
 
 #include "Fonts.h"
+#include "appearance/Contrast.h"
 #include "appearance/PaneStyle.h"
 
 // Resources of a static library are linked in only when they are asked for; the macro must stand outside of
@@ -44,7 +45,7 @@ QPalette paletteOf(const Colors& colors) {
   for (const auto role : {QPalette::WindowText, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, colors.disabledText);
   }
-  keepStoredReadable(palette);
+  keepReadable(palette);
   // The selection of a disabled table: still seen, but no longer the colour that invites.
   QColor dimmed(colors.disabledText);
   dimmed.setAlphaF(0.55F);
@@ -83,9 +84,21 @@ QPalette darkPalette() {
                     .toolTip = 0xff38383b});
 }
 
-void keepStoredReadable(QPalette& palette) {
-  palette.setColor(QPalette::Disabled, QPalette::Text,
-                   palette.color(QPalette::Active, QPalette::PlaceholderText));
+void keepReadable(QPalette& palette) {
+  const QColor window = palette.color(QPalette::Active, QPalette::Window);
+  const QColor base = palette.color(QPalette::Active, QPalette::Base);
+  // Some palettes say how pale a hint is by making it transparent.
+  QColor pale = palette.color(QPalette::Active, QPalette::PlaceholderText);
+  const float alpha = pale.alphaF();
+  const QColor text = palette.color(QPalette::Active, QPalette::Text);
+  const auto mix = [alpha](float below, float above) { return below + (above - below) * alpha; };
+  pale = QColor::fromRgbF(mix(base.redF(), pale.redF()), mix(base.greenF(), pale.greenF()),
+                          mix(base.blueF(), pale.blueF()));
+  const QColor hint = readable(pale, text, {window, base});
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+    palette.setColor(group, QPalette::PlaceholderText, hint);
+  palette.setColor(QPalette::Disabled, QPalette::Text, hint);
+  palette.setColor(QPalette::Disabled, QPalette::WindowText, hint);
 }
 
 bool isDark(const QPalette& palette) {

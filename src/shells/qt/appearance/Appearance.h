@@ -16,9 +16,9 @@ void dressApplication(QApplication& application);
 void applyAppearance(Appearance appearance);
 [[nodiscard]] QPalette lightPalette();
 [[nodiscard]] QPalette darkPalette();
-/// Dims the texts that may not be changed now no more than a hint: what is stored is to be read also while
-/// the lock is closed.
-void keepStoredReadable(QPalette& palette);
+/// Brings the hints, and what may not be changed now, to where they can be read: what is stored is to be read
+/// also while the lock is closed.
+void keepReadable(QPalette& palette);
 [[nodiscard]] bool isDark(const QPalette& palette);
 /// Reads the icon in all its sizes, which takes as long as it takes to paint a window.
 [[nodiscard]] QIcon productIcon();

@@ -8,14 +8,27 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "Fonts.h"
+#include "TextLine.h"
 #include "appearance/Appearance.h"
+#include "appearance/Contrast.h"
 #include "appearance/Shapes.h"
 
 namespace corvane::qt {
 namespace {
 
-constexpr int kControlHeight = 24;
+// In points.
+constexpr double kControlHeight = 24;
+constexpr double kCheckBox = 14;
+constexpr double kHeaderSize = 11;
+
 constexpr int kShortestSlider = 24;
+constexpr int kRing = 2;  // the room of the focus ring around a control
+
+/// The height of a control that holds one line of text with so much room around it.
+int heightAround(const QFontMetrics& metrics, double room, double atLeast) {
+  return alignedHeight(qMax(toPixels(atLeast), metrics.height() + toPixels(room)), metrics);
+}
 
 bool enabled(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Enabled); }
 bool pressed(const QStyleOption* option) { return option->state.testFlag(QStyle::State_Sunken); }
@@ -26,6 +39,13 @@ bool focused(const QStyleOption* option) {
 /// The field of an editable combo box stands inside the box's own frame.
 bool isFieldOfBox(const QWidget* widget) {
   return widget != nullptr && qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr;
+}
+
+/// The colour as it is seen over an opaque one.
+QColor overlaid(const QColor& color, const QColor& ground) {
+  const auto mix = [&](float below, float above) { return below + (above - below) * color.alphaF(); };
+  return QColor::fromRgbF(mix(ground.redF(), color.redF()), mix(ground.greenF(), color.greenF()),
+                          mix(ground.blueF(), color.blueF()));
 }
 
 void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
@@ -41,16 +61,20 @@ void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
 void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& rect) {
   const bool on = option.state.testFlag(QStyle::State_On);
   const bool mixed = option.state.testFlag(QStyle::State_NoChange);
-  const QRectF frame = QRectF(0, 0, 14, 14).translated(QRectF(rect).center() - QPointF(7, 7));
+  const int side = toPixels(kCheckBox);
+  const QRectF frame =
+      QRectF(rect.left() + (rect.width() - side) / 2, rect.top() + (rect.height() - side) / 2, side, side);
   QColor fill = option.palette.color(on || mixed ? QPalette::Highlight : QPalette::Base);
   if (!enabled(&option)) {
     fill = on || mixed ? option.palette.color(QPalette::Disabled, QPalette::WindowText) : fill;
     fill.setAlphaF(0.6F);
   }
   if (pressed(&option)) fill = fill.darker(112);
+  const QColor seen = overlaid(fill, option.palette.color(QPalette::Window));
   drawRounded(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, fill,
               on || mixed ? fill.darker(108) : outlineColor(option.palette));
-  if (on || mixed) drawCheckMark(painter, frame, mixed, Qt::white);
+  if (on || mixed)
+    drawCheckMark(painter, frame, mixed, markOn(seen, option.palette.color(QPalette::HighlightedText)));
   if (focused(&option)) {
     (on || mixed ? drawFocusRingApart : drawFocusRing)(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5,
                                                        option.palette);
@@ -98,11 +122,18 @@ void drawTab(const QStyleOptionTab& option, QPainter& painter) {
   if (focused(&option)) drawFocusRingApart(painter, whole, 5.5, option.palette);
 }
 
+/// The text without the marks of its keys; "&&" stands for "&".
+QString withoutMarks(QString text) {
+  for (qsizetype at = text.indexOf(QLatin1Char('&')); at >= 0; at = text.indexOf(QLatin1Char('&'), at + 1))
+    text.remove(at, 1);
+  return text;
+}
+
 void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   painter.setPen(option.palette.color(enabled(&option) ? QPalette::Active : QPalette::Disabled,
                                       selected ? QPalette::HighlightedText : QPalette::ButtonText));
-  painter.drawText(pieceOfBar(option), Qt::AlignCenter | Qt::TextShowMnemonic, option.text);
+  drawTextLine(painter, option.rect, Qt::AlignCenter, withoutMarks(option.text));
 }
 
 /// A line below, and one to the right where another section follows.
@@ -122,14 +153,16 @@ void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) {
   if (!enabled(&option)) fill.setAlphaF(0.5F);
   drawRounded(painter, frame, option.editable ? 3.5 : 5.5, fill, outlineColor(option.palette));
   QRectF arrows = frame;
-  arrows.setLeft(frame.right() - 16);
+  arrows.setLeft(frame.right() - toPixels(16));
   arrows.adjust(-1, 2, -2, -2);
   if (enabled(&option)) {
     drawRounded(painter, arrows, 4, option.palette.color(QPalette::Highlight), Qt::transparent);
   }
-  drawChevrons(
-      painter, arrows, option.editable,
-      enabled(&option) ? QColor(Qt::white) : option.palette.color(QPalette::Disabled, QPalette::ButtonText));
+  const QColor ground = enabled(&option) ? option.palette.color(QPalette::Highlight)
+                                         : overlaid(fill, option.palette.color(QPalette::Window));
+  drawChevrons(painter, arrows, option.editable,
+               markOn(ground, option.palette.color(enabled(&option) ? QPalette::HighlightedText
+                                                                    : QPalette::PlaceholderText)));
   if (focused(&option)) drawFocusRing(painter, frame, option.editable ? 3.5 : 5.5, option.palette);
 }
 
@@ -173,14 +206,14 @@ QPalette PaneStyle::standardPalette() const { return lightPalette(); }
 // A desktop's own palette is mended in this one point.
 void PaneStyle::polish(QPalette& palette) {
   QProxyStyle::polish(palette);
-  keepStoredReadable(palette);
+  keepReadable(palette);
 }
 
 void PaneStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   if (auto* header = qobject_cast<QHeaderView*>(widget)) {
     QFont font = header->font();
-    font.setPixelSize(11);
+    font.setPixelSize(toPixels(kHeaderSize));
     header->setFont(font);
   }
 }
@@ -274,6 +307,23 @@ void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, 
   }
 }
 
+void PaneStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette,
+                             bool isEnabled, const QString& text, QPalette::ColorRole role) const {
+  const bool showsKeys = (flags & Qt::TextShowMnemonic) != 0 &&
+                         styleHint(SH_UnderlineShortcut, nullptr, nullptr, nullptr) != 0 &&
+                         text.contains(QLatin1Char('&')) && !text.contains(QLatin1String("&&"));
+  if ((flags & Qt::TextWordWrap) != 0 || text.contains(QLatin1Char('\n')) || showsKeys) {
+    QProxyStyle::drawItemText(painter, rect, flags, palette, isEnabled, text, role);
+    return;
+  }
+  painter->save();
+  if (role != QPalette::NoRole) painter->setPen(QPen(palette.brush(role), painter->pen().widthF()));
+  const bool hasMarks = (flags & (Qt::TextShowMnemonic | Qt::TextHideMnemonic)) != 0;
+  drawTextLine(*painter, rect, Qt::Alignment(flags & (Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask)),
+               hasMarks ? withoutMarks(text) : text);
+  painter->restore();
+}
+
 void PaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                    QPainter* painter, const QWidget* widget) const {
   if (control == CC_ComboBox) {
@@ -305,9 +355,9 @@ int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   switch (metric) {
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
-      return 18;  // the box and the room of its focus ring
+      return toPixels(kCheckBox) + 2 * kRing;
     case PM_CheckBoxLabelSpacing:
-      return 4;
+      return toPixels(4);
     case PM_ButtonDefaultIndicator:
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
@@ -317,9 +367,9 @@ int PaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_TabBarTabShiftVertical:
       return 0;
     case PM_TabBarTabHSpace:
-      return 32;
+      return toPixels(32);
     case PM_TabBarTabVSpace:
-      return 12;
+      return toPixels(12);
     case PM_HeaderMargin:
       return 3;
     case PM_ToolTipLabelFrameWidth:
@@ -351,20 +401,21 @@ QSize PaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   switch (type) {
     case CT_PushButton: {
       const QFontMetrics metrics = option != nullptr ? option->fontMetrics : QFontMetrics(QFont());
-      return {size.width() + 30, qMax(kControlHeight + 4, metrics.height() + 12)};
+      return {size.width() + toPixels(30), heightAround(metrics, 12, kControlHeight + 4)};
     }
     case CT_CheckBox: {
-      // An even height, as the labels and fields beside it have: their texts stand on one line.
       const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
-      return {base.width(), base.height() / 2 * 2};
+      return {base.width(), alignedHeight(qMax(pixelMetric(PM_IndicatorHeight, option, widget),
+                                               option->fontMetrics.height()),
+                                          option->fontMetrics)};
     }
     case CT_LineEdit: {
       const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
-      return {base.width() + 4, qMax(kControlHeight + 2, base.height())};
+      return {base.width() + 4, heightAround(option->fontMetrics, 10, kControlHeight + 2)};
     }
     case CT_ComboBox: {
       const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
-      return {base.width() + 12, qMax(kControlHeight + 4, base.height())};
+      return {base.width() + toPixels(12), heightAround(option->fontMetrics, 12, kControlHeight + 4)};
     }
     default:
       return QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -374,7 +425,7 @@ QSize PaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 QRect PaneStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
   if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
-    return option->rect.adjusted(8, 3, -24, -3);
+    return option->rect.adjusted(8, 3, -toPixels(24), -3);
   }
   if (control == CC_ScrollBar) {
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))

@@ -22,6 +22,8 @@ class PaneStyle final : public QProxyStyle {
                    const QWidget* widget) const override;
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override;
+  void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
+                    const QString& text, QPalette::ColorRole role) const override;
   [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,
                                      const QWidget* widget) const override;
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,

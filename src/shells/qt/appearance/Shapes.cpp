@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "Fonts.h"
 #include "appearance/Appearance.h"
 
 namespace corvane::qt {
@@ -86,7 +87,7 @@ void drawFocusInside(QPainter& painter, const QRectF& row, const QColor& text) {
 
 void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColor& color) {
   const Smooth smooth(painter);
-  painter.setPen(QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setPen(QPen(color, box.width() * 0.13, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   const auto at = [&box](qreal x, qreal y) {
     return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
   };
@@ -100,7 +101,9 @@ void drawCheckMark(QPainter& painter, const QRectF& box, bool mixed, const QColo
 void drawChevrons(QPainter& painter, const QRectF& rect, bool downOnly, const QColor& color) {
   const Smooth smooth(painter);
   painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF c = rect.center();
+  painter.translate(rect.center());
+  painter.scale(rect.width() / 15, rect.width() / 15);
+  const QPointF c;
   const auto chevron = [&](qreal y, qreal tip) {
     painter.drawPolyline(QPolygonF({c + QPointF(-2.8, y), c + QPointF(0, y + tip), c + QPointF(2.8, y)}));
   };
@@ -116,6 +119,7 @@ void drawDisclosure(QPainter& painter, const QRectF& rect, bool open, const QCol
   const Smooth smooth(painter);
   painter.setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.translate(rect.center());
+  painter.scale(toPixels(16) / 16.0, toPixels(16) / 16.0);
   if (open) painter.rotate(90);
   painter.drawPolyline(QPolygonF({QPointF(-1.7, -3.6), QPointF(2, 0), QPointF(-1.7, 3.6)}));
 }

@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QtMath>
 #include <algorithm>
 
+#include "Fonts.h"
 #include "Text.h"
 #include "accessibility/Spoken.h"
 #include "widgets/KeyboardParking.h"
@@ -72,8 +74,9 @@ void Binder::place() {
   const QWidget* parent = widget_.parentWidget();
   if (!isPlacedHorizontally_ || parent == nullptr) return;
   const Rect& frame = control_.frame();
-  const int left = std::max(0, qRound(frame.x));
-  const int right = std::min(parent->width(), qRound(frame.x + frame.width));
+  const int left = std::max(0, toPixels(frame.x));
+  // A text that has just its width is not cut off for a part of a pixel.
+  const int right = std::min(parent->width(), left + qCeil(frame.width / toPoints(1)));
   widget_.setGeometry(left, widget_.y(), std::max(0, right - left), widget_.height());
 }
 

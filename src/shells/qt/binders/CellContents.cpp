@@ -8,7 +8,7 @@ namespace {
 
 struct Words {
   QString operator()(const EmptyCell& /*cell*/) const { return {}; }
-  QString operator()(const ButtonCell& cell) const { return toQString(cell.title.text).trimmed(); }
+  QString operator()(const ButtonCell& cell) const { return wordsOf(cell).trimmed(); }
   QString operator()(const PopUpButtonCell& cell) const {
     const auto index = static_cast<std::size_t>(cell.selectedIndex);
     return cell.selectedIndex >= 0 && index < cell.items.size() ? toQString(cell.items[index]) : QString();
@@ -42,6 +42,14 @@ std::optional<AttributedText> styledTextOf(const PreparedCell& prepared) {
   if (text == nullptr || text->editable) return std::nullopt;
   if (!std::holds_alternative<AttributedText>(prepared.value)) return AttributedText(text->text);
   return textOf(prepared.value);
+}
+
+QString wordsOf(const ButtonCell& cell) {
+  if (cell.title.text.empty() && isPictureButton(cell)) {
+    if (cell.image.typeCode == "docu") return QStringLiteral("Choose a file…");
+    if (cell.image.typeCode == "fldr") return QStringLiteral("Choose a folder…");
+  }
+  return toQString(cell.title.text);
 }
 
 bool isPictureButton(const ButtonCell& cell) {

@@ -14,6 +14,8 @@ namespace corvane::qt {
 [[nodiscard]] std::optional<bool> checkStateOf(const PreparedCell& prepared);
 /// The styled text that a default text cell shows; null for every other cell.
 [[nodiscard]] std::optional<AttributedText> styledTextOf(const PreparedCell& prepared);
+/// What the button says: its title, or, where nothing is chosen yet, what a press is for.
+[[nodiscard]] QString wordsOf(const ButtonCell& cell);
 /// A switch whose picture stands in the place of its box.
 [[nodiscard]] bool isPictureButton(const ButtonCell& cell);
 

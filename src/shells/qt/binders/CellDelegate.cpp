@@ -7,7 +7,9 @@
 #include <QPainter>
 
 #include "AttributedTextLayout.h"
+#include "Fonts.h"
 #include "Text.h"
+#include "TextLine.h"
 #include "accessibility/SpokenRow.h"
 #include "binders/CellContents.h"
 #include "binders/CellEditors.h"
@@ -17,11 +19,12 @@
 namespace corvane::qt {
 namespace {
 
-constexpr int kFieldWidth = 320;
-constexpr int kMenuWidth = 240;
-constexpr int kNumberWidth = 110;
-constexpr int kControlHeight = 28;
-constexpr int kArrowWidth = 24;  // of a box that opens a list
+// In points.
+constexpr double kFieldWidth = 320;
+constexpr double kMenuWidth = 240;
+constexpr double kNumberWidth = 110;
+constexpr double kControlHeight = 28;
+constexpr double kArrowWidth = 24;  // of a box that opens a list
 
 /// How wide a cell's control is; 0 is the whole width.
 struct ControlWidth {
@@ -30,12 +33,12 @@ struct ControlWidth {
   int operator()(const ButtonCell& cell) const {
     if (cell.kind != ButtonCell::Kind::MomentaryPushIn) return 0;
     const int title = metrics.horizontalAdvance(toQString(cell.title.text));
-    return cell.bordered ? title + 40 : title + 4;
+    return cell.bordered ? title + toPixels(40) : title + 4;
   }
-  int operator()(const PopUpButtonCell& /*cell*/) const { return kMenuWidth; }
-  int operator()(const TextFieldCell& cell) const { return cell.editable ? kFieldWidth : 0; }
-  int operator()(const SecureTextFieldCell& /*cell*/) const { return kFieldWidth; }
-  int operator()(const ComboBoxCell& /*cell*/) const { return kNumberWidth; }
+  int operator()(const PopUpButtonCell& /*cell*/) const { return toPixels(kMenuWidth); }
+  int operator()(const TextFieldCell& cell) const { return cell.editable ? toPixels(kFieldWidth) : 0; }
+  int operator()(const SecureTextFieldCell& /*cell*/) const { return toPixels(kFieldWidth); }
+  int operator()(const ComboBoxCell& /*cell*/) const { return toPixels(kNumberWidth); }
 };
 
 bool isHigherThanText(const Cell& cell) {
@@ -66,9 +69,10 @@ QRect CellDelegate::controlRect(const Cell& cell, const QRect& row) const {
   const QFontMetrics metrics(QApplication::font());
   const int width = std::visit(ControlWidth{metrics}, cell);
   if (width > 0) rect.setWidth(qMin(width, rect.width()));
-  if (isHigherThanText(cell) && rect.height() > kControlHeight) {
-    rect.setTop(row.top() + (row.height() - kControlHeight) / 2);
-    rect.setHeight(kControlHeight);
+  const int height = alignedHeight(toPixels(kControlHeight), metrics);
+  if (isHigherThanText(cell) && rect.height() > height) {
+    rect.setTop(row.top() + (row.height() - height) / 2);
+    rect.setHeight(height);
   }
   return rect;
 }
@@ -99,7 +103,7 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 }
 
 QSize CellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  return {option.rect.width(), qRound(outline_.heightOfRow(model_.itemAt(index)))};
+  return {option.rect.width(), toPixels(outline_.heightOfRow(model_.itemAt(index)))};
 }
 
 CellTarget CellDelegate::targetAt(const QModelIndex& index, const QRect& row, const QPoint& point) const {
@@ -123,7 +127,7 @@ Qt::CursorShape CellDelegate::shapeAt(const QModelIndex& index, const QRect& row
   }
   if (!isTypedIn(*cell)) return Qt::ArrowCursor;
   QRect field = controlRect(*cell, row);
-  if (!isField(*cell)) field.setWidth(field.width() - kArrowWidth);
+  if (!isField(*cell)) field.setWidth(field.width() - toPixels(kArrowWidth));
   return field.contains(point) ? Qt::IBeamCursor : Qt::ArrowCursor;
 }
 

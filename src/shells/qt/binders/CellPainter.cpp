@@ -1,11 +1,14 @@
 #include "binders/CellPainter.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyle>
 #include <QWidget>
 
 #include "AttributedTextLayout.h"
+#include "Fonts.h"
 #include "Text.h"
+#include "TextLine.h"
 #include "appearance/FileTypeIcons.h"
 #include "appearance/Shapes.h"
 #include "binders/CellContents.h"
@@ -13,10 +16,13 @@
 namespace corvane::qt {
 namespace {
 
-constexpr int kBox = 18;      // a check box with the room of its focus ring
-constexpr int kPicture = 16;  // a picture in a row
 constexpr int kGap = 4;
 constexpr int kInset = 2;  // of what is drawn from the edge of its cell, for a focus ring
+
+/// The side of a check box with the room of its focus ring.
+int boxSide() { return QApplication::style()->pixelMetric(QStyle::PM_IndicatorWidth); }
+/// The side of a picture in a row.
+int pictureSide() { return toPixels(16); }
 
 }  // namespace
 
@@ -48,14 +54,18 @@ QStyle::State CellPainter::buttonState() const {
 QRect CellPainter::buttonRect(const ButtonCell& cell, const QRect& control, const QFont& font) {
   if (cell.kind == ButtonCell::Kind::MomentaryPushIn) return control;
   const bool isPicture = isPictureButton(cell);
-  const int mark = isPicture ? kPicture + 2 : kBox;
+  const int mark = isPicture ? pictureSide() + 2 : boxSide();
   if (isPicture && cell.imagePosition == ButtonCell::ImagePosition::Right) {
-    return {control.right() - kPicture - kGap, control.top(), kPicture + kGap + 1, control.height()};
+    return {control.right() - pictureSide() - kGap, control.top(), pictureSide() + kGap + 1,
+            control.height()};
   }
   if (cell.title.text.empty() && !isPicture) {
-    return {control.center().x() - kBox / 2, control.top(), kBox, control.height()};
+    return {control.center().x() - boxSide() / 2, control.top(), boxSide(), control.height()};
   }
-  const QSizeF title = AttributedTextLayout(cell.title, font, {}, {}).naturalSize();
+  const bool isChosen = !cell.title.text.empty();
+  const QSizeF title =
+      AttributedTextLayout(isChosen ? cell.title : AttributedText(fromQString(wordsOf(cell))), font, {}, {})
+          .naturalSize();
   QRect rect = control;
   rect.setWidth(qMin(control.width(), mark + kGap + qCeil(title.width())));
   return rect;
@@ -111,24 +121,30 @@ void CellPainter::drawSwitch(const ButtonCell& cell) const {
   QStyleOptionButton box;
   box.QStyleOption::operator=(option_);
   box.rect = buttonRect(cell, control_, option_.font);
-  box.rect.setWidth(kBox);
+  box.rect.setWidth(boxSide());
   box.state = buttonState() | (cell.on ? QStyle::State_On : QStyle::State_Off);
   option_.widget->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter_, nullptr);
-  drawText(cell.title, control_.adjusted(kBox + kGap, 0, 0, 0), readableColor());
+  drawText(cell.title, control_.adjusted(boxSide() + kGap, 0, 0, 0), readableColor());
 }
 
 void CellPainter::drawPictureButton(const ButtonCell& cell) const {
-  const int top = control_.center().y() - kPicture / 2 + 1;
-  QRect picture(control_.left() + 1, top, kPicture, kPicture);
+  const int top = control_.center().y() - pictureSide() / 2 + 1;
+  QRect picture(control_.left() + 1, top, pictureSide(), pictureSide());
   // The blank that some titles begin with is to keep them off their picture; here the gap does.
   const bool bringsBlank = !cell.title.text.empty() && cell.title.text.front() == ' ';
   const int blank = bringsBlank ? option_.fontMetrics.horizontalAdvance(QLatin1Char(' ')) : 0;
-  QRect title = control_.adjusted(kPicture + kGap + kInset - blank, 0, 0, 0);
+  QRect title = control_.adjusted(pictureSide() + kGap + kInset - blank, 0, 0, 0);
   if (cell.imagePosition == ButtonCell::ImagePosition::Right) {
-    title = control_.adjusted(kInset - blank, 0, -kPicture - 2 * kGap, 0);
+    title = control_.adjusted(kInset - blank, 0, -pictureSide() - 2 * kGap, 0);
     picture.moveRight(control_.right() - 1);
   }
-  drawText(cell.title, title, readableColor());
+  if (cell.title.text.empty()) {
+    const auto hint = selected_ ? QPalette::HighlightedText : QPalette::PlaceholderText;
+    drawText(AttributedText(fromQString(wordsOf(cell))), title,
+             option_.palette.color(QPalette::Active, hint));
+  } else {
+    drawText(cell.title, title, readableColor());
+  }
   if (pressed_) painter_.setOpacity(0.5);
   drawFileTypeIcon(painter_, picture, cell.image, option_.palette, enabled_);
   painter_.setOpacity(1);
@@ -153,8 +169,8 @@ void CellPainter::drawComboBox(const QString& text, bool editable) const {
   style->drawComplexControl(QStyle::CC_ComboBox, &box, &painter_, nullptr);
   const QRect field = style->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, nullptr);
   painter_.setPen(enabled_ && !editable ? option_.palette.color(QPalette::ButtonText) : textColor());
-  painter_.drawText(field, Qt::AlignLeft | Qt::AlignVCenter,
-                    option_.fontMetrics.elidedText(text, Qt::ElideRight, field.width()));
+  drawTextLine(painter_, field, Qt::AlignLeft,
+               option_.fontMetrics.elidedText(text, Qt::ElideRight, field.width()));
 }
 
 void CellPainter::operator()(const TextFieldCell& cell) const {
@@ -178,8 +194,8 @@ void CellPainter::drawField(const QString& text, const std::string& placeholder)
   const bool empty = text.isEmpty();
   painter_.setPen(empty ? option_.palette.color(QPalette::PlaceholderText) : textColor());
   const QRect inside = control_.adjusted(7, 0, -7, 0);
-  painter_.drawText(
-      inside, Qt::AlignLeft | Qt::AlignVCenter,
+  drawTextLine(
+      painter_, inside, Qt::AlignLeft,
       option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight, inside.width()));
 }
 

@@ -1,8 +1,11 @@
 #include "binders/CellText.h"
 
+#include <QHeaderView>
 #include <QPainter>
+#include <algorithm>
 
 #include "AttributedTextLayout.h"
+#include "Fonts.h"
 #include "Text.h"
 #include "appearance/Shapes.h"
 #include "values/Conversions.h"
@@ -18,6 +21,11 @@ AttributedText textOf(const ObjectValue& value) {
 QVariant headerOf(const TableColumn& column, int role) {
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
   return role == Qt::DisplayRole ? QVariant(toQString(column.title)) : QVariant();
+}
+
+int headerHeight(QHeaderView& header, double points) {
+  header.ensurePolished();  // its font is the style's
+  return std::max(toPixels(points), header.fontMetrics().height() + 1);
 }
 
 void StyledTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& viewOption,

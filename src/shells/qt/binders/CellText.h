@@ -8,14 +8,21 @@
 #include "controls/ObjectValue.h"
 #include "controls/TableView.h"
 
+class QHeaderView;
+
 namespace corvane::qt {
 
 /// The model role under which a cell's styled text is found.
 inline constexpr int kStyledTextRole = Qt::UserRole + 1;
 
 [[nodiscard]] AttributedText textOf(const ObjectValue& value);
+/// Of tables whose control does not say another, in points.
+inline constexpr double kHeaderHeight = 17;
 /// What a model answers for the header of the column.
 [[nodiscard]] QVariant headerOf(const TableColumn& column, int role);
+
+/// As high as the core says, or as its letters need.
+[[nodiscard]] int headerHeight(QHeaderView& header, double points = kHeaderHeight);
 
 class StyledTextDelegate final : public QStyledItemDelegate {
   Q_OBJECT

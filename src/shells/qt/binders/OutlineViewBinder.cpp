@@ -5,17 +5,21 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include "Fonts.h"
+#include "Text.h"
 #include "accessibility/AccessibleRows.h"
 #include "binders/CellDelegate.h"
 #include "binders/CellEditors.h"
+#include "binders/CellText.h"
 #include "binders/OutlineModel.h"
 
 namespace corvane::qt {
 namespace {
 
+// In points.
 constexpr double kRowHeight = 22;
-constexpr int kIndentation = 16;
-constexpr int kHeaderHeight = 17;
+constexpr double kRoomInRow = 6;  // above and below the letters
+constexpr double kIndentation = 16;
 
 }  // namespace
 
@@ -25,7 +29,7 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
       widget_(widget),
       model_(new OutlineModel(outline, this)),
       delegate_(new CellDelegate(outline, *model_, this)) {
-  outline_.setRowHeight(kRowHeight);
+  outline_.setRowHeight(std::max(kRowHeight, toPoints(widget_.fontMetrics().height()) + kRoomInRow));
   prepareWidget();
   connect(widget_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &OutlineViewBinder::userSelected);
@@ -44,6 +48,7 @@ OutlineViewBinder::OutlineViewBinder(OutlineView& outline, OutlineTree& widget)
   outline_.onExpansionChange = [this](const OutlineItem& item) { showExpansionOf(item); };
   outline_.onSelectionChange = [this] { showSelection(); };
   showExpansionBelow({});
+  tellWhetherEmpty();
   new AccessibleRows(outline_, widget_, *model_,
                      {[this] { return isInReach(); }, [this](const QModelIndex& index) { edit(index); },
                       [this](const QModelIndex& index) {
@@ -62,10 +67,11 @@ OutlineViewBinder::~OutlineViewBinder() {
 
 void OutlineViewBinder::prepareWidget() {
   widget_.setModel(model_);
+  widget_.setPlaceholder(toQString(outline_.placeholder()));
   widget_.setItemDelegate(delegate_);
   widget_.setEditTriggers(QAbstractItemView::NoEditTriggers);
   widget_.setSelectionBehavior(QAbstractItemView::SelectRows);
-  widget_.setIndentation(kIndentation);
+  widget_.setIndentation(toPixels(kIndentation));
   widget_.targetAt = [this](const QModelIndex& index, const QPoint& point) {
     return delegate_->targetAt(index, widget_.visualRect(index), point);
   };
@@ -78,12 +84,12 @@ void OutlineViewBinder::prepareWidget() {
   QHeaderView* header = widget_.header();
   header->setSectionsMovable(false);
   header->setSectionResizeMode(QHeaderView::Fixed);
-  header->setFixedHeight(kHeaderHeight);
+  header->setFixedHeight(headerHeight(*header));
   header->setStretchLastSection(true);
   int column = 0;
   bool treeIsPlaced = false;
   for (const OutlineView::Column& description : outline_.columns()) {
-    header->resizeSection(column, qRound(description.width));
+    header->resizeSection(column, toPixels(description.width));
     if (!description.checkBox && !treeIsPlaced) {
       // The triangles stand in the first column of texts, not in one of check boxes.
       widget_.setTreePosition(column);
@@ -121,9 +127,14 @@ void OutlineViewBinder::reload() {
     model_->endReload();
     showExpansionBelow({});
   }
+  tellWhetherEmpty();
   openAgain();
   showSelection();
   if (before_) returnTo(*std::exchange(before_, std::nullopt));
+}
+
+void OutlineViewBinder::tellWhetherEmpty() {
+  widget_.setAccessibleDescription(model_->rowCount() > 0 ? QString() : toQString(outline_.placeholder()));
 }
 
 void OutlineViewBinder::openAgain() {

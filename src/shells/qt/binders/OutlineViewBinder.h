@@ -45,6 +45,7 @@ class OutlineViewBinder final : public Binder {
   void willReload();
   void reload();
   void returnTo(const Whereabouts& before);
+  void tellWhetherEmpty();
   void openAgain();
   /// Opens the rows below the index that the core says are open.
   void showExpansionBelow(const QModelIndex& parent);

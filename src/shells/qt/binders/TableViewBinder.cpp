@@ -7,13 +7,16 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include "Fonts.h"
 #include "binders/CellText.h"
 #include "binders/TableModel.h"
 
 namespace corvane::qt {
 namespace {
 
-constexpr int kRowHeight = 20;
+// In points.
+constexpr double kRowHeight = 20;
+constexpr double kRoomInRow = 4;  // above and below the letters
 
 bool isScrollKey(int key) {
   switch (key) {
@@ -47,15 +50,16 @@ TableViewBinder::TableViewBinder(TableView& table, QTableView& widget)
   widget_.setCornerButtonEnabled(false);
   widget_.verticalHeader()->hide();
   widget_.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  widget_.verticalHeader()->setMinimumSectionSize(kRowHeight);
-  widget_.verticalHeader()->setDefaultSectionSize(kRowHeight);
+  const int rowHeight = std::max(toPixels(kRowHeight), widget_.fontMetrics().height() + toPixels(kRoomInRow));
+  widget_.verticalHeader()->setMinimumSectionSize(rowHeight);
+  widget_.verticalHeader()->setDefaultSectionSize(rowHeight);
   QHeaderView* header = widget_.horizontalHeader();
   header->setHighlightSections(false);
   header->setSectionsClickable(false);
   header->setSectionResizeMode(QHeaderView::Fixed);
-  header->setFixedHeight(qRound(table_.headerHeight()));
+  header->setFixedHeight(headerHeight(*header, table_.headerHeight()));
   for (int column = 0; column < model_->columnCount(); ++column) {
-    header->resizeSection(column, qRound(table_.columns()[static_cast<std::size_t>(column)].width));
+    header->resizeSection(column, toPixels(table_.columns()[static_cast<std::size_t>(column)].width));
   }
   connect(widget_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &TableViewBinder::userSelected);

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 
 #include "Text.h"
 
@@ -29,8 +30,15 @@ std::optional<QString> TextFieldBinder::textAfter(const QString& proposed) {
   if (!isInReach()) return std::nullopt;
   const std::string before = field_.stringValue();
   const bool taken = field_.typeText(fromQString(proposed));
+  if (!taken) sayWhatIsTaken();
   if (!taken && field_.stringValue() == before) return std::nullopt;
   return toQString(field_.stringValue());
+}
+
+/// A key that does nothing would be a riddle.
+void TextFieldBinder::sayWhatIsTaken() {
+  if (!widget_.toolTip().isEmpty())
+    QToolTip::showText(widget_.mapToGlobal(QPoint(0, widget_.height() / 2)), widget_.toolTip(), &widget_);
 }
 
 void TextFieldBinder::show() {

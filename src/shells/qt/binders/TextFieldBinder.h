@@ -19,6 +19,7 @@ class TextFieldBinder final : public Binder {
  private:
   void show() override;
   void endEditingFromAfar();
+  void sayWhatIsTaken();
   bool eventFilter(QObject* watched, QEvent* event) override;
   /// What stands in the field once the text was offered; nothing when the offer changed nothing.
   [[nodiscard]] std::optional<QString> textAfter(const QString& proposed);

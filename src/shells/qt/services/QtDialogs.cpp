@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "Fonts.h"
 #include "Text.h"
 #include "widgets/AlertPanel.h"
 #include "widgets/ButtonKeys.h"
@@ -63,7 +64,7 @@ void makeRoom(QFileDialog& panel) {
   if (files == nullptr) return;  // the panel is the desktop's
   files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-  panel.resize(760, 460);
+  panel.resize(toPixels(760), toPixels(460));
 }
 
 }  // namespace

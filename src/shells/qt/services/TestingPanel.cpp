@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QSocketNotifier>
 
+#include "Fonts.h"
 #include "ui_TestingPanel.h"
 #include "widgets/ButtonKeys.h"
 
@@ -27,6 +28,7 @@ bool waitReadable(QWidget* window, int descriptor) {
   TestingPanel panel(window);
   Ui::TestingPanel ui;
   ui.setupUi(&panel);
+  scaleToFont(panel);
   panel.setWindowModality(Qt::ApplicationModal);
   panel.setWindowTitle(QStringLiteral("Testing settings…"));
   ui.message->setText(panel.windowTitle());

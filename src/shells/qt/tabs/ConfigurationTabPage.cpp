@@ -5,17 +5,18 @@
 #include "binders/LabelBinder.h"
 #include "binders/TextFieldBinder.h"
 #include "ui_ConfigurationTabPage.h"
+#include "widgets/CopyMenu.h"
 
 namespace corvane::qt {
 
 ConfigurationTabPage::ConfigurationTabPage(ConfigurationTabView& view, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ConfigurationTabPage>()) {
   ui_->setupUi(this);
+  scaleToFont(*this);
   makeHint(*ui_->removeClientField);
   for (QWidget* line : {ui_->settingsLine, ui_->uninstallLine}) line->setForegroundRole(QPalette::Mid);
-  // A text that can be selected is laid out half a point higher than a label.
-  for (QWidget* field : {ui_->lastRunClientField, ui_->lastRunUpdaterField})
-    field->setContentsMargins(0, 1, 0, 0);
+  for (QLabel* date : {ui_->lastRunClientField, ui_->lastRunUpdaterField})
+    offerCopy(*date, [date] { return date->text(); });
   new LabelBinder(view.lastRunClientLabel, *ui_->lastRunClientLabel);
   new LabelBinder(view.lastRunClientField, *ui_->lastRunClientField);
   new ButtonBinder(view.runClientButton, *ui_->runClientButton);

@@ -34,11 +34,13 @@ OptionsTabPage::OptionsTabPage(OptionsTabView& view, SheetHost& sheets, QWidget*
       ui_(std::make_unique<Ui::OptionsTabPage>()),
       sheetUi_(std::make_unique<Ui::TimeMachineSheet>()) {
   ui_->setupUi(this);
+  scaleToFont(*this);
   ui_->volumeOptionsBox->setBackgroundRole(QPalette::Base);
   ui_->volumeOptionsBox->raise();
   ui_->volumeOptionMountPathButton->setAlignment(Qt::AlignRight);
   for (LabelButton* stored : {ui_->volumeOptionMountPathButton, ui_->volumeOptionPathButton})
     stored->setForegroundRole(QPalette::Text);  // to be read also while it may not be changed
+  ui_->volumeOptionPathButton->showAsPath();
   setSpokenName(*ui_->volumeOptionsBox, toQString(view_.volumeOptionsBox.accessibleName()));
   setBold(*ui_->volumeTextField);
   makeHint(*ui_->minutesTextField);
@@ -96,6 +98,7 @@ void OptionsTabPage::bindRows() {
 void OptionsTabPage::bindSheet(SheetHost& sheets) {
   sheet_ = new QWidget;
   sheetUi_->setupUi(sheet_);
+  scaleToFont(*sheet_);
   setBold(*sheetUi_->sheetTitle);
   sheetUi_->sheetTitle->setText(toQString(view_.timeMachineAdvancedWindow.title()));
   new SheetBinder(view_.timeMachineAdvancedWindow, *sheet_, sheets);
@@ -115,13 +118,17 @@ void OptionsTabPage::bindSheet(SheetHost& sheets) {
 void OptionsTabPage::placeBox() {
   const Rect& around = view_.volumesScrollView.frame();
   const Rect& box = view_.volumeOptionsBox.frame();
-  const double right = around.x + around.width - (box.x + box.width);
+  const int left = toPixels(box.x - around.x);
+  const int right = toPixels(around.x + around.width - (box.x + box.width));
+  const int bottom = toPixels(box.y - around.y);
   // The header stands inside the frame here; the line below it stays in sight.
-  const double top = around.y + around.height - (box.y + box.height) + ui_->volumesTable->frameWidth();
+  const int top = toPixels(around.y + around.height - (box.y + box.height)) + ui_->volumesTable->frameWidth();
   const QScrollBar* scrollBar = ui_->volumesTable->verticalScrollBar();
   const int reserved = scrollBar->isVisibleTo(ui_->volumesTable) ? scrollBar->sizeHint().width() : 0;
-  ui_->volumeOptionsBox->setGeometry(ui_->volumesTable->geometry().adjusted(
-      qRound(box.x - around.x), qRound(top), -qRound(right) - reserved, -qRound(box.y - around.y)));
+  // All of it is to be seen, however high the letters are.
+  ui_->volumesTable->setMinimumHeight(ui_->volumeOptionsBox->minimumSizeHint().height() + top + bottom);
+  ui_->volumeOptionsBox->setGeometry(
+      ui_->volumesTable->geometry().adjusted(left, top, -right - reserved, -bottom));
 }
 
 bool OptionsTabPage::eventFilter(QObject* watched, QEvent* event) {

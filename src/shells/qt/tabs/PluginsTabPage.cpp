@@ -1,5 +1,6 @@
 #include "tabs/PluginsTabPage.h"
 
+#include "Fonts.h"
 #include "binders/LabelBinder.h"
 #include "binders/OutlineViewBinder.h"
 #include "ui_PluginsTabPage.h"
@@ -9,6 +10,7 @@ namespace corvane::qt {
 PluginsTabPage::PluginsTabPage(PluginsTabView& view, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PluginsTabPage>()) {
   ui_->setupUi(this);
+  scaleToFont(*this);
   new LabelBinder(view.pluginsLabel, *ui_->pluginsLabel);
   new OutlineViewBinder(view.pluginsTable, *ui_->pluginsTable);
 }

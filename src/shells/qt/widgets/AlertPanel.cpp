@@ -6,6 +6,7 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "Fonts.h"
 #include "Text.h"
 #include "appearance/Appearance.h"
 #include "appearance/Shapes.h"
@@ -17,15 +18,17 @@
 namespace corvane::qt {
 namespace {
 
-constexpr int kIconSize = 64;
-constexpr int kSmallestButton = 84;
+// In points.
+constexpr double kIconSize = 64;
+constexpr double kSmallestButton = 84;
 
 QPixmap alertIcon(const AlertDescription& alert, qreal scale) {
   const QIcon icon = alert.iconPath.empty() ? productIcon() : QIcon(toQString(alert.iconPath));
-  QPixmap picture = icon.pixmap(QSize(kIconSize, kIconSize), scale);
+  const int side = toPixels(kIconSize);
+  QPixmap picture = icon.pixmap(QSize(side, side), scale);
   if (alert.style == AlertStyle::Critical && !picture.isNull()) {
     QPainter painter(&picture);
-    drawCaution(painter, QRectF(kIconSize - 30, kIconSize - 28, 30, 28));
+    drawCaution(painter, QRectF(side * 0.53, side * 0.56, side * 0.47, side * 0.44));
   }
   return picture;
 }
@@ -52,6 +55,7 @@ QString breakable(const QString& text) {
 AlertPanel::AlertPanel(const AlertDescription& alert, const QString& note, QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::AlertPanel>()) {
   ui_->setupUi(this);
+  scaleToFont(*this);
   setFocusPolicy(Qt::ClickFocus);
   setWindowTitle(toQString(alert.messageText));
   ui_->icon->setPixmap(alertIcon(alert, devicePixelRatioF()));
@@ -81,7 +85,7 @@ void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
   accessory_->setObjectName(QStringLiteral("accessory"));
   accessory_->setAccessibleName(toQString(checkBox.title));
   accessory_->setChecked(checkBox.on);
-  accessory_->setMinimumSize(qRound(checkBox.width), qRound(checkBox.height));
+  accessory_->setMinimumSize(toPixels(checkBox.width), toPixels(checkBox.height));
   if (checkBox.refusesFirstResponder) accessory_->setFocusPolicy(Qt::NoFocus);
   ui_->accessoryLayout->addWidget(accessory_);
 }
@@ -92,7 +96,7 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     auto* button = new PushButton(withoutShortcuts(toQString(description.title)), this);
     button->setObjectName(toQString("button " + description.title));
     button->setAccessibleName(toQString(description.title));
-    button->setMinimumWidth(kSmallestButton);
+    button->setMinimumWidth(toPixels(kSmallestButton));
     ui_->buttonLayout->insertWidget(1, button);  // the first button ends up rightmost
     connect(button, &QAbstractButton::clicked, this, [this, index] { finish(static_cast<int>(index)); });
     buttons_.push_back(button);

@@ -4,13 +4,17 @@
 #include <algorithm>
 
 #include "AttributedTextLayout.h"
+#include "Fonts.h"
 #include "Text.h"
+#include "TextLine.h"
 #include "appearance/Shapes.h"
+#include "widgets/CopyMenu.h"
 
 namespace corvane::qt {
 namespace {
 
-constexpr int kInset = 2;  // of the text, for the focus ring around it
+/// Of the text, for the focus ring around it. The core leaves two points at either side.
+int inset() { return toPoints(2) > 2 ? 1 : 2; }
 
 }  // namespace
 
@@ -30,7 +34,7 @@ void LabelButton::setAttributedText(const AttributedText& text) {
 }
 
 void LabelButton::setActive(bool active) {
-  setFocusPolicy(active ? Qt::StrongFocus : Qt::NoFocus);
+  isActive_ = active;
   showShape();
 }
 
@@ -39,7 +43,13 @@ bool LabelButton::isLink() const {
                      [](const auto& run) { return run.attributes.underlined; });
 }
 
+void LabelButton::showAsPath() {
+  isPath_ = true;
+  offerCopy(*this, [this] { return text(); });
+}
+
 void LabelButton::showShape() {
+  setFocusPolicy(isLink() && isActive() ? Qt::StrongFocus : Qt::NoFocus);
   if (isLink() && isActive()) {
     setCursor(Qt::PointingHandCursor);
   } else {
@@ -55,17 +65,21 @@ void LabelButton::setAlignment(Qt::Alignment alignment) {
 QSize LabelButton::sizeHint() const {
   const QSizeF size =
       AttributedTextLayout(text_, font(), palette(), palette().color(QPalette::WindowText)).naturalSize();
-  return {qCeil(size.width()) + 2 * kInset, qMax(20, qCeil(size.height()) + 2)};
+  return {qCeil(size.width()) + 2 * inset(),
+          alignedHeight(qMax(toPixels(20), qCeil(size.height()) + 2), fontMetrics())};
 }
 
-QSize LabelButton::minimumSizeHint() const { return {20, sizeHint().height()}; }
+QSize LabelButton::minimumSizeHint() const { return {toPixels(20), sizeHint().height()}; }
 
 void LabelButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   QColor color = palette().color(foregroundRole());
   if (isDown()) color.setAlphaF(0.6F);
-  AttributedTextLayout(text_, font(), palette(), color, !isEnabled())
-      .draw(painter, rect().adjusted(kInset, 0, -kInset, 0), alignment_);
+  const QRect room = rect().adjusted(inset(), 0, -inset(), 0);
+  AttributedText shown = text_;
+  if (isPath_)
+    shown = AttributedText(fromQString(fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width())));
+  AttributedTextLayout(shown, font(), palette(), color, !isEnabled()).draw(painter, room, alignment_);
   if (hasFocus()) drawFocusRingApart(painter, QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5), 2, palette());
 }
 

@@ -14,9 +14,12 @@ class LabelButton final : public PaintedButton {
   explicit LabelButton(QWidget* parent = nullptr);
 
   void setAttributedText(const AttributedText& text);
-  /// Whether a click does something; a mere label takes no focus.
+  /// Whether a click does something. Of those that do only a link has the keyboard: any other clickable text
+  /// belongs to a control that has it itself.
   void setActive(bool active);
-  [[nodiscard]] bool isActive() const { return focusPolicy() != Qt::NoFocus; }
+  [[nodiscard]] bool isActive() const { return isActive_; }
+  /// Shortens a text that has no room in its middle, as paths are, and lets it be copied whole.
+  void showAsPath();
   /// Whether it looks like one.
   [[nodiscard]] bool isLink() const;
   void setAlignment(Qt::Alignment alignment);
@@ -28,10 +31,12 @@ class LabelButton final : public PaintedButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  /// The hand over a link.
+  /// The hand over a link, and the keyboard.
   void showShape();
 
   AttributedText text_;
+  bool isActive_ = false;
+  bool isPath_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft;
 };
 

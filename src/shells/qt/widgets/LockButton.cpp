@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "Fonts.h"
 #include "appearance/Shapes.h"
 
 namespace corvane::qt {
@@ -10,6 +11,8 @@ LockButton::LockButton(QWidget* parent) : PaintedButton(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
+
+QSize LockButton::sizeHint() const { return QSize(1, 1) * toPixels(32); }
 
 void LockButton::setOpen(bool open) {
   if (open == open_) return;

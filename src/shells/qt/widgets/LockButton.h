@@ -13,7 +13,7 @@ class LockButton final : public PaintedButton {
 
   void setOpen(bool open);
   [[nodiscard]] bool isOpen() const { return open_; }
-  [[nodiscard]] QSize sizeHint() const override { return {32, 32}; }
+  [[nodiscard]] QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <utility>
 
+#include "TextLine.h"
 #include "appearance/Shapes.h"
 #include "widgets/ButtonKeys.h"
 
@@ -51,6 +52,14 @@ void OutlineTree::setCurrentCell(const QModelIndex& index) {
   setAutoScroll(false);
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
   setAutoScroll(scrolls);
+}
+
+void OutlineTree::paintEvent(QPaintEvent* event) {
+  QTreeView::paintEvent(event);
+  if (model() == nullptr || model()->rowCount() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Active, QPalette::PlaceholderText));
+  drawTextLine(painter, viewport()->rect(), Qt::AlignHCenter, placeholder_);
 }
 
 void OutlineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,

@@ -50,6 +50,9 @@ class OutlineTree final : public QTreeView {
   /// Gives the keyboard to the control before or after the tree.
   void leave(bool forward) { focusNextPrevChild(forward); }
 
+  /// Shown while there are no rows.
+  void setPlaceholder(const QString& text) { placeholder_ = text; }
+
  signals:
   /// The triangle of the row was clicked, or its key was pressed.
   void triangleClicked(const QModelIndex& index);
@@ -65,6 +68,7 @@ class OutlineTree final : public QTreeView {
   void busyChanged();
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
   void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
@@ -100,6 +104,7 @@ class OutlineTree final : public QTreeView {
   /// What the row says, without the blanks around it.
   [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
 
+  QString placeholder_;
   QPersistentModelIndex pressed_;
   QRect pressedPlace_;  // of the button that is held down, from its cell's corner
   bool isOverPressed_ = false;
