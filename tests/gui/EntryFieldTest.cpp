@@ -68,6 +68,16 @@ TEST_F(EntryField, IsAskedAboutEachTextBeforeTheToolkitHasIt) {
   EXPECT_EQ(told, (std::vector<std::string>{"a", "ab"}));
 }
 
+TEST_F(EntryField, IsAskedOnceAlsoAboutTheSameTextThatIsTypedOverTheOneBefore) {
+  field->showText(QStringLiteral("a"));
+  field->selectAll();
+  type(*field, "a");
+  EXPECT_EQ(asked, (std::vector<std::string>{"a"}));
+  type(*field, "b");
+  EXPECT_EQ(asked, (std::vector<std::string>{"a", "ab"}));
+  EXPECT_EQ(shown(), "ab");
+}
+
 TEST_F(EntryField, NobodyHearsOfATextThatIsRefused) {
   type(*field, "ab");
   std::vector<std::string> told;

@@ -502,6 +502,7 @@ void WholeSession::actAtSheet() {
   compare();
   for (int changes = below(4); changes > 0 && !::testing::Test::HasFailure(); --changes) {
     changeInSheet();
+    settle();
     compare();
     // What is typed next is to replace what stands there.
     if (way_ == Way::Keys) press(window_.window(), Qt::Key_Tab);

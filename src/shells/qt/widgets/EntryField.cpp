@@ -45,8 +45,11 @@ class EntryField::Question final : public QValidator {
 EntryField::EntryField(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(std::numeric_limits<int>::max());
   setValidator(new Question(*this));
-  // Undoing and redoing are asked about too, but the toolkit does not take them back by itself.
-  connect(this, &QLineEdit::textChanged, this, &EntryField::settle);
+  connect(this, &QLineEdit::textEdited, this, &EntryField::askAboutTheSameText);
+  connect(this, &QLineEdit::textChanged, this, [this] {
+    wasAsked_ = false;
+    settle();  // undoing and redoing are asked about too, but the toolkit does not take them back by itself
+  });
 }
 
 QString EntryField::inOneLine(const QString& text) {
@@ -88,11 +91,23 @@ bool EntryField::mayStand(QString& proposed, int& caret) {
     const QScopedValueRollback<bool> asking(isAsking_, true);
     answer = owner_(proposed);
   }
+  wasAsked_ = answer.has_value();
   if (!answer) return false;
   standing_ = *answer;
   proposed = standing_;
   caret = std::min(caret, static_cast<int>(proposed.size()));
   return true;
+}
+
+// While the toolkit asks, this can't be told from its asking whether the text as it stands is acceptable.
+void EntryField::askAboutTheSameText() {
+  const bool isTheSame = !wasAsked_ && text() == standing_;
+  if (!isTheSame || isAsking_ || isBringingBack_ || isComposing_ || !owner_) return;
+  {
+    const QScopedValueRollback<bool> asking(isAsking_, true);
+    standing_ = owner_(standing_).value_or(standing_);
+  }
+  settle();
 }
 
 // The toolkit has taken the text with the line breaks back, so the caret and the selection are again where it

@@ -41,6 +41,9 @@ class EntryField : public QLineEdit {
   /// The toolkit would change its text to `proposed`, which may be replaced. False: it takes the change back.
   bool mayStand(QString& proposed, int& caret);
   void putInWithoutLineBreaks();
+  /// The owner hears of it too when the user has put the same text in the place of the one before: from then
+  /// on it is theirs.
+  void askAboutTheSameText();
   /// Whatever the toolkit has kept without an answer goes.
   void settle();
 
@@ -50,6 +53,7 @@ class EntryField : public QLineEdit {
   QString withLineBreaks_;                // a proposed text, until it is put in without them
   std::pair<int, int> placeOfComposing_;  // the selection, as start and length
   bool isAsking_ = false;
+  bool wasAsked_ = false;      // about the change that the toolkit is making
   bool isComposing_ = false;   // an input method shows what is not part of the text yet
   bool isCommitting_ = false;  // and hands some of it over now
   bool isBringingBack_ = false;
