@@ -37,13 +37,12 @@
   }
 }
 
-// A line below the title of the tab that the keyboard is on.
+// A frame round the title of the tab that the keyboard is on.
 - (void)drawRect:(NSRect)rect {
   [super drawRect:rect];
   if ([[self window] firstResponder] != self) return;
-  const NSRect tab = [[self selectedTabViewItem] _tabRect];
-  [[NSColor selectedControlColor] set];
-  NSRectFill(NSMakeRect(NSMinX(tab) + 4, NSMaxY(tab) - 5, NSWidth(tab) - 8, 2));
+  [[NSColor blackColor] set];
+  NSDottedFrameRect(NSInsetRect([[self selectedTabViewItem] _tabRect], 2, 2));
 }
 
 @end
