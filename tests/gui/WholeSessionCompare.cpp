@@ -136,6 +136,10 @@ void WholeSession::compareValueRow(const ModelRow& row) {
     expected = "Click to enter text";
   } else if (expected.empty() && option.type == "UsernameField") {
     expected = "Click to enter username";
+  } else if (expected.empty() && option.type == "FilePicker") {
+    expected = "Choose a file…";
+  } else if (expected.empty() && option.type == "FolderPicker") {
+    expected = "Choose a folder…";
   }
   EXPECT_EQ(firstLine(index).toStdString(), expected);
 }

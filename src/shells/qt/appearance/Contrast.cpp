@@ -27,9 +27,11 @@ QColor readable(const QColor& color, const QColor& strong, std::initializer_list
   for (int step = 0; step < kSteps; ++step) {
     const float share = static_cast<float>(step) / kSteps;
     const auto mix = [share](float from, float to) { return from + (to - from) * share; };
+    // Judged as a screen shows it, in whole steps of eight bits.
     const QColor mixed =
         QColor::fromRgbF(mix(color.redF(), strong.redF()), mix(color.greenF(), strong.greenF()),
-                         mix(color.blueF(), strong.blueF()));
+                         mix(color.blueF(), strong.blueF()))
+            .rgb();
     if (std::all_of(grounds.begin(), grounds.end(),
                     [&](const QColor& ground) { return contrast(mixed, ground) >= wanted; }))
       return mixed;
