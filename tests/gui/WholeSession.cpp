@@ -355,7 +355,7 @@ void WholeSession::actAtSetting() {
     return;
   }
   if (setting.kind != ModelSetting::Kind::Switch) return typeInSetting(setting);
-  const bool byLabel = setting.label != nullptr && oneIn(3);
+  const bool byLabel = setting.label != nullptr && way_ == Way::Mouse && oneIn(3);
   const char* control = byLabel ? setting.label : setting.control;
   say(std::string("switches ") + control);
   if (way_ == Way::Mouse && oneIn(2)) {
