@@ -34,6 +34,7 @@ struct Hiding {
 };
 constexpr Hiding kHidings[] = {{"<!--", "-->"}, {"<?p ", "?>"}};
 
+constexpr std::string_view kXmlBegin = "<?xml";
 constexpr std::string_view kBinarySignature = "bplist0";
 constexpr std::size_t kTrailerSize = 32;
 
@@ -97,7 +98,7 @@ class Switch {
   /// Nothing when these contents do not allow it.
   static std::optional<Switch> between(std::string_view old, std::string_view fresh) {
     const std::size_t declarationEnd = fresh.find("?>");
-    if (!fresh.starts_with("<?xml") || declarationEnd == std::string_view::npos) return std::nullopt;
+    if (!fresh.starts_with(kXmlBegin) || declarationEnd == std::string_view::npos) return std::nullopt;
     // What is appended to UTF-16 would have to be UTF-16.
     if (old.starts_with("\xFE\xFF"sv) || old.starts_with("\xFF\xFE"sv) || old.substr(0, 4).find('\0') < 4)
       return std::nullopt;
@@ -194,18 +195,19 @@ class Switch {
   std::string binaryEnd_;      // and behind that, where the old list is a binary one
 };
 
-/// Writes the whole by one call, padded with blanks to the old length, so that the file is whole before it is
-/// cut, too.
+/// Writes the whole by one call, with blanks over what is longer. Behind an XML list that fits one page the
+/// rest does not matter until it is cut, and the call stays within the page.
 int overwrite(WritableFile& file, const std::string& old, const std::string& fresh,
               const StepObserver& before) {
   std::string padded = fresh;
-  padded.resize(std::max(fresh.size(), old.size()), ' ');
+  const std::size_t covered = fresh.starts_with(kXmlBegin) ? std::min(old.size(), kPage) : old.size();
+  padded.resize(std::max(fresh.size(), covered), ' ');
   step(before, "reserve");
   int error = reserve(file, padded.size());
   if (error != 0) return error;
   step(before, "write");
   error = writeAll(file, padded, 0);
-  if (error != 0) (void)writeAll(file, old, 0);
+  if (error != 0) (void)writeAll(file, old.substr(0, padded.size()), 0);
   step(before, "cut");
   const int cut = file.resize(error == 0 ? fresh.size() : old.size());
   step(before, "flush");
@@ -217,7 +219,7 @@ int overwrite(WritableFile& file, const std::string& old, const std::string& fre
 
 int replaceContents(WritableFile& file, const std::string& old, const std::string& fresh,
                     const StepObserver& before) {
-  if (std::max(old.size(), fresh.size()) > kPage) {
+  if (fresh.size() > kPage) {
     if (const auto plan = Switch::between(old, fresh)) return plan->carryOut(file, before);
   }
   return overwrite(file, old, fresh, before);

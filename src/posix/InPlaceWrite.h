@@ -32,7 +32,7 @@ class WritableFile {
 /// Replaces the old contents, which the caller has read, by the fresh ones. Answers 0 or the error; after an
 /// error the old contents are there again unless the disk itself fails.
 ///
-/// Contents that fit one page are written by one call. For larger ones, the fresh list is first written
+/// Fresh contents that fit one page are written by one call. Larger ones are first written
 /// behind the old one, which reads as before: what follows an XML list does not matter, and a binary list is
 /// given a table of its objects at the new end. One short write at the front then opens a comment over the
 /// old list, by which the file becomes the fresh one; below the comment the front is brought to its final

@@ -184,6 +184,29 @@ TEST(InPlaceWrite, ContentsThatFitOnePageAreWrittenByOneCall) {
   EXPECT_EQ(write.file.acts, 3u) << "the page, the cut, the flush";
 }
 
+TEST(InPlaceWrite, NewListThatFitsOnePageIsMixedWithNoOldOneWhateverItIs) {
+  const std::string canonical = xml(settings("old", 9000));
+  std::string utf16 = "\xFF\xFE";
+  for (const char c : canonical) utf16 += std::string{c, '\0'};
+  for (const Old& old : {Old{"UTF-16", utf16},
+                         Old{"both ends", canonical.substr(0, canonical.find("<plist")) + "<!-- --><?p ?>" +
+                                              canonical.substr(canonical.find("<plist"))},
+                         Old{"a table of two pages", BinaryWriter::bytesOf(settings("old", 60000, 3000))}}) {
+    for (const std::size_t size : {10u, 2500u}) {
+      std::size_t acts = 1;
+      for (std::size_t failing = 0; failing <= acts; ++failing) {
+        SCOPED_TRACE(old.name + std::string(", failure ") + std::to_string(failing));
+        Watched write(old.bytes, xml(settings("fresh", size)));
+        write.file.failing = failing;
+        const int error = write.write();
+        acts = write.file.acts;
+        EXPECT_EQ(write.mixtures, 0);
+        EXPECT_TRUE(error == 0 ? write.readsFresh() : write.isOld() || write.readsFresh());
+      }
+    }
+  }
+}
+
 /// Contents that the switch does not know its way with are written by one call.
 TEST(InPlaceWrite, OtherContentsAreWrittenAndPutBackWhenThatFails) {
   const std::string utf16 = "\xFF\xFE" + std::string(9000, 'x');
