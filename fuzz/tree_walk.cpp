@@ -176,8 +176,9 @@ struct Model {
       const Names further = split(at(next).target);
       ahead.insert(ahead.begin(), further.begin(), further.end());
     }
-    const bool isOpen =
-        at(here).type == Node::Type::Folder && !isFine(at(here), care == Care::StickySuffices);
+    if (at(here).type != Node::Type::Folder)
+      return {.kind = floor < 0 ? Kind::System : Kind::None, .node = here};
+    const bool isOpen = !isFine(at(here), care == Care::StickySuffices);
     return {.kind = isOpen ? Kind::OpenToOthers : Kind::None, .node = here};
   }
 };
@@ -201,7 +202,7 @@ void compare(const World& world, const std::string& root, const std::string& pat
   }
   if (expected.kind != Kind::None) return;
   if (found.attributes.st_ino != world[static_cast<std::size_t>(expected.node)].inode ||
-      TreeWalk::pathOf(found.names) != place) {
+      found.path != place) {
     differ("another file", path, expected.kind, found.obstacle.kind);
   }
 }
@@ -237,7 +238,7 @@ void disturb(Bytes bytes, const World& world, const std::string& root) {
 /// What was found lies where the walk says, and nobody else can change that.
 void requireTrustedWay(const std::string& root, const TreeWalk::Found& found) {
   struct stat status {};
-  for (std::string place = TreeWalk::pathOf(found.names), folder = place; folder != root;) {
+  for (std::string place = found.path, folder = place; folder != root;) {
     folder = fs::path(folder).parent_path();
     if (::lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != 0 ||
         ((status.st_mode & 022) != 0 && (status.st_mode & 01000) == 0) ||

@@ -49,6 +49,11 @@ FileDescriptor reopen(int descriptor, int flags) {
   return FileDescriptor(::open(selfPath(descriptor).c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
+/// Whether nothing is in the way but what the system says.
+bool isOfTheSystem(const Obstacle& obstacle) {
+  return obstacle.kind == Obstacle::Kind::Missing || obstacle.kind == Obstacle::Kind::System;
+}
+
 /// Why an entry is not a file that may be written, read or removed under a predictable name; empty when it is
 /// one.
 std::string_view whyNotPlain(const struct stat& attributes) {
@@ -56,10 +61,6 @@ std::string_view whyNotPlain(const struct stat& attributes) {
   if (!S_ISREG(attributes.st_mode)) return kNotRegular;
   if (attributes.st_nlink != 1) return "the file has further hard links";
   return {};
-}
-
-std::string joined(const std::string& folder, std::string_view name) {
-  return (folder == "/" ? folder : folder + "/") + std::string(name);
 }
 
 }  // namespace
@@ -70,25 +71,14 @@ RootTree::RootTree(const std::string& root, uid_t user, TreeObservers observers)
       beforeStep_(std::move(observers.beforeStep)),
       walk_(root, std::move(observers.beforeLook)) {}
 
-TreeWalk::Found RootTree::findFolder(const std::string& path, Care care) const {
-  auto found = walk_.find(path, care);
-  if (!found.obstacle && !S_ISDIR(found.attributes.st_mode)) {
-    found.obstacle = {.kind = Obstacle::Kind::System, .path = root_ + path, .error = ENOTDIR};
-  }
-  return found;
-}
-
 Reply RootTree::replyTo(const Obstacle& obstacle) const {
-  const bool isOfTheSystem =
-      obstacle.kind == Obstacle::Kind::Missing || obstacle.kind == Obstacle::Kind::System;
-  return {.outcome = isOfTheSystem ? Outcome::Started : Outcome::Denied,
-          .exitStatus = isOfTheSystem ? 1 : 0,
-          .message = walk_.textOf(obstacle)};
+  if (isOfTheSystem(obstacle)) return failed(obstacle.path, obstacle.error);
+  return {.outcome = Outcome::Denied, .message = walk_.textOf(obstacle)};
 }
 
 Reply RootTree::removeStaging(const std::string& name) const {
   const auto path = root_ + joined(std::string(kStagingFolder), name);
-  const auto folder = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  const auto folder = walk_.find(std::string(kStagingFolder), Care::StickySuffices);
   if (folder.obstacle) return replyTo(folder.obstacle);
   const auto entry = TreeWalk::entryOf(folder.descriptor.get(), name);
   if (!entry.descriptor) return failed(path, errno);
@@ -150,7 +140,7 @@ Reply writeFile(int folder, const std::string& name, const std::string& path, co
 
 Reply RootTree::writeTarget(const std::string& name, const std::string& folder) const {
   const auto stagingPath = root_ + joined(std::string(kStagingFolder), name);
-  const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  const auto staging = walk_.find(std::string(kStagingFolder), Care::StickySuffices);
   if (staging.obstacle) return replyTo(staging.obstacle);
   const auto source = TreeWalk::entryOf(staging.descriptor.get(), name);
   if (!source.descriptor) return failed(stagingPath, errno);
@@ -160,7 +150,7 @@ Reply RootTree::writeTarget(const std::string& name, const std::string& folder) 
   const auto contents = file ? readToEnd(file.get(), kLargestFile) : std::nullopt;
   if (!contents) return failed(stagingPath, errno);
 
-  const auto target = findFolder(folder, Care::Full);
+  const auto target = walk_.find(folder, Care::Full);
   if (target.obstacle) return replyTo(target.obstacle);
   return writeFile(target.descriptor.get(), name, root_ + joined(folder, name), *contents, beforeStep_);
 }
@@ -173,7 +163,7 @@ Reply RootTree::readSource(const std::string& folder, const std::string& name) c
 Reply RootTree::copyForReading(const std::string& folder, const std::string& name) const {
   const auto copyName = std::string(kReadPrefix) + name;
   const auto copyPath = root_ + joined(std::string(kStagingFolder), copyName);
-  const auto staging = findFolder(std::string(kStagingFolder), Care::StickySuffices);
+  const auto staging = walk_.find(std::string(kStagingFolder), Care::StickySuffices);
   if (staging.obstacle) return replyTo(staging.obstacle);
   // The copy of an earlier read goes first, so that a read that fails leaves nothing to be taken for its
   // outcome. It stays open, so that the new one is another file to whoever remembers it.
@@ -186,7 +176,7 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
   }
   const auto path = root_ + joined(folder, name);
   // Others may be able to change the way there, which does no harm: what is found is only read.
-  const auto sourceFolder = findFolder(folder, Care::None);
+  const auto sourceFolder = walk_.find(folder, Care::None);
   if (sourceFolder.obstacle.kind == Obstacle::Kind::Missing)
     return {.outcome = Outcome::Missing, .message = {}};
   if (sourceFolder.obstacle) return replyTo(sourceFolder.obstacle);
@@ -205,10 +195,10 @@ Reply RootTree::copyForReading(const std::string& folder, const std::string& nam
 Reply RootTree::makeFolders(const std::string& folder) const {
   for (auto end = folder.find('/', 1);; end = folder.find('/', end + 1)) {
     const auto path = folder.substr(0, end);
-    const auto here = findFolder(path, Care::Full);
+    const auto here = walk_.find(path, Care::Full);
     if (here.obstacle.kind != Obstacle::Kind::Missing && here.obstacle) return replyTo(here.obstacle);
     if (here.obstacle) {
-      const auto above = findFolder(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)), Care::Full);
+      const auto above = walk_.find(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)), Care::Full);
       if (above.obstacle) return replyTo(above.obstacle);
       if (::mkdirat(above.descriptor.get(), path.substr(path.rfind('/') + 1).c_str(), 0755) != 0) {
         return failed(root_ + path, errno);
@@ -254,7 +244,7 @@ Reply RootTree::resetModes() const {
   for (const auto files : housekeeping::kFiles) {
     const auto slash = files.rfind('/');
     const std::string path(files.substr(0, slash));
-    const auto folder = findFolder(path, Care::Full);
+    const auto folder = walk_.find(path, Care::Full);
     if (folder.obstacle.kind == Obstacle::Kind::Missing) continue;
     auto reply = folder.obstacle
                      ? replyTo(folder.obstacle)
@@ -275,7 +265,7 @@ std::string RootTree::objection() const {
     if (obstacle.kind == Obstacle::Kind::Missing && found != &prefix) {
       // What is missing is no objection where nobody else can make it.
       if (!found->isInSharedFolder) continue;
-      obstacle = {.kind = Obstacle::Kind::OpenToOthers, .path = TreeWalk::pathOf(found->names)};
+      obstacle = {.kind = Obstacle::Kind::OpenToOthers, .path = found->path};
     }
     if (obstacle.kind == Obstacle::Kind::OpenToOthers) {
       const char* helps = ::geteuid() == 0 ? "run the pane as the owner of the tree, or " : "";
@@ -289,13 +279,14 @@ std::string RootTree::objection() const {
 
 bool RootTree::belongsTo(uid_t owner) const {
   auto found = walk_.find(std::string(kClientFolder), Care::None, TreeWalk::Links::Refused);
-  if (found.obstacle.kind == Obstacle::Kind::Missing) found = walk_.find("/", Care::None);
+  // Without a folder of the client there, whoever owns the prefix may make one.
+  if (isOfTheSystem(found.obstacle)) found = walk_.find("/", Care::None);
   return !found.obstacle && found.attributes.st_uid == owner;
 }
 
 Reply RootTree::checkProgram(const std::string& folder, const std::string& name, bool executable) const {
   const auto path = root_ + joined(folder, name);
-  auto base = findFolder(folder, Care::Full);
+  auto base = walk_.find(folder, Care::Full);
   if (base.obstacle) return notStarted(replyTo(base.obstacle));
   // Links may lead about below the folder, and not out of it.
   const auto file = walk_.findBelow(std::move(base), name, Care::StickySuffices);

@@ -59,7 +59,6 @@ class RootTree {
 
  private:
   [[nodiscard]] Reply copyForReading(const std::string& folder, const std::string& name) const;
-  [[nodiscard]] TreeWalk::Found findFolder(const std::string& path, Care care) const;
   [[nodiscard]] Reply replyTo(const Obstacle& obstacle) const;
 
   std::string root_;

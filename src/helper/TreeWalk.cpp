@@ -3,8 +3,10 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <deque>
 #include <filesystem>
 #include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,7 +17,7 @@ namespace corvane::helper {
 namespace {
 
 using Kind = Obstacle::Kind;
-using Names = std::vector<std::string>;
+using Names = std::deque<std::string>;
 constexpr int kMostLinks = 40;  // the kernel's own limit for one path
 
 /// The parts of a path, without empty ones and ".".
@@ -27,17 +29,16 @@ Names partsOf(const std::string& path) {
   return parts;
 }
 
-std::string pathBelow(Names folder, const std::string& name) {
-  folder.push_back(name);
-  return TreeWalk::pathOf(folder);
-}
-
 }  // namespace
+
+std::string joined(const std::string& folder, std::string_view name) {
+  return (folder == "/" ? folder : folder + "/") + std::string(name);
+}
 
 /// Where a walk stands, and what is ahead of it.
 struct TreeWalk::Way {
   Found at;
-  std::deque<std::string> ahead;
+  Names ahead;
   Care care = Care::None;
   Links links = Links::Followed;
   bool mayLeave = true;  // above the folder where it began is that folder itself, as above "/"
@@ -47,21 +48,12 @@ struct TreeWalk::Way {
 };
 
 TreeWalk::TreeWalk(const std::string& root, Observer beforeLook)
-    : prefix_(partsOf(root)), self_(::geteuid()), beforeLook_(std::move(beforeLook)) {
+    : root_(root.empty() ? "/" : root), self_(::geteuid()), beforeLook_(std::move(beforeLook)) {
   top_ = prefix(Care::None);
 }
 
-std::string TreeWalk::pathOf(const Names& names) {
-  std::string path;
-  for (const auto& name : names) path += "/" + name;
-  return path.empty() ? "/" : path;
-}
-
 TreeWalk::Found TreeWalk::prefix(Care care) const {
-  return go({.at = entryOf(AT_FDCWD, "/"),
-             .ahead = {prefix_.begin(), prefix_.end()},
-             .care = care,
-             .links = Links::Refused});
+  return go({.at = entryOf(AT_FDCWD, "/"), .ahead = partsOf(root_), .care = care, .links = Links::Refused});
 }
 
 TreeWalk::Found TreeWalk::find(const std::string& path, Care care, Links links) const {
@@ -72,18 +64,14 @@ TreeWalk::Found TreeWalk::find(const std::string& path, Care care, Links links) 
   // Programs are started by path: the prefix must still be what was opened at the start.
   if (!way.at.obstacle && (way.at.attributes.st_dev != top_.attributes.st_dev ||
                            way.at.attributes.st_ino != top_.attributes.st_ino)) {
-    way.at.obstacle = {.kind = Kind::Moved, .path = pathOf(prefix_)};
+    way.at.obstacle = {.kind = Kind::Moved, .path = root_};
   }
-  if (way.at.obstacle) return std::move(way.at);
-  const auto parts = partsOf(path);
-  way.ahead.assign(parts.begin(), parts.end());
+  way.ahead = partsOf(path);
   return go(std::move(way));
 }
 
 TreeWalk::Found TreeWalk::findBelow(Found folder, const std::string& path, Care care) const {
-  const auto parts = partsOf(path);
-  return go(
-      {.at = std::move(folder), .ahead = {parts.begin(), parts.end()}, .care = care, .mayLeave = false});
+  return go({.at = std::move(folder), .ahead = partsOf(path), .care = care, .mayLeave = false});
 }
 
 TreeWalk::Found TreeWalk::go(Way way) const {
@@ -92,27 +80,27 @@ TreeWalk::Found TreeWalk::go(Way way) const {
   while (!at.obstacle && !way.ahead.empty()) {
     at.obstacle = objectionTo(at, careOnTheWay);
     if (at.obstacle) break;
-    if (beforeLook_) beforeLook_(pathOf(at.names));
+    if (beforeLook_) beforeLook_(at.path);
     const auto name = std::move(way.ahead.front());
     way.ahead.pop_front();
     at.obstacle = name == ".." ? climb(way) : enter(way, name);
   }
-  if (!at.obstacle && (!at.descriptor || S_ISDIR(at.attributes.st_mode)))
+  if (!at.obstacle && (way.mayLeave || !at.descriptor || S_ISDIR(at.attributes.st_mode)))
     at.obstacle = objectionTo(at, way.care);
   if (at.obstacle) at.descriptor.reset();
   return std::move(at);
 }
 
 Obstacle TreeWalk::objectionTo(const Found& folder, Care care) const {
-  if (!folder.descriptor) return {.kind = Kind::System, .path = pathOf(folder.names), .error = errno};
+  if (!folder.descriptor) return {.kind = Kind::System, .path = folder.path, .error = errno};
   if (!S_ISDIR(folder.attributes.st_mode)) {
-    return {.kind = Kind::System, .path = pathOf(folder.names), .error = ENOTDIR};
+    return {.kind = Kind::System, .path = folder.path, .error = ENOTDIR};
   }
   // The sticky bit keeps others from the entries of whom the walk trusts.
   const bool isSticky = trusts(folder.attributes.st_uid) && (folder.attributes.st_mode & S_ISVTX) != 0;
   if (care == Care::None || isClosed(folder.attributes) || (care == Care::StickySuffices && isSticky))
     return {};
-  return {.kind = Kind::OpenToOthers, .path = pathOf(folder.names)};
+  return {.kind = Kind::OpenToOthers, .path = folder.path};
 }
 
 Obstacle TreeWalk::enter(Way& way, const std::string& name) const {
@@ -122,12 +110,11 @@ Obstacle TreeWalk::enter(Way& way, const std::string& name) const {
   if (!next.descriptor) {
     at.isInSharedFolder = next.isInSharedFolder;
     return {.kind = errno == ENOENT ? Kind::Missing : Kind::System,
-            .path = pathBelow(at.names, name),
+            .path = joined(at.path, name),
             .error = errno};
   }
-  if (S_ISLNK(next.attributes.st_mode)) return follow(way, next, pathBelow(at.names, name));
-  next.names = at.names;
-  next.names.push_back(name);
+  if (S_ISLNK(next.attributes.st_mode)) return follow(way, next, joined(at.path, name));
+  next.path = joined(at.path, name);
   way.above.push_back(std::exchange(at, std::move(next)));
   return {};
 }
@@ -144,7 +131,7 @@ Obstacle TreeWalk::follow(Way& way, const Found& link, const std::string& path) 
   if (target.front() == '/') {
     if (!way.mayLeave) return {.kind = Kind::OutsideFolder, .path = path};
     way.at = entryOf(top_.descriptor.get(), ".");
-    way.at.names = prefix_;
+    way.at.path = root_;
     way.above.clear();
   }
   const auto parts = partsOf({target.data(), static_cast<std::size_t>(length)});
@@ -155,7 +142,7 @@ Obstacle TreeWalk::follow(Way& way, const Found& link, const std::string& path) 
 Obstacle TreeWalk::climb(Way& way) {
   if (way.above.empty()) {
     return way.mayLeave ? Obstacle{}
-                        : Obstacle{.kind = Kind::OutsideFolder, .path = pathBelow(way.at.names, "..")};
+                        : Obstacle{.kind = Kind::OutsideFolder, .path = joined(way.at.path, "..")};
   }
   way.at = std::move(way.above.back());
   way.above.pop_back();

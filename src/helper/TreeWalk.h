@@ -4,10 +4,9 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include <sys/stat.h>
 
@@ -40,6 +39,9 @@ enum class Care : std::uint8_t {
   Full,            // nor make anything new in the last one
 };
 
+/// The path of the folder's entry.
+[[nodiscard]] std::string joined(const std::string& folder, std::string_view name);
+
 class TreeWalk {
  public:
   /// Told the path of each folder before a name is looked up in it; may be empty. For tests that change
@@ -53,14 +55,15 @@ class TreeWalk {
   struct Found {
     FileDescriptor descriptor;  // names the file or folder, and opens nothing; none at an obstacle
     struct stat attributes {};
-    std::vector<std::string> names;  // from "/" on, without links
-    bool isInSharedFolder = false;   // others can make something beside it; or in its place, if it is missing
+    std::string path = "/";         // from there on, without links
+    bool isInSharedFolder = false;  // others can make something beside it; or in its place, if it is missing
     Obstacle obstacle;
   };
   enum class Links : std::uint8_t { Followed, Refused };
-  /// What the path leads to from the prefix. Links are followed as if the prefix were "/".
+  /// The folder that the path leads to from the prefix. Links are followed as if the prefix were "/".
   [[nodiscard]] Found find(const std::string& path, Care care, Links links = Links::Followed) const;
-  /// What the path leads to from a folder that was found. The way must not lead out of that folder.
+  /// What the path leads to from a folder that was found, be it a file. The way must not lead out of that
+  /// folder.
   [[nodiscard]] Found findBelow(Found folder, const std::string& path, Care care) const;
 
   /// The folder's entry itself, whatever it is; without a descriptor, and errno set, when there is none.
@@ -68,7 +71,6 @@ class TreeWalk {
   /// Whether nobody else can change the file, or what the folder holds, with this owner and mode.
   [[nodiscard]] bool isClosed(const struct stat& attributes) const;
   [[nodiscard]] std::string textOf(const Obstacle& obstacle) const;
-  [[nodiscard]] static std::string pathOf(const std::vector<std::string>& names);
   /// Whose the trusted folders are, in words.
   [[nodiscard]] const char* trustedOne() const { return self_ == 0 ? "root" : "you"; }
 
@@ -82,7 +84,7 @@ class TreeWalk {
   [[nodiscard]] static Obstacle climb(Way& way);
   [[nodiscard]] bool trusts(uid_t owner) const { return owner == 0 || owner == self_; }
 
-  std::vector<std::string> prefix_;
+  std::string root_;
   uid_t self_;
   Observer beforeLook_;
   Found top_;  // the prefix as it was at the start
