@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* kEnvironment[] = {"PATH=/usr/bin:/bin:/usr/sbin:/sbin", nullptr};
 constexpr int kCannotExecute = 127;
+constexpr int kReport = 3;  // where the report stands, beside the standard streams, until the program runs
 
 /// The vector for exec; made before the fork, since the child of a process with threads must not allocate.
 std::vector<char*> vectorOf(const Program& program) {
@@ -33,7 +34,9 @@ std::vector<char*> vectorOf(const Program& program) {
   // Above the standard streams: in the place of a closed one it would be overwritten by the output.
   const int null = opened < 0 ? -1 : ::fcntl(opened, F_DUPFD, 3);
   if (::chdir("/") == 0 && null >= 0 && ::dup2(null, 0) >= 0 && ::dup2(output >= 0 ? output : null, 1) >= 0 &&
-      ::dup2(null, 2) >= 0 && ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC) == 0) {
+      ::dup2(null, 2) >= 0 && (report == kReport || ::dup3(report, kReport, O_CLOEXEC) == kReport)) {
+    report = kReport;
+    ::closefrom(kReport + 1);
     ::execve(vector[0], vector, const_cast<char* const*>(kEnvironment));
   }
   const int error = errno;

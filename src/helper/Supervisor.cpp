@@ -120,9 +120,10 @@ void supervise(SupervisedDescriptors descriptors, const std::function<void(int, 
   // helper.
   const FileDescriptor ended(::fcntl(::signalfd(-1, &childEnds, SFD_CLOEXEC), F_DUPFD_CLOEXEC, 3));
   if (::dup2(descriptors.leash, kLeash) < 0 || ::dup2(descriptors.lifeline, kLifeline) < 0 ||
-      ::dup2(ended.get(), kChildEnded) < 0 || ::close_range(kChildEnded + 1, ~0U, 0) != 0) {
+      ::dup2(ended.get(), kChildEnded) < 0) {
     endAll(child);
   }
+  ::closefrom(kChildEnded + 1);
   watch(child);
 }
 

@@ -5,11 +5,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 
 #include "PolkitMachine.h"
 #include "platform/linux/LinuxRights.h"
 #include "platform/linux/PolkitAsking.h"
 #include "platform/linux/PollRunLoop.h"
+#include "support/Isolated.h"
 #include "support/Patience.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
@@ -75,6 +77,17 @@ class Asking : public testing::Test {
   std::unique_ptr<Authorization> authorization;
   int timesLost = 0;
 };
+
+TEST_F(Asking, NoLauncherIsStartedWhereItCouldNotBeWatched) {
+  const auto result = test::runIsolated(0, [this] {
+    if (!test::forgetSystemCall(SYS_pidfd_open)) GTEST_SKIP() << "no filter for system calls";
+    EXPECT_EQ(ask("dies"), AuthorizationOutcome::Unavailable);
+    EXPECT_EQ(reason, "this system can't watch a process: Function not implemented");
+    EXPECT_TRUE(test::hasNoChild()) << "a launcher was left behind";
+  });
+  if (result == test::IsolatedOutcome::Impossible) GTEST_SKIP() << "no filter for system calls";
+  EXPECT_EQ(result, test::IsolatedOutcome::Passed);
+}
 
 TEST_F(Asking, DismissedDialogIsCancelledWithoutALine) {
   EXPECT_EQ(ask("dismissed"), AuthorizationOutcome::Cancelled);

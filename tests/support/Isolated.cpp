@@ -1,11 +1,18 @@
 #include "support/Isolated.h"
 
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -51,6 +58,18 @@ IsolatedOutcome runIsolated(int flags, const std::function<void()>& body) {
   if (::waitpid(child, &status, 0) != child || !WIFEXITED(status)) return IsolatedOutcome::Failed;
   if (WEXITSTATUS(status) == kImpossible) return IsolatedOutcome::Impossible;
   return WEXITSTATUS(status) == kPassed ? IsolatedOutcome::Passed : IsolatedOutcome::Failed;
+}
+
+bool forgetSystemCall(int number) {
+  sock_filter steps[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<std::uint32_t>(number), 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter{.len = std::size(steps), .filter = steps};
+  return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
 bool setUserLimit(const std::string& name, int value) {

@@ -18,6 +18,10 @@ enum class IsolatedOutcome {
 /// assertions fails.
 [[nodiscard]] IsolatedOutcome runIsolated(int flags, const std::function<void()>& body);
 
+/// From now on this process and its children have a kernel that does not know the system call. False where
+/// that can't be had.
+[[nodiscard]] bool forgetSystemCall(int number);
+
 /// Writes the limit of the user name space that the process is in ("max_inotify_watches").
 [[nodiscard]] bool setUserLimit(const std::string& name, int value);
 

@@ -14,6 +14,7 @@
 #include "helper/Session.h"
 #include "platform/linux/HelperRights.h"
 #include "platform/linux/Installation.h"
+#include "posix/Differences.h"
 #include "posix/Pipe.h"
 #include "posix/SpawnSettings.h"
 
@@ -71,6 +72,12 @@ void PolkitAsking::start() {
 bool PolkitAsking::launch(std::string& problem) {
   problem = missingHelper(options_.helper);
   if (!problem.empty()) return false;
+  // Held until the launcher is there to be watched in its stead: one that can't be would stay behind.
+  FileDescriptor watch = watchEndOf(::getpid());
+  if (!watch) {
+    problem = "this system can't watch a process: " + std::generic_category().message(errno);
+    return false;
+  }
   int ends[2];
   auto complaints = makePipe();
   if (!complaints.readEnd || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
@@ -100,9 +107,9 @@ bool PolkitAsking::launch(std::string& problem) {
     problem = options_.pkexec + ": " + std::generic_category().message(error);
     return false;
   }
+  watch.reset();
   child_ = ChildProcess(pid);
-  if (child_.descriptor() < 0) problem = "this system can't watch a process";
-  return child_.descriptor() >= 0;
+  return true;
 }
 
 /// The hello, or the end of the launcher or the helper.
