@@ -7,6 +7,7 @@
 #include <QTableView>
 #include <QToolTip>
 
+#include "Assistive.h"
 #include "InputMethod.h"
 #include "OptionsTabFixture.h"
 #include "widgets/LabelButton.h"
@@ -267,6 +268,33 @@ TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {
   EXPECT_EQ(written.value("Manual_Run_Hour"), text("7"));
   EXPECT_EQ(written.value("Days_Until_Manual_Run"), number(3));
   EXPECT_EQ(written.value("Enable_On_Removal"), flag(true));
+}
+
+/// By the mouse, which takes the keyboard to the button, and by assistive technology, which does not.
+TEST_F(OptionsPage, ClearedFieldsOfTheSheetAreStoredAsTheirDefaultsHoweverItIsAccepted) {
+  open();
+  const Listener listener;
+  for (const bool byMouse : {true, false}) {
+    SCOPED_TRACE(byMouse);
+    click(find<QPushButton>(window, "advancedButton"));
+    for (const char* name : {"manuallyTriggerTextField", "timeOfDayTextField"}) {
+      auto& field = find<QLineEdit>(*sheet(), name);
+      field.setFocus();
+      field.selectAll();
+      press(window, Qt::Key_Backspace);
+      EXPECT_EQ(field.text(), QString());
+    }
+    auto& ok = find<QPushButton>(*sheet(), "sheetOkButton");
+    if (byMouse) {
+      click(ok);
+    } else {
+      pressThing(accessible(ok));
+    }
+    ASSERT_TRUE(eventually([this] { return sheet() == nullptr; }));
+    const Dictionary written = platform.readPlist(platform.paths.timeMachineSettings).asDictionary();
+    EXPECT_EQ(written.value("Manual_Run_Hour"), text("13"));  // one in the afternoon
+    EXPECT_EQ(written.value("Days_Until_Manual_Run"), number(0));
+  }
 }
 
 TEST_F(OptionsPage, AFileThatChangesUnderTheSheetIsShownWhole) {
