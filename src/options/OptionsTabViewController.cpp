@@ -120,6 +120,7 @@ void OptionsTabViewController::refreshTimeMachine() {
 
 void OptionsTabViewController::unlockedDidChange() {
   editor_.refreshVolumeControls();
+  view_.volumesTable.reloadData();  // the names' colour follows the lock
   rows_.showLockState();
 }
 

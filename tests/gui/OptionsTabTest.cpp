@@ -10,6 +10,7 @@
 #include "Assistive.h"
 #include "InputMethod.h"
 #include "OptionsTabFixture.h"
+#include "PaintedPlaces.h"
 #include "widgets/LabelButton.h"
 #include "widgets/TabPane.h"
 
@@ -194,6 +195,20 @@ TEST_F(OptionsPage, WithTheLockClosedEverythingIsVisibleAndNothingTakesEdits) {
   EXPECT_EQ(selectedRow(), 0);
   EXPECT_TRUE(pane.writes.empty());
   EXPECT_EQ(sheet(), nullptr);
+}
+
+TEST_F(OptionsPage, TheNamesOfTheVolumesAreDrawnAnewWhenTheLockChanges) {
+  open();
+  QApplication::processEvents();
+  for (const bool isOpen : {false, true}) {
+    PaintedPlaces painted(*table().viewport());
+    pane.setUnlocked(isOpen);
+    QApplication::processEvents();
+    for (int row = 0; row < table().model()->rowCount(); ++row) {
+      const QRect place = table().visualRect(table().model()->index(row, 0));
+      EXPECT_TRUE(painted.hold(place)) << row;
+    }
+  }
 }
 
 TEST_F(OptionsPage, TheRowsShowAndWriteTheirFiles) {
