@@ -65,7 +65,8 @@ std::int32_t TimeMachineSheet::enteredHour() const {
 }
 
 void TimeMachineSheet::acceptSheet() {
-  // Who presses the button need not have left the field: what was cleared in it is stored as it will be shown.
+  // Who presses the button need not have left the field: what was cleared in it is stored as it will be
+  // shown.
   for (TextField* field : {&view_.timeOfDayTextField, &view_.manuallyTriggerTextField}) field->endEditing();
   QLDefaultsController& store = timeMachine_.store();
   if (ObservableDictionary* values = store.values()) {

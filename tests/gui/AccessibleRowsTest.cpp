@@ -261,6 +261,20 @@ TEST_F(AccessibleRows, WithTheLockClosedRowsAreOpenedAndReadAndNothingIsStored) 
   EXPECT_EQ(stored("Menu"), number(0));
 }
 
+TEST_F(AccessibleRows, ThatALockHasClosedIsToldOfWhatCanNoLongerBeChanged) {
+  Listener listener;
+  openTab();
+  for (const char* title : {"Title", "Tick", "Text"}) static_cast<void>(optionThing(title));
+  static_cast<void>(valueThing("Text"));
+  listener.forget();
+  click(widget("authView"));
+  ASSERT_TRUE(eventually([this] { return valueThing("Text").state().disabled; }));
+  const QStringList told = listener.toldNames(QAccessible::StateChanged);
+  EXPECT_EQ(told.count(QStringLiteral("Tick")), 1);
+  EXPECT_EQ(told.count(QStringLiteral("Text")), 1) << "the field alone, not the option above it";
+  EXPECT_FALSE(told.contains(QStringLiteral("Title")));
+}
+
 TEST_F(AccessibleRows, NothingIsDoneToARowBehindASheetOrOnAHiddenTab) {
   openTab();
   QAccessibleInterface& tick = optionThing("Tick");

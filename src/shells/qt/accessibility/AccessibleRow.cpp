@@ -144,8 +144,7 @@ QAccessible::State AccessibleRow::state() const {
   }
   state.checkable = row.isOn.has_value();
   state.checked = row.isOn.value_or(false);
-  // A row is opened and closed also while nothing may be changed in it.
-  state.disabled = row.column != nullptr && row.role != QAccessible::TreeItem && !outline.enabled();
+  state.disabled = row.isForChanges() && !outline.enabled();
   state.hasPopup = row.role == QAccessible::ComboBox;
   if (isField(row.role) || numbersOf(row) != nullptr) {
     state.editable = mayEdit(row);

@@ -12,7 +12,12 @@ void tell(QAccessibleEvent&& event) { QAccessible::updateAccessibility(&event); 
 }  // namespace
 
 AccessibleRows::AccessibleRows(OutlineView& outline, OutlineTree& tree, OutlineModel& model, Acts acts)
-    : QObject(&tree), outline_(outline), tree_(tree), model_(model), acts_(std::move(acts)) {
+    : QObject(&tree),
+      outline_(outline),
+      tree_(tree),
+      model_(model),
+      acts_(std::move(acts)),
+      toldEnabled_(outline.enabled()) {
   connect(&model_, &QAbstractItemModel::dataChanged, this,
           [this](const QModelIndex& first) { tellChangesOf(model_.itemAt(first)); });
   connect(&model_, &QAbstractItemModel::modelReset, this, &AccessibleRows::forgetLater);
@@ -104,6 +109,17 @@ void AccessibleRows::tellExpansionOf(const OutlineItem& item) {
   QAccessible::State changed;
   changed.expanded = true;
   tell(QAccessibleStateChangeEvent(QAccessible::accessibleInterface(known->second.id), changed));
+}
+
+void AccessibleRows::tellWhetherEnabled() {
+  const bool isNew = outline_.enabled() != std::exchange(toldEnabled_, outline_.enabled());
+  if (!isNew || !QAccessible::isActive()) return;
+  QAccessible::State changed;
+  changed.disabled = true;
+  for (const auto& [row, known] : rows_) {
+    if (known.told.isForChanges())
+      tell(QAccessibleStateChangeEvent(QAccessible::accessibleInterface(known.id), changed));
+  }
 }
 
 // Later: what has replaced the rows may have been done by one of their interfaces.

@@ -41,6 +41,9 @@ class AccessibleRows final : public QObject {
   [[nodiscard]] OutlineView& outline() const { return outline_; }
   [[nodiscard]] OutlineTree& tree() const { return tree_; }
 
+  /// To be called when the outline may have been enabled or disabled: tells it of the rows that are for
+  /// changes. The toolkit does so for widgets.
+  void tellWhetherEnabled();
   /// Whether anything may be done to the rows now.
   [[nodiscard]] bool areInReach() const { return acts_.areInReach(); }
   /// Presses the button of the row, later: what it does may take as long as a panel is open.
@@ -70,6 +73,7 @@ class AccessibleRows final : public QObject {
   OutlineTree& tree_;
   OutlineModel& model_;
   Acts acts_;
+  bool toldEnabled_;
   std::map<OutlineItem::Id, Known> rows_;  // those that were asked for
 };
 

@@ -20,11 +20,8 @@ struct SpokenRow {
   const OutlineView::Column* column = nullptr;  // where its control stands; null: it has none
   CellReference cell;                           // its control
 
-  /// Whether a listener would notice a difference.
-  [[nodiscard]] bool saysTheSameAs(const SpokenRow& other) const {
-    return role == other.role && name == other.name && description == other.description &&
-           value == other.value && isOn == other.isOn;
-  }
+  /// Whether it is of no use while nothing may be changed. A row is opened and closed also then.
+  [[nodiscard]] bool isForChanges() const { return column != nullptr && role != QAccessible::TreeItem; }
 };
 
 /// What the row is called whose values stand below it; nothing for the root. Reads none of the values.

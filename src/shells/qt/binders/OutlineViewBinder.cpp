@@ -104,6 +104,7 @@ void OutlineViewBinder::show() {
   widget_.setSelectionMode(outline_.highlightsSelection() ? QAbstractItemView::SingleSelection
                                                           : QAbstractItemView::NoSelection);
   widget_.viewport()->update();  // the cells of a disabled outline look so
+  if (auto* rows = AccessibleRows::of(widget_)) rows->tellWhetherEnabled();
   showSelection();
 }
 
