@@ -1,5 +1,5 @@
-// Where a widget is drawn anew while this lives. To be drawn anew is what brings a value to the screen; a test
-// that asks for a picture would have the widget drawn for it.
+// Where a widget is drawn anew while this lives. To be drawn anew is what brings a value to the screen; a
+// test that asks for a picture would have the widget drawn for it.
 #pragma once
 
 #include <QEvent>

@@ -11,17 +11,19 @@
 namespace corvane::test {
 namespace {
 
-/// As long as this lives a list that has just opened takes a click at once, and each letter that is typed in
-/// one begins a new word.
+/// As long as this lives a list that has just opened takes a click at once, each letter that is typed in
+/// one begins a new word, and the caret does not blink.
 class Unhurried final {
  public:
   Unhurried() {
     QApplication::setDoubleClickInterval(0);
     QApplication::setKeyboardInputInterval(0);
+    QApplication::setCursorFlashTime(0);
   }
   ~Unhurried() {
     QApplication::setDoubleClickInterval(doubleClick_);
     QApplication::setKeyboardInputInterval(keyboardInput_);
+    QApplication::setCursorFlashTime(cursorFlash_);
   }
   Unhurried(const Unhurried&) = delete;
   Unhurried& operator=(const Unhurried&) = delete;
@@ -29,6 +31,7 @@ class Unhurried final {
  private:
   int doubleClick_ = QApplication::doubleClickInterval();
   int keyboardInput_ = QApplication::keyboardInputInterval();
+  int cursorFlash_ = QApplication::cursorFlashTime();
 };
 
 }  // namespace

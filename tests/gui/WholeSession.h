@@ -95,6 +95,7 @@ class WholeSession {
 
   // Comparing.
   void compare();
+  void comparePicture();
   void compareFiles();
   void compareSettings();
   void compareVolumes();

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScreen>
 
 #include "WholeSession.h"
 #include "values/Conversions.h"
@@ -14,6 +15,17 @@ namespace {
 
 QString firstLine(const QModelIndex& index) {
   return index.siblingAtColumn(1).data().toString().section(QLatin1Char('\n'), 0, 0).trimmed();
+}
+
+/// Where two pictures of one size differ.
+QRect differenceOf(const QImage& one, const QImage& other) {
+  QRect different;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < one.width(); ++x) {
+      if (one.pixel(x, y) != other.pixel(x, y)) different |= QRect(x, y, 1, 1);
+    }
+  }
+  return different;
 }
 
 bool isTicked(const QModelIndex& index, int column) {
@@ -32,6 +44,27 @@ void WholeSession::compare() {
   EXPECT_EQ(status.text().toStdString(), model_.status());
   EXPECT_EQ(status.isVisible(), !model_.status().empty());
   EXPECT_EQ(widget<qt::LockButton>("authView").isOpen(), model_.unlocked());
+  comparePicture();
+}
+
+/// Nothing that has changed waits to be drawn. Only offscreen nothing else can lie over the window.
+void WholeSession::comparePicture() {
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) return;
+  QWidget& window = window_.window();
+  ASSERT_TRUE(eventually([this] { return !window_.window().sheets().isSliding(); }));
+  QApplication::processEvents();
+  const auto picture = [](const QPixmap& pixels) {
+    return pixels.toImage().convertToFormat(QImage::Format_RGB32);
+  };
+  const QImage shown = picture(window.screen()->grabWindow(window.winId()));
+  const QImage drawnNow = picture(window.grab());
+  ASSERT_EQ(shown.size(), drawnNow.size());
+  if (shown == drawnNow) return;
+  const QRect stale = differenceOf(shown, drawnNow);
+  const QWidget* there = window.childAt(stale.center());
+  ADD_FAILURE() << "a place of " << stale.width() << " by " << stale.height() << " at " << stale.x() << ", "
+                << stale.y() << " shows what was before, in "
+                << (there != nullptr ? there->objectName().toStdString() : "the window");
 }
 
 void WholeSession::compareFiles() {
