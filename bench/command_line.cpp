@@ -94,6 +94,10 @@ void getOneSetting(benchmark::State& state) {
   const Client client(0);
   runEach(state, {CORVANECTL_PATH, "--root", client.root(), "get", "run-interval"}, 0);
 }
+void getOneSettingBesideManyPlugins(benchmark::State& state) {
+  const Client client(kDefinitions);
+  runEach(state, {CORVANECTL_PATH, "--root", client.root(), "get", "run-interval"}, 0);
+}
 void catOfItsFile(benchmark::State& state) {
   const Client client(0);
   runEach(state, {"/bin/cat", client.paths.clientSettings}, 0);
@@ -123,6 +127,7 @@ void readingManyDefinitions(benchmark::State& state) {
 }
 
 BENCHMARK(getOneSetting)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(getOneSettingBesideManyPlugins)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(catOfItsFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(readingItsFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(checkOfManyDefinitions)->Unit(benchmark::kMillisecond)->UseRealTime();

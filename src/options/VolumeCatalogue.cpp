@@ -33,9 +33,10 @@ void VolumeCatalogue::rebuild() {
 
 void VolumeCatalogue::write() const { pane_.setPlistFileValues(paths_.volumesSettings, volumes_.contents()); }
 
-Array VolumeCatalogue::readSavedList() const {
+Array VolumeCatalogue::readSavedList() {
   Array saved = platform_.propertyLists.read(paths_.volumesSettings).asArray();
-  if (!saved && platform_.files.exists(paths_.volumesSettings)) {
+  isSavedListUnreadable_ = !saved && platform_.files.exists(paths_.volumesSettings);
+  if (isSavedListUnreadable_) {
     platform_.log.write(formatText(kUnreadableList, {paths_.volumesSettings}));
   }
   return saved;

@@ -32,9 +32,11 @@ class VolumeCatalogue {
 
   /// Whether another entry has the name with another path, or another mounted device carries the name.
   [[nodiscard]] bool isVolumeDuplicatePath(std::string_view name, std::string_view path) const;
+  /// The saved list is there and no readable list: it counts as empty, and the log says so.
+  [[nodiscard]] bool isSavedListUnreadable() const { return isSavedListUnreadable_; }
 
  private:
-  [[nodiscard]] Array readSavedList() const;
+  [[nodiscard]] Array readSavedList();
   [[nodiscard]] bool isNameOfOtherEntry(std::string_view name, std::string_view path) const;
   [[nodiscard]] bool isNameOfOtherMountedDevice(std::string_view name, std::string_view path) const;
 
@@ -44,6 +46,7 @@ class VolumeCatalogue {
   const PaneConnection& pane_;
   VolumeFilters filters_;
   VolumeList volumes_;
+  bool isSavedListUnreadable_ = false;
 };
 
 }  // namespace corvane

@@ -26,9 +26,7 @@ CorvanePref::CorvanePref(Platform& platform, const PathTable& paths, Outlets out
       monitor_(platform, paths,
                {outlets.configurationTabViewController, outlets.optionsTabViewController,
                 outlets.pluginsTabViewController, [this] { refreshClientSettings(); },
-                [this](Reload what) {
-                  if (onReload) onReload(what);
-                }}) {
+                [this](Reload what) { didReload(what); }}) {
   outlets_.view.urlButton.action = [this](Button&) { header_.urlButtonAction(); };
   outlets_.view.quorlenIconButton.action = [this](Button&) { header_.quorlenIconButtonAction(); };
 }
@@ -188,6 +186,7 @@ void CorvanePref::installFolderHasGone() {
   outlets_.tabViewController.setUninstalled(true);
   watcherClientLaunchDaemon_->endWatching();
   watcherClientLaunchDaemon_.reset();
+  didReload(Reload::Removed);
 }
 
 void CorvanePref::clientSettingsHaveGone() {

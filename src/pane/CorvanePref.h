@@ -66,7 +66,7 @@ class CorvanePref final : public PaneServices,
   [[nodiscard]] std::optional<std::string> validatePluginWithArguments(
       const std::string& plugin, const std::vector<std::string>& arguments) override;
 
-  /// Hears of everything that the pane reads again because a file has changed.
+  /// Hears of everything that the pane shows anew because a file has changed, once it is done.
   std::function<void(Reload)> onReload;
 
   /// Whether something was tried and has not been done since. The status field tells what.
@@ -88,6 +88,9 @@ class CorvanePref final : public PaneServices,
   void prepareUnlockedPane();
   void installFolderHasGone();
   void clientSettingsHaveGone();
+  void didReload(Reload what) const {
+    if (onReload) onReload(what);
+  }
 
   void displayRemovedAlert();
   void displayPermissionsWrongAlert();

@@ -15,7 +15,7 @@
 
 namespace corvane {
 
-/// What of the pane is read again because a file has changed.
+/// What of the pane is shown anew because a file has changed.
 enum class Reload {
   LastUpdate,
   LastRun,
@@ -25,6 +25,7 @@ enum class Reload {
   StartupDisk,
   Plugins,
   Volumes,
+  Removed,  // the client has gone
 };
 
 class DirectoryMonitor {

@@ -2,6 +2,7 @@
 #include <string>
 
 #include <gmock/gmock.h>
+#include <sys/inotify.h>
 
 #include "Ctl.h"
 #include "posix/Pipe.h"
@@ -104,6 +105,54 @@ TEST_F(CtlActs, WaitingEndsQuietlyWithTheSignal) {
   }
 }
 
+TEST_F(CtlActs, ATerminalThatIsClosedEndsItQuietly) {
+  makeRunsLast("5");
+  Terminal terminal;
+  RunningCtl waiting(at({"run", "--wait"}), {.terminal = &terminal});
+  ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(demo.paths.errorLoggerPid); }));
+  terminal.close();
+  EXPECT_EQ(waiting.end().status, 129);
+}
+
+/// Calls that change four files and are interrupted as soon as the first of them is being written.
+TEST_F(CtlActs, AnInterruptInTheMiddleOfWritingLeavesWholeFilesAndNothingBeside) {
+  const Words before = {"2", "90", "7", "off"};
+  const Words after = {"3", "80", "8", "on"};
+  const Words names = {"run-interval", "startup-disk.percent", "time-machine.days", "automount"};
+  const FileDescriptor watch(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  ASSERT_GE(::inotify_add_watch(watch.get(), (demo.root + "/private/tmp").c_str(), IN_CREATE | IN_MOVED_TO),
+            0);
+  const auto hasBegun = [&] {
+    pollfd waited{watch.get(), POLLIN, 0};
+    char events[4096];
+    return ::poll(&waited, 1, kHangMilliseconds) > 0 && ::read(watch.get(), events, sizeof events) > 0;
+  };
+  bool isChanged = false;
+  for (const int number : {SIGINT, SIGHUP, SIGTERM, SIGPIPE}) {
+    const Words& values = isChanged ? before : after;
+    Words words = {"set"};
+    for (std::size_t i = 0; i < names.size(); ++i) words.insert(words.end(), {names[i], values[i]});
+    RunningCtl writing(at(words));
+    ASSERT_TRUE(hasBegun());
+    writing.signal(number);
+    const Ended ended = writing.end();
+    EXPECT_EQ(ended.errors, "");
+    // Nothing is written to a pipe here, so that this one means nothing.
+    if (number == SIGPIPE)
+      EXPECT_EQ(ended.status, 0);
+    else
+      EXPECT_THAT(ended.status, testing::AnyOf(0, 128 + number));
+    EXPECT_TRUE(nothingIsStaged()) << number;
+    for (std::size_t i = 0; i < names.size(); ++i)
+      EXPECT_THAT(good({"get", names[i]}), testing::AnyOf(before[i] + "\n", after[i] + "\n")) << names[i];
+    good(words);
+    isChanged = !isChanged;
+    char events[4096];
+    while (::read(watch.get(), events, sizeof events) > 0) {
+    }
+  }
+}
+
 TEST_F(CtlActs, ATestThatNeverAnswersEndsWithTheInterrupt) {
   const Json shown = json({"plugins", "show", "check_test_mode"}).at("plugins").at(0).at("options");
   const std::string never = shown.at(0).at("choices").at(7);
@@ -117,7 +166,7 @@ TEST_F(CtlActs, ATestThatNeverAnswersEndsWithTheInterrupt) {
 TEST_F(CtlActs, AReaderThatHasGoneEndsItQuietly) {
   Pipe pipe = makePipe();
   pipe.readEnd.reset();
-  RunningCtl writing(at({"--json", "plugins", "show"}), pipe.writeEnd.get());
+  RunningCtl writing(at({"--json", "plugins", "show"}), {.output = pipe.writeEnd.get()});
   const Ended ended = writing.end();
   EXPECT_EQ(ended.status, 141);
   EXPECT_EQ(ended.errors, "");
@@ -125,7 +174,7 @@ TEST_F(CtlActs, AReaderThatHasGoneEndsItQuietly) {
 
 TEST_F(CtlActs, AFullDiskBehindStandardOutputIsTold) {
   const FileDescriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
-  RunningCtl writing(at({"status"}), full.get());
+  RunningCtl writing(at({"status"}), {.output = full.get()});
   const Ended ended = writing.end();
   EXPECT_EQ(ended.status, 74);
   EXPECT_EQ(ended.errors, "corvanectl: standard output cannot be written\n");
@@ -159,7 +208,8 @@ class Lines {
 class Watching {
  public:
   Watching(const Words& arguments, const std::function<void()>& change)
-      : ctl_(std::make_unique<RunningCtl>(arguments, pipe_.writeEnd.get())), lines_(pipe_.readEnd.get()) {
+      : ctl_(std::make_unique<RunningCtl>(arguments, CtlOptions{.output = pipe_.writeEnd.get()})),
+        lines_(pipe_.readEnd.get()) {
     pipe_.writeEnd.reset();
     pollfd waited{pipe_.readEnd.get(), POLLIN, 0};
     const bool isTold = waitUntil([&] {
@@ -197,6 +247,22 @@ TEST_F(CtlActs, WatchingTellsOfEachReloadUntilItIsInterrupted) {
   const Ended ended = watching.ctl().end();
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.errors, "");
+}
+
+TEST_F(CtlActs, WatchingTellsThatTheClientHasGone) {
+  int round = 0;
+  Watching watching(at({"--json", "watch"}), [&] {
+    std::filesystem::create_directory(demo.root + "/Volumes/New" + std::to_string(++round));
+  });
+  std::filesystem::remove_all(demo.paths.installFolder);
+  Json next = watching.next();
+  while (next.is_object() && next.at("reloaded") != "removed") next = watching.next();
+  ASSERT_TRUE(next.is_object());
+  EXPECT_EQ(next.at("root"), demo.root);
+  watching.ctl().signal(SIGTERM);
+  const Ended ended = watching.ctl().end();
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.errors, HasSubstr("has been removed."));
 }
 
 TEST_F(CtlActs, WatchingTellsOfSeveralTrees) {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <sys/inotify.h>
 
 #include "Ctl.h"
 #include "plugins/FileFolderList.h"
@@ -169,6 +170,47 @@ TEST_F(CtlPlugins, ABoxThatStaysAsItIsInTheWindowIsTold) {
 TEST_F(CtlPlugins, APasswordThatNobodyTypesIsNotStored) {
   refused({"plugins", "set", "check_file_server", "Password", "-"}, 65,
           "Password: standard input holds no password");
+}
+
+TEST_F(CtlPlugins, APasswordThatIsTypedIsNotShown) {
+  const std::string file = demo.root + "/var/root/Library/Preferences/com.example.file_server_check.plist";
+  const Terminal terminal;
+  RunningCtl asking(at({"plugins", "set", "check_file_server", "Password", "-"}), {.terminal = &terminal});
+  ASSERT_TRUE(waitUntil([&] { return !terminal.echoes(); }));
+  terminal.type("pa55 & word\n");
+  EXPECT_EQ(asking.end().status, 0);
+  EXPECT_EQ(terminal.shown(), "Password: \r\n");
+  EXPECT_TRUE(terminal.echoes());
+  EXPECT_EQ(*DemoClient::plist(file).asDictionary().string("Password"), "pa55 & word");
+}
+
+TEST_F(CtlPlugins, ATerminalThatWasAskedForAPasswordShowsWhatIsTypedAgainAfterAnInterrupt) {
+  const auto before = files();
+  const Terminal terminal;
+  RunningCtl asking(at({"plugins", "set", "check_file_server", "Password", "-"}), {.terminal = &terminal});
+  ASSERT_TRUE(waitUntil([&] { return !terminal.echoes(); }));
+  terminal.type("half\x03");
+  EXPECT_EQ(asking.end().status, 130);
+  EXPECT_TRUE(terminal.echoes());
+  EXPECT_EQ(files(), before);
+}
+
+TEST_F(CtlPlugins, PluginsAreReadOnlyForWhatShowsThem) {
+  const FileDescriptor watch(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  const std::string definition = demo.paths.plugins + "/check_files.plist";
+  ASSERT_GE(::inotify_add_watch(watch.get(), definition.c_str(), IN_OPEN), 0);
+  const auto isOpened = [&] {
+    char events[4096];
+    return ::read(watch.get(), events, sizeof events) > 0;
+  };
+  for (const Words& words : {Words{"get"}, {"volumes"}, {"set", "run-interval", "3"}, {"run", "--wait"}}) {
+    static_cast<void>(good(words));
+    EXPECT_FALSE(isOpened()) << words.front();
+  }
+  for (const Words& words : {Words{"status"}, {"plugins"}}) {
+    static_cast<void>(good(words));
+    EXPECT_TRUE(isOpened()) << words.front();
+  }
 }
 
 TEST_F(CtlPlugins, AnEntryThatIsInTheListIsNotAddedAgain) {

@@ -140,7 +140,10 @@ TEST_F(CtlSettings, SettingsThatCannotBeReadCannotBeSet) {
   EXPECT_EQ(ended.status, 65);
   EXPECT_THAT(ended.errors, testing::HasSubstr("Some preferences could not be read."));
   EXPECT_EQ(DemoClient::contents(demo.paths.rootCapacitySettings), "no property list");
-  EXPECT_EQ(json({"get", "startup-disk.percent"}).at("settings").at("startup-disk.percent"), Json());
+  const Ended shown = run({"--json", "get", "startup-disk.percent"});
+  EXPECT_EQ(shown.status, 66);
+  EXPECT_EQ(shown.errors, "corvanectl: " + demo.paths.rootCapacitySettings + " cannot be read\n");
+  EXPECT_EQ(Json::parse(shown.output, nullptr, false).at("settings").at("startup-disk.percent"), Json());
 }
 
 }  // namespace

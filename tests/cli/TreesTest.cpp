@@ -3,7 +3,6 @@
 #include <string>
 
 #include <gmock/gmock.h>
-#include <pty.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -127,22 +126,106 @@ TEST_F(CtlTrees, NamesThatCouldHarmATerminalAreWrittenOut) {
 }
 
 TEST_F(CtlTrees, OnATerminalColumnsAreAlignedAndColouredUnlessThatIsNotWanted) {
-  int primary = -1;
-  int terminal = -1;
-  ASSERT_EQ(::openpty(&primary, &terminal, nullptr, nullptr, nullptr), 0);
-  const FileDescriptor reader(primary);
-  FileDescriptor writer(terminal);
+  const Terminal terminal;
   const auto shown = [&](const char* colours) {
     ::setenv("TERM", "xterm", 1);
     ::setenv("NO_COLOR", colours, 1);
-    RunningCtl writing(at({"get", "automount", "run-interval"}), writer.get());
+    RunningCtl writing(at({"get", "automount", "run-interval"}), {.output = terminal.program()});
     EXPECT_EQ(writing.end().status, 0);
-    char buffer[4096];
-    const ssize_t count = ::read(reader.get(), buffer, sizeof buffer);
-    return std::string(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
+    return terminal.shown();
   };
   EXPECT_EQ(shown(""), "\033[2mautomount\033[0m     off\r\n\033[2mrun-interval\033[0m  2\r\n");
   EXPECT_EQ(shown("1"), "automount     off\r\nrun-interval  2\r\n");
+}
+
+/// What a user who is not the tree's owner can do with it. The program is where every user finds it.
+class CtlOtherUser : public CtlTest {
+ protected:
+  void SetUp() override {
+    if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: this needs root to act as two users";
+    for (const char* program : {CORVANECTL_PATH, QLHELPER_PATH})
+      std::filesystem::copy_file(program, folder_ / std::filesystem::path(program).filename().string());
+    for (const std::string& folder :
+         {folder_.path(), std::filesystem::path(demo.root).parent_path().string()})
+      ASSERT_EQ(::chmod(folder.c_str(), 0755), 0);
+  }
+  [[nodiscard]] Ended runAsOther(const Words& arguments) const {
+    return RunningCtl(at(arguments), {.user = 65534, .program = folder_ / "corvanectl"}).end();
+  }
+  void refusedAsOther(const Words& arguments, int status, const std::string& line) const {
+    const Ended ended = runAsOther(arguments);
+    EXPECT_EQ(ended.status, status) << testing::PrintToString(arguments);
+    EXPECT_EQ(ended.errors, "corvanectl: " + line + "\n") << testing::PrintToString(arguments);
+  }
+  static void forbid(const std::string& path, mode_t mode = 0) { ASSERT_EQ(::chmod(path.c_str(), mode), 0); }
+
+ private:
+  TemporaryFolder folder_;
+};
+
+TEST_F(CtlOtherUser, ReadingNeedsNoRightsAndShowsTheSame) {
+  for (const Words& words : {Words{"status"}, {"get"}, {"volumes"}, {"plugins"}, {"check"}}) {
+    const Ended ended = runAsOther(words);
+    EXPECT_EQ(ended.output, run(words).output) << words.front();
+    EXPECT_EQ(ended.errors, "") << words.front();
+  }
+}
+
+TEST_F(CtlOtherUser, SettingsThatMayNotBeReadAreToldAndTheOthersShown) {
+  forbid(demo.paths.clientSettings);
+  const std::string line = demo.paths.clientSettings + " cannot be read";
+  refusedAsOther({"get", "run-interval"}, 66, line);
+  refusedAsOther({"get"}, 66, line);
+  EXPECT_THAT(runAsOther({"get"}).output, HasSubstr("startup-disk.percent\t90\n"));
+  EXPECT_EQ(runAsOther({"get", "startup-disk.percent"}).status, 0) << "it stands in another file";
+  EXPECT_THAT(runAsOther({"status"}).output,
+              HasSubstr("Unreadable\t/Library/Corvane/ClientSettings.plist\n"));
+}
+
+TEST_F(CtlOtherUser, VolumesWhoseFilesMayNotBeReadAreTold) {
+  forbid(demo.paths.volumesSettings);
+  refusedAsOther({"volumes"}, 66, demo.paths.volumesSettings + " cannot be read");
+  EXPECT_THAT(runAsOther({"volumes"}).output, HasSubstr("Backup\tpresent\toff\toff\t/Volumes/Backup\n"));
+  forbid(demo.paths.volumesSettings, 0644);
+  forbid(demo.paths.diskJournal);
+  refusedAsOther({"volumes"}, 66, demo.paths.diskJournal + " cannot be read");
+}
+
+TEST_F(CtlOtherUser, ADefinitionThatMayNotBeReadIsLeftOutAndToldOfByTheCheck) {
+  forbid(demo.paths.plugins + "/check_files.plist");
+  EXPECT_THAT(runAsOther({"plugins"}).output, testing::Not(HasSubstr("check_files")));
+  const Ended ended = runAsOther({"check", demo.paths.plugins + "/check_files.plist"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.output, HasSubstr("not shown"));
+  EXPECT_THAT(ended.output,
+              HasSubstr("expected a property list that is a dictionary; found none that can be read"));
+}
+
+TEST_F(CtlOtherUser, FoldersThatMayNotBeReadAreTold) {
+  forbid(demo.paths.plugins, 0700);
+  const std::string line = demo.paths.plugins + " cannot be read";
+  refusedAsOther({"plugins"}, 66, line + ": Permission denied");
+  refusedAsOther({"plugins", "enable", "check_printers"}, 66, line + ": Permission denied");
+  refusedAsOther({"check"}, 66, line);
+  forbid(demo.paths.installFolder, 0700);
+  for (const Words& words : {Words{"get"}, {"set", "run-interval", "3"}, {"volumes"}, {"plugins"}, {"watch"}})
+    refusedAsOther(words, 66, demo.paths.installFolder + " cannot be read: Permission denied");
+}
+
+TEST_F(CtlOtherUser, NothingIsChangedWithoutRights) {
+  const auto before = files();
+  for (const Words& words : {Words{"set", "run-interval", "3"},
+                             {"volumes", "set", "Backup", "usage.warn", "on"},
+                             {"plugins", "disable", "check_files"},
+                             {"plugins", "set", "check_files", "Log_Folder", "/Users"}}) {
+    // Nothing answers for polkit here.
+    ::setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent", 1);
+    const Ended ended = runAsOther(words);
+    EXPECT_EQ(ended.status, 77) << testing::PrintToString(words);
+    EXPECT_THAT(ended.errors, testing::StartsWith("corvanectl: no rights to change anything: "));
+    EXPECT_EQ(std::ranges::count(ended.errors, '\n'), 1) << ended.errors;
+  }
+  EXPECT_EQ(files(), before);
 }
 
 class CtlCheck : public CtlTest {};

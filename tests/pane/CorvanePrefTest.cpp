@@ -249,6 +249,11 @@ TEST_F(CorvanePrefTest, ADeniedOrCancelledLockStaysClosedAndShowsNothing) {
 
 TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
   load();
+  std::vector<Reload> told;
+  pane_->onReload = [&](Reload what) {
+    EXPECT_FALSE(pane_->unlocked());
+    told.push_back(what);
+  };
   openLock();
   platform_.remove(platform_.paths.installFolder);
   platform_.fileEventQueues.fire(platform_.paths.installFolder);
@@ -259,6 +264,7 @@ TEST_F(CorvanePrefTest, RemovingTheInstallFolderLocksThePaneForGood) {
   expectOkAlert(platform_.dialogs.sheets[0].alert, "Monitoring Client Removed", kRemovedText);
   EXPECT_EQ(platform_.dialogs.sheets[0].window, SheetWindow::PaneWindow);
   EXPECT_EQ(platform_.fileEventQueues.openQueues(), 1U) << "only the settings file is watched still";
+  EXPECT_THAT(told, ElementsAre(Reload::Removed));
 
   openLock();
   EXPECT_FALSE(pane_->unlocked());

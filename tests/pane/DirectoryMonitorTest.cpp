@@ -33,12 +33,16 @@ class DirectoryMonitorTest : public ::testing::Test {
   RecordingConfigurationTab configuration_{calls_};
   RecordingOptionsTab options_{calls_};
   RecordingPluginsTab plugins_{calls_};
-  DirectoryMonitor monitor_{
-      platform_.platform, platform_.paths, {configuration_, options_, plugins_, [this] {
-                                              calls_.emplace_back("pane.refreshClientSettings");
-                                              if (whileReacting_) whileReacting_();
-                                            }}};
+  DirectoryMonitor monitor_{platform_.platform,
+                            platform_.paths,
+                            {configuration_, options_, plugins_,
+                             [this] {
+                               calls_.emplace_back("pane.refreshClientSettings");
+                               if (whileReacting_) whileReacting_();
+                             },
+                             [this](Reload what) { reloads_.emplace_back(what, calls_.size()); }}};
   std::function<void()> whileReacting_;
+  std::vector<std::pair<Reload, std::size_t>> reloads_;  // with how many calls had been made by then
 };
 
 TEST_F(DirectoryMonitorTest, WatchesTheEightDirectoriesWithALatencyOfOneSecond) {
@@ -91,6 +95,42 @@ TEST_F(DirectoryMonitorTest, EachDirectoryCallsOnlyTheAffectedReload) {
     deliver({given.directory});
     EXPECT_EQ(calls_, given.calls) << given.directory << " " << given.file;
   }
+}
+
+TEST_F(DirectoryMonitorTest, EachReloadIsToldOfOnceItIsDone) {
+  using Told = std::vector<std::pair<Reload, std::size_t>>;
+  struct Case {
+    std::string directory;
+    Told told;  // each with the number of calls of which it was the last
+  };
+  const Case cases[] = {
+      {paths_.updaterSupport, {{Reload::LastUpdate, 1}}},
+      {paths_.clientData, {{Reload::LastRun, 1}}},
+      {paths_.installFolder, {{Reload::ClientSettings, 2}, {Reload::Plugins, 3}}},
+      {paths_.systemConfiguration, {{Reload::Automount, 1}}},
+      {paths_.plugins, {{Reload::Plugins, 1}}},
+      {paths_.pluginSupport,
+       {{Reload::TimeMachine, 1}, {Reload::StartupDisk, 2}, {Reload::Plugins, 3}, {Reload::Volumes, 4}}},
+      {paths_.localInfo, {{Reload::Volumes, 1}}},
+      {paths_.volumes, {{Reload::Volumes, 1}}},
+      {paths_.utilities, {}},
+  };
+  double date = 100;
+  for (const Case& given : cases) {
+    ++date;
+    for (const auto& [file, seen] : monitor_.lastChangedDates()) setDate(file, date);
+    reloads_.clear();
+    deliver({given.directory});
+    EXPECT_EQ(reloads_, given.told) << given.directory;
+  }
+}
+
+TEST_F(DirectoryMonitorTest, WhatIsNotReadAgainIsNotToldOf) {
+  setDate(paths_.updateStatus, 100);
+  deliver({paths_.updaterSupport});
+  ASSERT_EQ(reloads_.size(), 1U);
+  deliver({paths_.updaterSupport, paths_.systemConfiguration});
+  EXPECT_EQ(reloads_.size(), 1U);
 }
 
 TEST_F(DirectoryMonitorTest, WhereEveryFileIsNewerADirectoryStillCallsNoReloadButItsOwn) {

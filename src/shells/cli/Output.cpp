@@ -148,4 +148,6 @@ void Output::complain(std::string_view about, std::string_view text) {
   (void)writeAll(STDERR_FILENO, line);
 }
 
+void Output::ask(std::string_view question) { (void)writeAll(STDERR_FILENO, printable(question)); }
+
 }  // namespace corvane::cli

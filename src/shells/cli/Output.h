@@ -45,6 +45,8 @@ class Output {
 
   /// One line on standard error. `about` names the tree or the file that it is about; it may be empty.
   static void complain(std::string_view about, std::string_view text);
+  /// A question on a terminal, whose answer comes behind it.
+  static void ask(std::string_view question);
 
  private:
   void add(std::string_view text);

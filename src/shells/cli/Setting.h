@@ -40,7 +40,8 @@ struct Entry {
 struct Setting {
   std::string_view name;
   Entry (*entry)(PaneAssembly& pane);
-  bool isInSheet = false;  // in the advanced sheet of Time Machine
+  const std::string PathTable::*file;  // that holds it
+  bool isInSheet = false;              // in the advanced sheet of Time Machine
 };
 
 [[nodiscard]] const std::vector<Setting>& allSettings();

@@ -1,6 +1,12 @@
 #include "Tree.h"
 
+#include <algorithm>
+#include <cerrno>
+
+#include <unistd.h>
+
 #include "ExitStatus.h"
+#include "posix/SystemError.h"
 #include "values/Text.h"
 
 namespace corvane::cli {
@@ -8,8 +14,11 @@ namespace {
 
 /// An alert in one line.
 std::string lineOf(const AlertDescription& alert) {
-  return alert.informativeText.empty() ? alert.messageText
-                                       : formatText("%@: %@", {alert.messageText, alert.informativeText});
+  std::string line = alert.informativeText.empty()
+                         ? alert.messageText
+                         : formatText("%@: %@", {alert.messageText, alert.informativeText});
+  std::ranges::replace(line, '\n', ' ');
+  return line;
 }
 
 }  // namespace
@@ -31,14 +40,40 @@ Tree::Tree(const Session& session, const std::string& root, std::string about)
 
 Tree::~Tree() = default;
 
-bool Tree::load(bool mayBeMissing) {
-  if (!platform().files.exists(paths_.installFolder) && !mayBeMissing) {
+bool Tree::load(Needs needs) {
+  if (needs.client && !platform().files.exists(paths_.installFolder)) {
     (void)complain(formatText("there is no client: %@ does not exist", {paths_.installFolder}), 0);
     return false;
   }
+  if (needs.client && !isReadable(paths_.installFolder)) return false;
+  if (needs.client && needs.plugins && !isReadable(paths_.plugins)) return false;
   pane_ = std::make_unique<PaneAssembly>(platform(), root_);
+  if (!needs.plugins) pluginsHeld_ = pane_->pluginsView().pluginsTable.holdRows();
   pane_->load();
   return true;
+}
+
+bool Tree::isReadable(const std::string& folder) {
+  if (::access(folder.c_str(), R_OK | X_OK) == 0) return true;
+  (void)complain(formatText("%@ cannot be read: %@", {folder, systemErrorText(errno)}), 0);
+  return false;
+}
+
+std::vector<std::string> Tree::unreadableFiles() {
+  std::vector<std::string> all = pane_->configuration().unreadableFiles();
+  const auto more = pane_->options().unreadableFiles();
+  all.insert(all.end(), more.begin(), more.end());
+  if (pane_->options().catalogue().isSavedListUnreadable()) all.push_back(paths_.volumesSettings);
+  return all;
+}
+
+int Tree::complainOfUnreadable(const std::vector<std::string>& files) {
+  int status = kDone;
+  for (const std::string& file : unreadableFiles()) {
+    if (std::ranges::find(files, file) != files.end())
+      status = complain(formatText("%@ cannot be read", {file}), kNoClient);
+  }
+  return status;
 }
 
 int Tree::openLock() {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Services.h"
 #include "Session.h"
@@ -26,8 +27,12 @@ class Tree {
   [[nodiscard]] const PathTable& paths() const { return paths_; }
   [[nodiscard]] Platform& platform() { return platform_; }
 
-  /// Loads the pane. A tree without a client is complained of unless that is an answer as well.
-  [[nodiscard]] bool load(bool mayBeMissing = false);
+  struct Needs {
+    bool client = true;    // a tree without one is complained of
+    bool plugins = false;  // else they are not read, since that takes long where there are many
+  };
+  /// Loads the pane, or what of it is needed.
+  [[nodiscard]] bool load(Needs needs);
   /// The loaded pane.
   [[nodiscard]] PaneAssembly& pane() { return *pane_; }
   [[nodiscard]] CliDialogs& dialogs() { return dialogs_; }
@@ -42,8 +47,14 @@ class Tree {
   [[nodiscard]] int nothingCame(std::string_view what, std::string_view reason);
 
   int complain(std::string_view text, int status);
+  /// Complains of those of the files that the pane could not read.
+  [[nodiscard]] int complainOfUnreadable(const std::vector<std::string>& files);
+  /// Those of the loaded pane, on this disk.
+  [[nodiscard]] std::vector<std::string> unreadableFiles();
 
  private:
+  [[nodiscard]] bool isReadable(const std::string& folder);
+
   std::string root_;
   std::string about_;
   const Session& session_;
@@ -54,6 +65,7 @@ class Tree {
   CliLog log_;
   LinuxSystem system_;
   Platform platform_;
+  OutlineView::Hold pluginsHeld_;  // the tab waits with reading them
   std::unique_ptr<PaneAssembly> pane_;
 };
 

@@ -3,11 +3,32 @@
 #include "ExitStatus.h"
 
 namespace corvane::cli {
+namespace {
+
+Tree::Needs needsOf(Command command) {
+  switch (command) {
+    case Command::Status:
+      // That there is no client is an answer to this one.
+      return {.client = false, .plugins = true};
+    case Command::Plugins:
+    case Command::PluginsShow:
+    case Command::PluginsEnable:
+    case Command::PluginsDisable:
+    case Command::PluginsSet:
+    case Command::PluginsAdd:
+    case Command::PluginsRemove:
+    case Command::PluginsTest:
+      return {.plugins = true};
+    default:
+      return {};
+  }
+}
+
+}  // namespace
 
 int runCommand(const Session& session, Tree& tree) {
   const Command command = session.arguments.command;
-  // That there is no client is an answer to this one.
-  if (!tree.load(command == Command::Status)) return kNoClient;
+  if (!tree.load(needsOf(command))) return kNoClient;
   switch (command) {
     case Command::Status:
       return showStatus(session, tree);

@@ -77,13 +77,17 @@ int complainOfType(Tree& tree, const Named& row, std::string_view act) {
       formatText("%@ is a %@, which %@", {row.name, PluginRows::optionOf(row.item).type(), act}), kRefused);
 }
 
-/// Keeps what is typed on a terminal from being seen, for as long as it lives.
+/// Asks for something on a terminal, and keeps what is typed there from being seen for as long as it lives.
 class QuietTerminal {
  public:
-  QuietTerminal() : isTerminal_(::tcgetattr(STDIN_FILENO, &before_) == 0) {
+  explicit QuietTerminal(const std::string& question)
+      : isTerminal_(::tcgetattr(STDIN_FILENO, &before_) == 0) {
+    if (!isTerminal_) return;
+    Output::ask(question);
     termios quiet = before_;
     quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    if (isTerminal_) (void)::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+    quiet.c_lflag |= ECHONL;
+    (void)::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
   }
   QuietTerminal(const QuietTerminal&) = delete;
   QuietTerminal& operator=(const QuietTerminal&) = delete;
@@ -102,7 +106,7 @@ int readValue(const Session& session, Tree& tree, const Named& row, std::string&
   value = session.arguments.words.front();
   const bool isAsked = PluginRows::optionOf(row.item).isOfType(setting_type::kPasswordField) && value == "-";
   if (!isAsked) return kDone;
-  const QuietTerminal quiet;
+  const QuietTerminal quiet(formatText("%@: ", {row.name}));
   if (!session.interruption.waitReadable(STDIN_FILENO)) return kOfSignal + session.interruption.signal();
   if (std::getline(std::cin, value)) return kDone;
   return tree.complain(formatText("%@: standard input holds no password", {row.name}), kRefused);

@@ -85,7 +85,9 @@ int getSettings(const Session& session, Tree& tree) {
     for (const auto& [name, value] : values.items()) rows.push_back({{name, Colour::Faint}, textOf(value)});
     session.output.table(rows);
   }
-  return kDone;
+  std::vector<std::string> files;
+  for (const Setting* setting : wanted) files.push_back(tree.paths().*setting->file);
+  return tree.complainOfUnreadable(files);
 }
 
 int setSettings(const Session& session, Tree& tree) {

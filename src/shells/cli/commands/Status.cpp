@@ -9,10 +9,9 @@ namespace {
 Json titleUnlessHidden(const Button& button) { return button.hidden() ? Json() : Json(button.title()); }
 Json textUnlessHidden(const TextField& field) { return field.hidden() ? Json() : Json(field.stringValue()); }
 
-Json unreadableFiles(PaneAssembly& pane) {
+Json unreadableFiles(Tree& tree) {
   Json files = Json::array();
-  for (const auto& found : {pane.configuration().unreadableFiles(), pane.options().unreadableFiles()})
-    for (const std::string& file : found) files.push_back(pane.paths().onClient(file));
+  for (const std::string& file : tree.unreadableFiles()) files.push_back(tree.paths().onClient(file));
   return files;
 }
 
@@ -45,7 +44,7 @@ Json statusOf(Tree& tree) {
           {"lastRun", textUnlessHidden(pane.configurationView().lastRunClientField)},
           {"lastUpdateCheck", textUnlessHidden(pane.configurationView().lastRunUpdaterField)},
           {"running", pane.configuration().clientRuns()},
-          {"unreadable", unreadableFiles(pane)},
+          {"unreadable", unreadableFiles(tree)},
           {"journalDaemon", pane.options().journalDaemon().isDiskJournalPIDRunning()},
           {"volumes", volumeCounts(pane)},
           {"plugins", pluginCounts(pane)}};

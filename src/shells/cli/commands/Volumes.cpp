@@ -105,9 +105,10 @@ int showVolumes(const Session& session, Tree& tree) {
   Json volumes = Json::array();
   const int rows = tree.pane().optionsView().volumesTable.numberOfRows();
   for (int row = 0; row < rows; ++row) volumes.push_back(volumeOfRow(tree, row));
+  const int status = tree.complainOfUnreadable({tree.paths().diskJournal, tree.paths().volumesSettings});
   if (session.output.isJson()) {
     session.output.document({{"root", tree.root()}, {"volumes", volumes}});
-    return kDone;
+    return status;
   }
   std::vector<Row> table = {{{"VOLUME", Colour::Faint},
                              {"STATE", Colour::Faint},
@@ -116,7 +117,7 @@ int showVolumes(const Session& session, Tree& tree) {
                              {"MOUNT PATH", Colour::Faint}}};
   for (const Json& volume : volumes) table.push_back(rowOf(volume));
   session.output.table(table);
-  return kDone;
+  return status;
 }
 
 int setVolume(const Session& session, Tree& tree) {

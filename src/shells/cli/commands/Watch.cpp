@@ -26,6 +26,8 @@ const char* nameOf(Reload what) {
       return "plugins";
     case Reload::Volumes:
       return "volumes";
+    case Reload::Removed:
+      return "removed";
   }
   return "";
 }
@@ -45,7 +47,7 @@ int watchTrees(const Session& session, const std::vector<Tree*>& trees) {
   int status = kDone;
   bool isWatching = false;
   for (Tree* tree : trees) {
-    if (!tree->load()) {
+    if (!tree->load({})) {
       if (status == kDone) status = kNoClient;
       continue;
     }
