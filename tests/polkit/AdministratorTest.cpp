@@ -1,25 +1,18 @@
 // An administrator's session with the whole pane: a Mac's volume on this machine, which belongs to root,
 // opened by an ordinary user, the lock opened through the real polkit, something changed on every tab, and
 // every file compared byte for byte with what a Mac would have written.
-#include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include "AdministratorFiles.h"
-#include "MacVolume.h"
-#include "PolkitMachine.h"
+#include "AdministratorFixture.h"
 #include "WholePane.h"
 #include "plugins/PluginsTabView.h"
 #include "support/Patience.h"
@@ -34,39 +27,16 @@ using test::WholePane;
 using ::testing::IsEmpty;
 using Texts = std::vector<std::string>;
 
-constexpr const char* kClientSettings = "/Library/Corvane/ClientSettings.plist";
-constexpr const char* kJournal = "/Library/Corvane/ClientData/LocalInfo/diskjournald.plist";
-constexpr const char* kJournalPid = "/Library/Corvane/ClientData/LocalInfo/diskjournald.pid";
-constexpr const char* kVolumes = "/Library/Corvane/PluginSupport/check_volumes_settings.plist";
-constexpr const char* kTimeMachine = "/Library/Corvane/PluginSupport/check_time_machine_settings.plist";
-constexpr const char* kRootCapacity = "/Library/Corvane/PluginSupport/check_root_capacity_settings.plist";
-constexpr const char* kAutoDiskMount = "/Library/Preferences/SystemConfiguration/autodiskmount.plist";
-constexpr const char* kPluginSettings = "/Library/Corvane/PluginSupport/check_web_settings.plist";
-constexpr const char* kPluginStorage = "/Library/Corvane/PluginSupport/check_web.plist";
-constexpr const char* kUpdateStatus = "/Library/Corvane/Utilities/UpdaterSupport/UpdateStatus.plist";
-constexpr const char* kDefinition = "/Library/Corvane/Plugins/check_web.plist";
-constexpr const char* kProgram = "/Library/Corvane/Plugins/check_web";
-constexpr const char* kRootHomeStorage = "/private/var/root/Library/Preferences/check_web.plist";
-
-void layOutClient(const MacVolume& volume) {
-  volume.file(kClientSettings, kClientSettingsBefore);
-  volume.file(kJournal, kDiskJournal);
-  volume.file(kJournalPid, std::to_string(::getpid()) + "\n");
-  volume.file(kVolumes, kVolumesBefore, 0644, MacVolume::kAdministrators);
-  volume.file(kTimeMachine, kTimeMachineBefore);
-  volume.file(kRootCapacity, kRootCapacityBefore);
-  volume.file(kPluginSettings, kPluginSettingsBefore);
-  volume.file(kPluginStorage, kPluginStorageBefore, 0600);
-  volume.file(kUpdateStatus, kUpdateStatusContents);
-  volume.file(kDefinition, pluginDefinition());
-  volume.file(kProgram, kPluginProgram, 0755);
-}
-
 void enter(TextField& field, const std::string& text) {
   EXPECT_TRUE(field.enabled());
   EXPECT_TRUE(field.typeText(text));
   field.endEditing();
 }
+
+class Administrator : public testing::Test {
+ protected:
+  PolkitMachine machine;
+};
 
 /// What the administrator does, tab by tab.
 class Session {
@@ -179,11 +149,6 @@ class Session {
   OutlineView& outline = pane.assembly.pluginsView().pluginsTable;
 };
 
-struct Expected {
-  const char* path;
-  std::string contents;
-  const char* rights;
-};
 std::vector<Expected> filesAfterTheSession() {
   return {{kClientSettings, kClientSettingsAfter, "0:0 644"},
           {kVolumes, kVolumesAfter, "0:80 644"},
@@ -220,18 +185,8 @@ void expectFolders(const MacVolume& volume) {
             std::to_string(PolkitMachine::kUser) + ":0 600");
 }
 
-void expectFiles(const MacVolume& volume, const std::vector<Expected>& files) {
-  for (const Expected& file : files) {
-    EXPECT_EQ(volume.contents(file.path), file.contents) << file.path;
-    EXPECT_EQ(volume.rights(file.path), file.rights) << file.path;
-  }
-}
-
-TEST(Administrator, ChangesSomethingOnEveryTabOfAMacsVolume) {
-  PolkitMachine machine;
-  if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
-    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
-  }
+TEST_F(Administrator, ChangesSomethingOnEveryTabOfAMacsVolume) {
+  CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
   const MacVolume volume(machine.base() / "Macintosh HD's copy");
   layOutClient(volume);
   machine.asUser([&] {
@@ -257,21 +212,8 @@ TEST(Administrator, ChangesSomethingOnEveryTabOfAMacsVolume) {
 }
 
 #ifdef WINDOW_SESSION_PATH
-/// The part of the files that the session with the window changes.
-std::vector<Expected> filesAfterTheWindowsSession() {
-  return {{kClientSettings, kClientSettingsAfter, "0:0 644"},
-          {kVolumes, kVolumesAfter, "0:80 644"},
-          {kTimeMachine, std::string(kTimeMachineBefore), "0:0 644"},
-          {kRootCapacity, kRootCapacityAfter, "0:0 644"},
-          {kAutoDiskMount, kAutoDiskMountAfter, "0:0 644"},
-          {kPluginStorage, kPluginStorageBefore, "0:0 644"}};
-}
-
-TEST(Administrator, ChangesSettingsOfAMacsVolumeInTheWindow) {
-  PolkitMachine machine;
-  if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
-    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
-  }
+TEST_F(Administrator, ChangesSettingsOfAMacsVolumeInTheWindow) {
+  CORVANE_START_MACHINE(PolkitMachine::Rule::Allow);
   const MacVolume volume(machine.base() / "Macintosh HD");
   layOutClient(volume);
   // Beside the helper, where an installed pane finds it.
@@ -293,68 +235,6 @@ TEST(Administrator, ChangesSettingsOfAMacsVolumeInTheWindow) {
   EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
 }
 
-#ifdef CORVANECTL_PATH
-/// Runs the program to its end; its exit status, and what it said on standard error.
-std::pair<int, std::string> runToEnd(const std::string& program, const Texts& arguments) {
-  const test::TemporaryFolder folder;
-  const std::string errors = folder / "errors";
-  std::vector<const char*> words{program.c_str()};
-  for (const std::string& argument : arguments) words.push_back(argument.c_str());
-  words.push_back(nullptr);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    const int file = ::open(errors.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-    ::dup2(file, 2);
-    ::execv(words.front(), const_cast<char**>(words.data()));
-    ::_exit(127);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  std::stringstream told;
-  told << std::ifstream(errors).rdbuf();
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, told.str()};
-}
-
-TEST(Administrator, ChangesSettingsOfAMacsVolumeFromTheCommandLine) {
-  PolkitMachine machine;
-  if (const auto missing = machine.start(PolkitMachine::Rule::Allow)) {
-    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
-  }
-  const MacVolume volume(machine.base() / "Macintosh HD");
-  layOutClient(volume);
-  const std::string program = machine.base() / "opt/corvanectl";
-  std::filesystem::copy_file(CORVANECTL_PATH, program);
-  machine.asUser([&] {
-    const auto good = [&](Texts words) {
-      words.insert(words.begin(), {"--root", volume.root()});
-      EXPECT_EQ(runToEnd(program, words), (std::pair<int, std::string>{}));
-    };
-    good({"set", "group", "R&D <lab>", "run-interval", "4", "startup-disk.percent", "85", "automount", "on"});
-    good({"volumes", "set", "Backup", "absence.warn", "on", "absence.minutes", "15", "usage.warn", "on",
-          "usage.percent", "80"});
-  });
-  expectFiles(volume, filesAfterTheWindowsSession());
-  EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
-}
-
-TEST(Administrator, IsToldOnTheCommandLineWhyNothingMayBeChanged) {
-  PolkitMachine machine;
-  if (const auto missing = machine.start(PolkitMachine::Rule::Refuse)) {
-    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing;
-  }
-  const MacVolume volume(machine.base() / "Macintosh HD");
-  layOutClient(volume);
-  const std::string program = machine.base() / "opt/corvanectl";
-  std::filesystem::copy_file(CORVANECTL_PATH, program);
-  machine.asUser([&] {
-    const auto [status, errors] = runToEnd(program, {"--root", volume.root(), "set", "run-interval", "4"});
-    EXPECT_EQ(status, 77);
-    EXPECT_THAT(errors, testing::StartsWith("corvanectl: no rights to change anything: "));
-    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-  });
-  EXPECT_TRUE(std::filesystem::is_empty(volume / "/private/tmp"));
-}
-#endif
 #endif
 
 }  // namespace

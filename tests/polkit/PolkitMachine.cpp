@@ -33,6 +33,9 @@ constexpr const char* kPolkit = "/usr/lib/polkit-1/polkitd";
 constexpr const char* kActions = "/usr/share/polkit-1/actions";
 constexpr const char* kActionsOfPolkit = "org.freedesktop.policykit.policy";
 constexpr const char* kRules = "/etc/polkit-1/rules.d";
+/// What crypt(3) makes of the user's password.
+constexpr const char* kHashedPassword =
+    "$6$corvanetest$9dLBGZ8XILYVZvbJtose0xEBAAWx4eBwaiQSlREdwmCT4hIJUfXLnCwio.G4i4u/ykxjdMt19t7p96dikcPHD.";
 
 void write(const fs::path& path, const std::string& text, bool append = false) {
   fs::create_directories(path.parent_path());
@@ -114,6 +117,7 @@ bool PolkitMachine::mountFolders() {
 void PolkitMachine::writeConfiguration(Rule rule, bool withPolicy) const {
   const auto id = std::to_string(kUser);
   write("/etc/passwd", "corvane-test:x:" + id + ":" + id + "::/:/bin/sh\n", true);
+  write("/etc/shadow", std::string("corvane-test:") + kHashedPassword + ":19000:0:99999:7:::\n", true);
   write("/etc/machine-id", "0123456789abcdef0123456789abcdef\n");
   replaceHelper(QLHELPER_PATH);
   if (withPolicy) {
@@ -129,6 +133,7 @@ void PolkitMachine::writeConfiguration(Rule rule, bool withPolicy) const {
   const auto* result = rule == Rule::Allow ? "YES" : rule == Rule::Refuse ? "NO" : "AUTH_ADMIN";
   write(fs::path(kRules) / "10-test.rules",
         std::string(
+            "polkit.addAdminRule(function() { return ['unix-user:corvane-test']; });\n"
             "polkit.addRule(function(action, subject) {\n"
             "  if (action.id == 'org.example.corvane.pane.administer' && subject.user == 'corvane-test')\n"
             "    return polkit.Result.") +

@@ -9,10 +9,17 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
 #include <sys/types.h>
 
 #include "posix/FileDescriptor.h"
 #include "support/TemporaryFolder.h"
+
+/// Begins a test that needs the machine, which the test calls `machine`.
+#define CORVANE_START_MACHINE(...)                                                 \
+  if (const auto missing = machine.start(__VA_ARGS__)) {                           \
+    GTEST_SKIP() << "NOT TESTED: the real polkit does not run here: " << *missing; \
+  }
 
 namespace corvane::test {
 
@@ -20,6 +27,8 @@ class PolkitMachine {
  public:
   static constexpr uid_t kUser = 4711;
   static constexpr uid_t kStranger = 4712;
+  /// Of the user, who is the administrator where one is asked for.
+  static constexpr const char* kPassword = "an admin's pa55word";
   enum class Rule { Allow, Refuse, AskAdministrator };
 
   PolkitMachine();

@@ -4,18 +4,15 @@
 // The program that uses it is compiled with CORVANE_DEMO_FOLDER, the folder that holds the script.
 #pragma once
 
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,16 +23,6 @@
 #include "values/PropertyListCodec.h"
 
 namespace corvane::test {
-
-/// Waits until the condition holds; false when it never does.
-inline bool waitUntil(const std::function<bool()>& condition) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kHangMilliseconds);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    ::poll(nullptr, 0, 5);
-  }
-  return true;
-}
 
 /// A program that was started: its standard output comes through a pipe, or through a socket that keeps its
 /// writes apart.
