@@ -58,6 +58,9 @@ class Person {
   /// Presses the only button of a panel.
   virtual void cancelPanel(QWidget& panel) = 0;
 
+  /// The list of a menu that is open now.
+  [[nodiscard]] static QAbstractItemView* openList();
+
  protected:
   /// The control of this name that can be seen.
   [[nodiscard]] QWidget& visible(const char* name) const;
@@ -77,9 +80,6 @@ class Person {
   }
   /// The entry of the folder that an open panel shows, once it is listed.
   [[nodiscard]] static QModelIndex listedEntry(const QWidget& panel, const char* name);
-  /// The list of a menu that is open now.
-  [[nodiscard]] static QAbstractItemView* openList();
-
   qt::PaneWindow& window_;
 };
 

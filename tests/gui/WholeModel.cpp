@@ -42,9 +42,9 @@ const std::vector<ModelSetting>& WholeModel::settings() {
       {"runIntervalTextField", 0, 0, "Run_Interval", Kind::Number, 6},
       {"clientGroupTextField", 0, 0, "ClientGroup", Kind::Text},
       {"timeMachineWarningCheckbox", 1, 1, kEnabled, Kind::Switch, 0, "timeMachineWarningTrailingButton"},
-      {"timeMachineInactiveTextField", 1, 1, "Days_Until_Warning", Kind::Number, 99},
+      {"timeMachineInactiveTextField", 1, 1, "Days_Until_Warning", Kind::Number, 99, nullptr, kUsageFormatter},
       {"bootVolumeWarningCheckbox", 1, 2, kEnabled, Kind::Switch, 0, "bootVolumeWarningTrailingButton"},
-      {"bootVolumeFullTextField", 1, 2, "Capacity_Threshold", Kind::Number, 99},
+      {"bootVolumeFullTextField", 1, 2, "Capacity_Threshold", Kind::Number, 99, nullptr, kUsageFormatter},
       {"automountCheckbox", 1, 3, "AutomountDisksWithoutUserLogin", Kind::Switch}};
   return all;
 }
@@ -245,8 +245,17 @@ void WholeModel::readAgain(Store& store) {
   for (const std::string& key : contents.keys()) store.values.set(key, contents.value(key).deepCopy());
 }
 
-PropertyList WholeModel::shownValue(const ModelSetting& setting) const {
+PropertyList WholeModel::storedValue(const ModelSetting& setting) const {
   return stores_[setting.store].values.value(setting.key);
+}
+
+PropertyList WholeModel::shownValue(const ModelSetting& setting) const {
+  const PropertyList stored = storedValue(setting);
+  return setting.kind == ModelSetting::Kind::Number ? shownNumber(setting.formatter, stored) : stored;
+}
+
+PropertyList WholeModel::typedNumber(int formatter, const std::string& text) const {
+  return shownNumber(formatter, number(text.empty() ? 0 : std::stoi(text)));
 }
 
 void WholeModel::edit(const ModelSetting& setting, const PropertyList& value) {

@@ -3,6 +3,7 @@
 // are those of the client.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -26,7 +27,11 @@ struct ModelSetting {
   Kind kind;
   int largest = 0;              // of a number; the smallest is 1
   const char* label = nullptr;  // a text beside a switch that switches it too
+  int formatter = 0;            // of a number: fields of the same one show their default together
 };
+/// The formatters of a volume's thresholds; that of the usage is the one of two settings.
+inline constexpr int kUsageFormatter = 1;
+inline constexpr int kPresenceFormatter = 2;
 
 /// What the sheet with the manual run of Time Machine shows.
 struct ModelSheet {
@@ -66,7 +71,18 @@ class WholeModel {
   [[nodiscard]] bool unlocked() const { return plugins.unlocked; }
 
   // Settings.
+  [[nodiscard]] PropertyList storedValue(const ModelSetting& setting) const;
+  /// The same, or the default while a field of its formatter was cleared last.
   [[nodiscard]] PropertyList shownValue(const ModelSetting& setting) const;
+  /// The value of a number field that is left with this text.
+  [[nodiscard]] PropertyList typedNumber(int formatter, const std::string& text) const;
+  [[nodiscard]] PropertyList shownNumber(int formatter, const PropertyList& stored) const {
+    return wasCleared_[static_cast<std::size_t>(formatter)] ? number(1) : stored;
+  }
+  /// A text was put before the formatter, and taken or not.
+  void formatterWasAsked(int formatter, const std::string& text) {
+    wasCleared_[static_cast<std::size_t>(formatter)] = text.empty();
+  }
   void edit(const ModelSetting& setting, const PropertyList& value);
   void startScript(const std::string& path) {
     note("%@ was not started%@: %@", path, unlocked() ? whyStartsFail_ : "status 5534");
@@ -120,6 +136,7 @@ class WholeModel {
 
   std::map<std::string, PropertyList> files_;  // but those of plug-ins
   std::vector<Store> stores_;
+  std::array<bool, 3> wasCleared_{};
   std::vector<Volume> knownDevices_;  // as of the last rebuild of the list
   std::vector<Failure> failures_;     // the newest first
   std::string whyWritesFail_;

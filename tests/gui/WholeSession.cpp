@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QTabBar>
 
+#include "InputMethod.h"
 #include "values/Conversions.h"
 #include "widgets/TabPane.h"
 
@@ -153,9 +154,10 @@ void WholeSession::switchLock() {
   }
 }
 
-/// With the lock the editor closes that is open in a row.
+/// With the lock the editor closes that is open in a row, and what is being typed in a field goes.
 void WholeSession::closeLock() {
   model_.closeLock();
+  typedSetting_ = nullptr;
   endTypingInRow();
   model_.plugins.actEnded();
 }
@@ -304,6 +306,7 @@ void WholeSession::changeFate() {
 /// Something else than what the user is in the middle of. Behind a sheet it does nothing.
 void WholeSession::assistActsElsewhere() {
   if (listener_ == nullptr || QApplication::activeModalWidget() != nullptr) return;
+  if (QApplication::activePopupWidget() != nullptr) return;
   const bool isInReach = sheet() == nullptr;
   if (tab_ == 1) {
     const ModelSetting& setting = WholeModel::settings()[oneIn(2) ? 2 : 6];
@@ -333,21 +336,50 @@ void WholeSession::assistActsElsewhere() {
 
 // --- settings
 
-std::vector<std::string> WholeSession::taken(const std::string& keys, int largest, bool atOnce) {
-  std::vector<std::string> texts;
-  std::string standing;
-  const auto offer = [&](const std::string& proposed) {
-    const int value = intValue(text(proposed));
-    if (value < 1 || value > largest) return;
+std::vector<std::string> WholeSession::enter(QLineEdit& field, const std::string& text, const Allows& allows) {
+  std::vector<std::string> stood;
+  std::string standing = field.text().toStdString();
+  const std::string before = standing;
+  bool isSelected = true;
+  const auto offer = [&](const std::string& put) {
+    const std::string proposed = isSelected ? put : standing + put;
+    if (!allows(proposed)) return;
+    isSelected = false;
     standing = proposed;
-    texts.push_back(standing);
+    stood.push_back(standing);
   };
-  if (atOnce) {
-    offer(keys);
-  } else {
-    for (const char key : keys) offer(standing + key);
+  if (oneIn(4)) {
+    say("clears it");
+    press(field, Qt::Key_Delete);
+    offer("");
   }
-  return texts;
+  const bool isOnlyCleared = !stood.empty() && oneIn(2);
+  if (!isOnlyCleared && oneIn(3)) {
+    say("with an input method");
+    commit(field, text.c_str());
+    offer(text);
+  } else if (!isOnlyCleared) {
+    type(field, text.c_str());
+    for (const char key : text) offer(std::string(1, key));
+  }
+  if (stood.empty() || !oneIn(4)) return stood;
+  say("undoes it");
+  if (field.echoMode() != QLineEdit::Normal) {  // has no history: it is cleared
+    press(field, Qt::Key_Z, Qt::ControlModifier);
+    if (allows("")) stood.emplace_back();
+    return stood;
+  }
+  const std::string last = standing;
+  // The history may reach further back, to what was typed here earlier.
+  while (field.isUndoAvailable() && field.text().toStdString() != before)
+    press(field, Qt::Key_Z, Qt::ControlModifier);
+  if (allows(before)) stood.push_back(before);
+  if (oneIn(2)) return stood;
+  say("and does it again");
+  while (field.isRedoAvailable() && field.text().toStdString() != last)
+    press(field, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  if (allows(last)) stood.push_back(last);
+  return stood;
 }
 
 void WholeSession::actAtSetting() {
@@ -378,23 +410,29 @@ void WholeSession::actAtSetting() {
 void WholeSession::typeInSetting(const ModelSetting& setting) {
   const bool isNumber = setting.kind == ModelSetting::Kind::Number;
   const std::string keys = std::to_string(1 + below(isNumber ? 120 : 1000));
+  const auto allows = [&](const std::string& proposed) {
+    if (!isNumber) return true;
+    model_.formatterWasAsked(setting.formatter, proposed);
+    return proposed.empty() || (std::stoi(proposed) >= 1 && std::stoi(proposed) <= setting.largest);
+  };
+  const auto valueOf = [&](const std::string& typed) {
+    return isNumber ? model_.typedNumber(setting.formatter, typed) : text(typed);
+  };
   say(std::string("types ") + keys + " in " + setting.control);
   auto& field = widget<QLineEdit>(setting.control);
   if (way_ == Way::Assistive) {
     person().fill(setting.control, keys.c_str());
-    const auto texts = taken(keys, isNumber ? setting.largest : 1000, true);
-    if (!texts.empty()) {
+    if (allows(keys)) {
       // Where the keyboard is, it is stored as a typed one is.
       if (field.hasFocus()) press(window_.window(), Qt::Key_Return);
-      model_.edit(setting, isNumber ? number(std::stoi(texts.back())) : text(texts.back()));
+      model_.edit(setting, valueOf(keys));
     }
     return;
   }
   // As three clicks or the Tab key leave it.
   field.setFocus();
   field.selectAll();
-  type(field, keys.c_str());
-  const auto texts = taken(keys, isNumber ? setting.largest : 1000, false);
+  const auto texts = enter(field, keys, allows);
   if (!texts.empty()) {
     typedSetting_ = &setting;
     typed_ = texts.back();
@@ -415,7 +453,7 @@ void WholeSession::typeInSetting(const ModelSetting& setting) {
     press(window_.window(), Qt::Key_Return);
   }
   typedSetting_ = nullptr;
-  if (isStored && end != 0) model_.edit(setting, isNumber ? number(std::stoi(typed_)) : text(typed_));
+  if (isStored && end != 0) model_.edit(setting, valueOf(typed_));
 }
 
 void WholeSession::askForRemovalOfClient() {
@@ -481,15 +519,28 @@ void WholeSession::typeThreshold(bool presence) {
   const std::string keys = std::to_string(1 + below(120));
   say(std::string("types ") + keys + " in " + control);
   auto& field = widget<QLineEdit>(control);
+  const int formatter = presence ? kPresenceFormatter : kUsageFormatter;
+  const auto allows = [&](const std::string& proposed) {
+    model_.formatterWasAsked(formatter, proposed);
+    return proposed.empty() || std::stoi(proposed) <= (presence ? 60 : 99);
+  };
+  std::vector<std::string> texts;
   if (way_ == Way::Assistive) {
     person().fill(control, keys.c_str());
+    if (allows(keys)) texts.push_back(keys);
   } else {
     field.setFocus();
     field.selectAll();
-    type(field, keys.c_str());
+    texts = enter(field, keys, allows);
   }
-  for (const std::string& each : taken(keys, presence ? 60 : 99, way_ == Way::Assistive))
-    model_.setVolume(key, number(std::stoi(each)));
+  for (const std::string& each : texts) {
+    // Cleared, the one counts as 0; the other is written as it was.
+    const bool isAsItWas = each.empty() && !presence;
+    model_.setVolume(key, isAsItWas ? model_.selectedVolume().value(key) : number(intValue(text(each))));
+  }
+  const bool isCleared = !texts.empty() && texts.back().empty();
+  // The empty field is left: what it shows then is not what is stored, and is intended.
+  if (isCleared) return press(window_.window(), Qt::Key_Return);
   if (oneIn(2)) meanwhile();
   if (field.hasFocus() && oneIn(2)) press(window_.window(), oneIn(2) ? Qt::Key_Return : Qt::Key_Escape);
 }
@@ -518,6 +569,32 @@ void WholeSession::actAtSheet() {
   sheetIsOpen_ = false;
 }
 
+void WholeSession::chooseHalfOfTheDay() {
+  const bool isAfternoon = oneIn(2);
+  say(std::string("chooses the half of the day: ") + (isAfternoon ? "PM" : "AM"));
+  if (way_ == Way::Assistive || oneIn(2)) {
+    person().pick("amPmButton", isAfternoon ? "PM" : "AM");
+  } else {
+    person().press("amPmButton");
+    if (!chooseFromOpenList(isAfternoon ? 1 : 0)) return;
+  }
+  model_.sheet.isAfternoon = isAfternoon;
+}
+
+bool WholeSession::chooseFromOpenList(int place) {
+  EXPECT_TRUE(eventually([] { return Person::openList() != nullptr; }));
+  meanwhile();
+  QAbstractItemView* list = Person::openList();
+  // That of a row goes with its editor.
+  EXPECT_EQ(list != nullptr, sheetIsOpen_ || model_.unlocked()) << "an open list";
+  if (list == nullptr) return false;
+  say("chooses from the open list");
+  press(*list, Qt::Key_Home);
+  for (int step = 0; step < place; ++step) press(*list, Qt::Key_Down);
+  press(*list, Qt::Key_Return);
+  return true;
+}
+
 void WholeSession::changeInSheet() {
   switch (below(4)) {
     case 0:
@@ -529,9 +606,7 @@ void WholeSession::changeInSheet() {
       say("types the hour " + std::to_string(model_.sheet.hour));
       return person().fill("timeOfDayTextField", std::to_string(model_.sheet.hour).c_str());
     case 2:
-      model_.sheet.isAfternoon = oneIn(2);
-      say("chooses the half of the day");
-      return person().pick("amPmButton", model_.sheet.isAfternoon ? "PM" : "AM");
+      return chooseHalfOfTheDay();
     default:
       model_.sheet.onRemoval = !model_.sheet.onRemoval;
       say("switches the warning on removal");

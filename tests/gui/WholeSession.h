@@ -6,6 +6,7 @@
 
 #include <QPersistentModelIndex>
 #include <array>
+#include <functional>
 #include <memory>
 #include <random>
 #include <set>
@@ -16,6 +17,8 @@
 #include "Person.h"
 #include "WholeModel.h"
 #include "WholeWindow.h"
+
+class QLineEdit;
 
 namespace corvane::test {
 
@@ -54,11 +57,14 @@ class WholeSession {
   void typeThreshold(bool presence);
   void actAtSheet();
   void changeInSheet();
+  void chooseHalfOfTheDay();
   void askForRemovalOfClient();
   void actAtPlugins();
   void actAtRow(const ModelRow& row);
   void typeInRow(const ModelRow& row);
   void pickInRow(const ModelRow& row);
+  /// Chooses from the list that is open, in the midst of what may come in between. False when it has gone.
+  bool chooseFromOpenList(int place);
   void chooseInPanel(const ModelRow& row);
   void testSettings(const ModelRow& row);
   void askForRemoval(const ModelRow& row);
@@ -89,9 +95,12 @@ class WholeSession {
   [[nodiscard]] QModelIndex indexOf(const ModelRow& row);
   [[nodiscard]] TreeRow treeRow(const ModelRow& row);
   void settle();
-  /// What stands in a field of numbers after these keys, the first of which replaces its text; nothing when
-  /// none of them was taken.
-  [[nodiscard]] static std::vector<std::string> taken(const std::string& keys, int largest, bool atOnce);
+  /// Puts a text in the place of what the field shows, all of which is selected: with keys or an input method,
+  /// perhaps after clearing it or with some undoing. Answers the texts that stood in it one after the other;
+  /// `allows` is its formatter.
+  using Allows = std::function<bool(const std::string& text)>;
+  [[nodiscard]] std::vector<std::string> enter(QLineEdit& field, const std::string& text,
+                                               const Allows& allows);
 
   // Comparing.
   void compare();

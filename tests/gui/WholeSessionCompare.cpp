@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScreen>
+#include <tuple>
 
 #include "WholeSession.h"
 #include "values/Conversions.h"
@@ -109,9 +110,12 @@ void WholeSession::compareVolumes() {
                                   std::pair{"monitorUsageCheckbox", "MonitorUsage"}}) {
     EXPECT_EQ(widget<QAbstractButton>(name).isChecked(), boolValue(entry.value(key))) << name;
   }
-  for (const auto& [name, key] : {std::pair{"monitorPresenceThresholdTextField", "PresenceThreshold"},
-                                  std::pair{"monitorUsageThresholdTextField", "UsageThreshold"}}) {
-    EXPECT_EQ(widget<QLineEdit>(name).text().toStdString(), description(entry.value(key))) << name;
+  for (const auto& [name, key, formatter] :
+       {std::tuple{"monitorPresenceThresholdTextField", "PresenceThreshold", kPresenceFormatter},
+        std::tuple{"monitorUsageThresholdTextField", "UsageThreshold", kUsageFormatter}}) {
+    EXPECT_EQ(widget<QLineEdit>(name).text().toStdString(),
+              description(model_.shownNumber(formatter, entry.value(key))))
+        << name;
   }
 }
 

@@ -137,7 +137,7 @@ void WholeSession::typeInRow(const ModelRow& row) {
   ASSERT_NE(field, nullptr) << "no field opens";
   ++model_.plugins.holds;
   typesInRow_ = true;
-  type(*field, keys.c_str());
+  const auto texts = enter(*field, keys, [](const std::string&) { return true; });
   if (oneIn(2)) meanwhile();
   endTypingInRow();
   if (!model_.unlocked()) {
@@ -150,7 +150,8 @@ void WholeSession::typeInRow(const ModelRow& row) {
     press(window_.window(), Qt::Key_Escape);
     return;
   }
-  if (before != text(keys)) model_.plugins.store(row, text(keys));
+  const std::string shownBefore = before ? description(before) : std::string();
+  if (texts.back() != shownBefore) model_.plugins.store(row, text(texts.back()));
   if (end == 1) {
     press(window_.window(), Qt::Key_Tab);
     QApplication::processEvents();
@@ -169,7 +170,15 @@ void WholeSession::pickInRow(const ModelRow& row) {
       isMenu ? std::array{"one", "two"}[static_cast<std::size_t>(value)] : std::to_string(value);
   say("chooses " + item);
   const PropertyList before = model_.plugins.shownValue(row);
-  person().pickInCell(treeRow(row), item.c_str());
+  if (way_ != Way::Assistive && isMenu && oneIn(2)) {
+    person().actOn(treeRow(row));
+    ++model_.plugins.holds;
+    const bool chosen = chooseFromOpenList(value);
+    --model_.plugins.holds;
+    if (!chosen) return;
+  } else {
+    person().pickInCell(treeRow(row), item.c_str());
+  }
   // A number that is there already is no change, unless it is set.
   if (!isMenu && way_ != Way::Assistive && before == number(value)) return;
   model_.plugins.store(row, number(value));
