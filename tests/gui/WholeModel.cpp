@@ -33,6 +33,10 @@ Dictionary savedVolume(const char* name, const char* path) {
 }
 
 std::string nameOf(const Dictionary& entry) { return *entry.string("VolumeName"); }
+std::string pathOf(const Dictionary& entry) { return *entry.string("VolumePath"); }
+bool isSameVolume(const Dictionary& one, const Dictionary& other) {
+  return nameOf(one) == nameOf(other) && pathOf(one) == pathOf(other);
+}
 
 }  // namespace
 
@@ -42,7 +46,8 @@ const std::vector<ModelSetting>& WholeModel::settings() {
       {"runIntervalTextField", 0, 0, "Run_Interval", Kind::Number, 6},
       {"clientGroupTextField", 0, 0, "ClientGroup", Kind::Text},
       {"timeMachineWarningCheckbox", 1, 1, kEnabled, Kind::Switch, 0, "timeMachineWarningTrailingButton"},
-      {"timeMachineInactiveTextField", 1, 1, "Days_Until_Warning", Kind::Number, 99, nullptr, kUsageFormatter},
+      {"timeMachineInactiveTextField", 1, 1, "Days_Until_Warning", Kind::Number, 99, nullptr,
+       kUsageFormatter},
       {"bootVolumeWarningCheckbox", 1, 2, kEnabled, Kind::Switch, 0, "bootVolumeWarningTrailingButton"},
       {"bootVolumeFullTextField", 1, 2, "Capacity_Threshold", Kind::Number, 99, nullptr, kUsageFormatter},
       {"automountCheckbox", 1, 3, "AutomountDisksWithoutUserLogin", Kind::Switch}};
@@ -98,6 +103,7 @@ WholeModel::WholeModel()
     : plugins(pluginDefinitions()),
       devices{{"Backup", "/Volumes/Backup", true, false},
               {"Data", "/Volumes/Data", true, false},
+              {"Data", "/Volumes/Data 1", false, false},
               {"Preboot", "/Volumes/Preboot", true, true}} {
   files_ = {
       {paths.clientSettings, Dictionary::make({{"Client_Version", text("4.2")},
@@ -291,11 +297,11 @@ Dictionary WholeModel::journal() const {
   Dictionary descriptions = Dictionary::make();
   Array mounted = Array::make();
   for (const Volume& volume : devices) {
-    descriptions.set("disk of " + volume.name,
+    descriptions.set("disk at " + volume.path,
                      Array::make({Dictionary::make({{"DAVolumeName", text(volume.name)},
                                                     {"DAVolumePath", text(volume.path)},
                                                     {"DAVolumeKind", text("apfs")}})}));
-    if (volume.isMounted) mounted.append(text("disk of " + volume.name));
+    if (volume.isMounted) mounted.append(text("disk at " + volume.path));
   }
   return Dictionary::make({{"Devices", descriptions}, {"CurrentlyMountedVolumeDevices", mounted}});
 }
@@ -306,8 +312,39 @@ void WholeModel::mountOrUnmount(std::size_t device) {
 }
 
 bool WholeModel::isMissing(const Dictionary& entry) const {
-  return std::ranges::none_of(
-      knownDevices_, [&](const Volume& device) { return device.isMounted && device.name == nameOf(entry); });
+  return std::ranges::none_of(knownDevices_, [&](const Volume& device) {
+    return device.isMounted && device.name == nameOf(entry) && device.path == pathOf(entry);
+  });
+}
+
+bool WholeModel::isDuplicate(const Dictionary& entry) const {
+  return std::ranges::any_of(volumes,
+                             [&](const Dictionary& other) {
+                               return nameOf(other) == nameOf(entry) && pathOf(other) != pathOf(entry);
+                             }) ||
+         std::ranges::any_of(knownDevices_, [&](const Volume& device) {
+           return device.isMounted && device.name == nameOf(entry) && device.path != pathOf(entry);
+         });
+}
+
+std::string WholeModel::label(const Dictionary& entry) const {
+  const char* suffix = isDuplicate(entry) ? (isMissing(entry) ? " (Duplicate, Missing)" : " (Duplicate)")
+                       : isMissing(entry) ? " (Missing)"
+                                          : "";
+  return nameOf(entry) + suffix;
+}
+
+void WholeModel::saveOrForgetDuplicate() {
+  static const Dictionary duplicate = savedVolume("Archive", "/Volumes/Old Archive");
+  Array changed = Array::make();
+  bool wasThere = false;
+  for (const PropertyList& entry : files_.at(paths.volumesSettings).asArray().elements()) {
+    const bool isIt = isSameVolume(entry.asDictionary(), duplicate);
+    wasThere = wasThere || isIt;
+    if (!isIt) changed.append(entry.deepCopy());
+  }
+  if (!wasThere) changed.append(duplicate.deepCopy());
+  changeByOthers(paths.volumesSettings, changed);
 }
 
 Dictionary WholeModel::selectedVolume() const {
@@ -322,13 +359,14 @@ void WholeModel::rebuildVolumes() {
     volumes.push_back(entry.deepCopy().asDictionary());
   for (const Volume& device : knownDevices_) {
     const bool isOffered = device.isMounted && (showsSystemVolumes || !device.isOfTheSystem);
+    const Dictionary offered = savedVolume(device.name.c_str(), device.path.c_str());
     const bool isSaved =
-        std::ranges::any_of(volumes, [&](const Dictionary& entry) { return nameOf(entry) == device.name; });
-    if (isOffered && !isSaved) volumes.push_back(savedVolume(device.name.c_str(), device.path.c_str()));
+        std::ranges::any_of(volumes, [&](const Dictionary& entry) { return isSameVolume(entry, offered); });
+    if (isOffered && !isSaved) volumes.push_back(offered);
   }
-  std::ranges::sort(volumes, {}, nameOf);
+  std::ranges::stable_sort(volumes, {}, nameOf);
   const auto same = std::ranges::find_if(
-      volumes, [&](const Dictionary& entry) { return before && nameOf(entry) == nameOf(before); });
+      volumes, [&](const Dictionary& entry) { return before && isSameVolume(entry, before); });
   selected = same != volumes.end() ? static_cast<int>(same - volumes.begin()) : volumes.empty() ? -1 : 0;
 }
 

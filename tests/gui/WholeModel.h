@@ -96,6 +96,10 @@ class WholeModel {
     bool isOfTheSystem;
   };
   [[nodiscard]] bool isMissing(const Dictionary& entry) const;
+  [[nodiscard]] bool isDuplicate(const Dictionary& entry) const;
+  [[nodiscard]] std::string label(const Dictionary& entry) const;
+  /// Another entry with the name of one that is saved comes, or goes.
+  void saveOrForgetDuplicate();
   [[nodiscard]] Dictionary selectedVolume() const;
   void setVolume(const char* key, const PropertyList& value);
   void purge();

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTabBar>
+#include <algorithm>
 
 #include "InputMethod.h"
 #include "values/Conversions.h"
@@ -246,6 +247,12 @@ void WholeSession::clientChangesSomething() {
       break;
     }
     case 3:
+      if (oneIn(3)) {
+        say("an entry is duplicated, or no longer");
+        model_.saveOrForgetDuplicate();
+        window_.changeByOthers(model_.paths.volumesSettings, model_.file(model_.paths.volumesSettings));
+        return;
+      }
       say("a volume comes or goes");
       model_.mountOrUnmount(static_cast<std::size_t>(below(static_cast<int>(model_.devices.size()))));
       window_.changeByOthers(model_.paths.diskJournal, model_.file(model_.paths.diskJournal));
@@ -336,10 +343,10 @@ void WholeSession::assistActsElsewhere() {
 
 // --- settings
 
-std::vector<std::string> WholeSession::enter(QLineEdit& field, const std::string& text, const Allows& allows) {
+std::vector<std::string> WholeSession::enter(QLineEdit& field, const std::string& text,
+                                             const Allows& allows) {
   std::vector<std::string> stood;
-  std::string standing = field.text().toStdString();
-  const std::string before = standing;
+  std::string standing;
   bool isSelected = true;
   const auto offer = [&](const std::string& put) {
     const std::string proposed = isSelected ? put : standing + put;
@@ -369,16 +376,18 @@ std::vector<std::string> WholeSession::enter(QLineEdit& field, const std::string
     if (allows("")) stood.emplace_back();
     return stood;
   }
-  const std::string last = standing;
-  // The history may reach further back, to what was typed here earlier.
-  while (field.isUndoAvailable() && field.text().toStdString() != before)
-    press(field, Qt::Key_Z, Qt::ControlModifier);
-  if (allows(before)) stood.push_back(before);
+  // How far a step of the history goes is the toolkit's to say, back to what was typed here earlier. What it
+  // leads to counts as typed.
+  const auto goThere = [&](Qt::KeyboardModifiers modifiers) {
+    press(field, Qt::Key_Z, modifiers);
+    if (field.text().toStdString() == stood.back()) return;
+    stood.push_back(field.text().toStdString());
+    EXPECT_TRUE(allows(stood.back())) << stood.back();
+  };
+  for (int steps = 1 + below(3); steps > 0; --steps) goThere(Qt::ControlModifier);
   if (oneIn(2)) return stood;
   say("and does it again");
-  while (field.isRedoAvailable() && field.text().toStdString() != last)
-    press(field, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-  if (allows(last)) stood.push_back(last);
+  for (int steps = 1 + below(3); steps > 0; --steps) goThere(Qt::ControlModifier | Qt::ShiftModifier);
   return stood;
 }
 
@@ -483,11 +492,13 @@ void WholeSession::actAtVolumes() {
     case 0:
     case 1: {
       if (model_.volumes.empty()) return;
-      const int row = below(static_cast<int>(model_.volumes.size()));
-      const std::string name = *model_.volumes[static_cast<std::size_t>(row)].string("VolumeName");
-      say("selects " + name);
-      person().selectRow("volumesTable", name.c_str());
-      model_.selected = row;
+      const std::string label = model_.label(anyOf(model_.volumes));
+      say("selects " + label);
+      person().selectRow("volumesTable", label.c_str());
+      // Of two that read alike, the first.
+      const auto row = std::ranges::find_if(
+          model_.volumes, [&](const Dictionary& each) { return model_.label(each).starts_with(label); });
+      model_.selected = static_cast<int>(row - model_.volumes.begin());
       return;
     }
     case 2:
@@ -500,10 +511,10 @@ void WholeSession::actAtVolumes() {
       person().press("purgeButton");
       return model_.purge();
     case 4:
-      if (entry) typeThreshold(oneIn(2));
+      if (entry && !model_.isDuplicate(entry)) typeThreshold(oneIn(2));
       return;
     default: {
-      if (!entry) return;
+      if (!entry || model_.isDuplicate(entry)) return;
       const bool presence = oneIn(2);
       const char* key = presence ? "MonitorPresence" : "MonitorUsage";
       say(std::string("switches ") + key);

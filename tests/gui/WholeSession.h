@@ -95,9 +95,9 @@ class WholeSession {
   [[nodiscard]] QModelIndex indexOf(const ModelRow& row);
   [[nodiscard]] TreeRow treeRow(const ModelRow& row);
   void settle();
-  /// Puts a text in the place of what the field shows, all of which is selected: with keys or an input method,
-  /// perhaps after clearing it or with some undoing. Answers the texts that stood in it one after the other;
-  /// `allows` is its formatter.
+  /// Puts a text in the place of what the field shows, all of which is selected: with keys or an input
+  /// method, perhaps after clearing it or with some undoing. Answers the texts that stood in it one after the
+  /// other; `allows` is its formatter.
   using Allows = std::function<bool(const std::string& text)>;
   [[nodiscard]] std::vector<std::string> enter(QLineEdit& field, const std::string& text,
                                                const Allows& allows);

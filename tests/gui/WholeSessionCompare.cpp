@@ -97,15 +97,18 @@ void WholeSession::compareVolumes() {
   const auto& table = widget<QAbstractItemView>("volumesTable");
   ASSERT_EQ(table.model()->rowCount(), static_cast<int>(model_.volumes.size()));
   for (std::size_t row = 0; row < model_.volumes.size(); ++row) {
-    const Dictionary& entry = model_.volumes[row];
-    const std::string label = *entry.string("VolumeName") + (model_.isMissing(entry) ? " (Missing)" : "");
-    EXPECT_EQ(table.model()->index(static_cast<int>(row), 0).data().toString().toStdString(), label);
+    EXPECT_EQ(table.model()->index(static_cast<int>(row), 0).data().toString().toStdString(),
+              model_.label(model_.volumes[row]));
   }
   const QModelIndexList rows = table.selectionModel()->selectedRows();
   EXPECT_EQ(rows.isEmpty() ? -1 : rows.first().row(), model_.selected);
   const Dictionary entry = model_.selectedVolume();
   if (!entry) return;
   EXPECT_EQ(widget("purgeButton").isEnabled(), model_.unlocked() && model_.isMissing(entry));
+  for (const char* name : {"monitorPresenceCheckbox", "monitorUsageCheckbox",
+                           "monitorPresenceThresholdTextField", "monitorUsageThresholdTextField"}) {
+    EXPECT_EQ(widget(name).isEnabled(), model_.unlocked() && !model_.isDuplicate(entry)) << name;
+  }
   for (const auto& [name, key] : {std::pair{"monitorPresenceCheckbox", "MonitorPresence"},
                                   std::pair{"monitorUsageCheckbox", "MonitorUsage"}}) {
     EXPECT_EQ(widget<QAbstractButton>(name).isChecked(), boolValue(entry.value(key))) << name;
