@@ -158,10 +158,15 @@ TEST_F(ConfigurationPage, RunningTheClientDisablesTheButtonUntilTheRunEndsAndSho
   openUnlockedDemo();
   auto& button = widget<QPushButton>("runClientButton");
   const QString before = textOf("lastRunClientField");
+  EXPECT_EQ(button.text(), QStringLiteral("Run Client Now"));
+  const int width = button.width();
   click(button);
   EXPECT_FALSE(button.isEnabled());
   ASSERT_TRUE(eventually([&] { return markerExists(); }));
+  EXPECT_TRUE(eventually([&] { return button.text() == QStringLiteral("Running…"); }));
+  EXPECT_EQ(button.width(), width) << "the button jumps";
   EXPECT_TRUE(eventually([&] { return button.isEnabled() && !markerExists(); }));
+  EXPECT_EQ(button.text(), QStringLiteral("Run Client Now"));
   EXPECT_TRUE(eventually([&] { return textOf("lastRunClientField") != before; }));
   EXPECT_NE(demo.log().find("RunClient for prefpane-client: ended"), std::string::npos);
 }

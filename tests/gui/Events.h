@@ -41,6 +41,12 @@ inline void click(QWidget& widget, Qt::KeyboardModifiers modifiers = {}) {
   QTest::mouseClick(&widget, Qt::LeftButton, modifiers);
 }
 
+/// Moves the mouse to this point of the widget. Told by the window, not by the platform's cursor: that of the
+/// offscreen platform does not reach all of a window that has more pixels than points.
+inline void moveMouse(const QWidget& widget, const QPoint& point) {
+  QTest::mouseMove(widget.window()->windowHandle(), widget.mapTo(widget.window(), point));
+}
+
 /// Presses a key where the keyboard focus of the widget's window is.
 inline void press(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
   QWidget* focus = window.window()->focusWidget();

@@ -1,4 +1,7 @@
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +14,7 @@
 #include "InputMethod.h"
 #include "OptionsTabFixture.h"
 #include "PaintedPlaces.h"
+#include "TextLine.h"
 #include "widgets/LabelButton.h"
 #include "widgets/TabPane.h"
 
@@ -53,6 +57,29 @@ TEST_F(OptionsPage, TheArrowKeysWalkThroughTheVolumes) {
 TEST_F(OptionsPage, TheTooltipOfARowIsThePathOfItsVolume) {
   open();
   EXPECT_EQ(table().model()->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("/Volumes/Backup"));
+}
+
+TEST_F(OptionsPage, ALongPathIsShortenedInItsMiddleAndSaidAndCopiedWhole) {
+  const QString path = QStringLiteral("/Volumes/") + QString(40, QLatin1Char('m')) + QStringLiteral("/the end");
+  platform.writePlist(platform.paths.volumesSettings,
+                      Array::make({Dictionary::make({{"VolumeName", text("Archive")},
+                                                     {"VolumePath", text(path.toStdString())}})}));
+  open();
+  auto& pathShown = find<LabelButton>(window, "volumeOptionPathButton");
+  EXPECT_EQ(pathShown.text(), path);
+  EXPECT_EQ(pathShown.toolTip(), path);
+  const QString shortened = qt::shortenedPath(path, pathShown.font(), pathShown.width() - 4);
+  EXPECT_TRUE(shortened.startsWith(QStringLiteral("/Volumes/mm"))) << shortened.toStdString();
+  EXPECT_TRUE(shortened.contains(QChar(0x2026))) << shortened.toStdString();
+  EXPECT_TRUE(shortened.endsWith(QStringLiteral("mm/the end"))) << shortened.toStdString();
+  const QImage whole = pathShown.grab().toImage();
+  pathShown.setAttributedText(AttributedText(shortened.toStdString()));
+  EXPECT_EQ(pathShown.grab().toImage(), whole);
+  pathShown.setAttributedText(AttributedText(path.toStdString()));
+  ASSERT_EQ(pathShown.actions().size(), 1);
+  EXPECT_EQ(pathShown.actions().first()->text(), QStringLiteral("Copy"));
+  pathShown.actions().first()->trigger();
+  EXPECT_EQ(QApplication::clipboard()->text(), path);
 }
 
 TEST_F(OptionsPage, ACheckBoxIsSwitchedByTheMouseAndByTheSpaceKey) {

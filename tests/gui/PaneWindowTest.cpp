@@ -1,9 +1,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
+#include <QScreen>
+#include <QSettings>
 #include <QTabBar>
+#include <filesystem>
 
 #include "WindowFixture.h"
+#include "WindowSize.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 #include "widgets/TabPane.h"
@@ -30,6 +34,64 @@ TEST_F(PaneWindow, IsAsWideAsAPreferencePaneAndCarriesTheTitleOfTheCore) {
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Monitoring Client"));
   view.mainWindow.setTitle("Another");
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Another"));
+}
+
+class RememberedSize : public PaneWindow {
+ protected:
+  void TearDown() override { std::filesystem::remove(kept.fileName().toStdString()); }
+  [[nodiscard]] static QSize sizeOfTheNext() {
+    qt::PaneWindow next;
+    qt::rememberSize(next);
+    return next.size();
+  }
+  void keep(const QVariant& width, const QVariant& height) {
+    kept.setValue(QStringLiteral("width"), width);
+    kept.setValue(QStringLiteral("height"), height);
+    kept.sync();
+  }
+
+  QSettings kept{QSettings::IniFormat, QSettings::UserScope, QStringLiteral("corvane-pane"),
+                 QStringLiteral("window")};
+};
+
+TEST_F(RememberedSize, IsTheOneThatTheUserHasLeft) {
+  const QSize usual = sizeOfTheNext();
+  qt::rememberSize(window);
+  const QSize wanted = usual + QSize(30, 20);
+  window.resize(wanted);
+  EXPECT_EQ(sizeOfTheNext(), usual) << "kept before the window was closed";
+  window.close();
+  EXPECT_EQ(sizeOfTheNext(), wanted);
+  QFont larger = QApplication::font();
+  larger.setPixelSize(14);
+  const QFont before = QApplication::font();
+  QApplication::setFont(larger);
+  EXPECT_EQ(sizeOfTheNext(), wanted * 14 / 13.0) << "it is one in points";
+  QApplication::setFont(before);
+}
+
+TEST_F(RememberedSize, IsNotKeptFromAWindowThatFillsTheScreen) {
+  const QSize usual = sizeOfTheNext();
+  qt::rememberSize(window);
+  window.showMaximized();
+  ASSERT_TRUE(eventually([this] { return window.isMaximized(); }));
+  window.close();
+  EXPECT_EQ(sizeOfTheNext(), usual);
+}
+
+TEST_F(RememberedSize, CountsOnlyWhereItMakesSense) {
+  const QSize usual = sizeOfTheNext();
+  const auto sizeWith = [this](const QVariant& width, const QVariant& height) {
+    keep(width, height);
+    return sizeOfTheNext();
+  };
+  for (const QVariant& senseless : {QVariant(0), QVariant(-700), QVariant(QStringLiteral("wide")), QVariant(),
+                                    QVariant(10'001), QVariant(QStringLiteral("99999999999"))}) {
+    EXPECT_EQ(sizeWith(senseless, usual.height() + 20), usual);
+    EXPECT_EQ(sizeWith(usual.width() + 20, senseless), usual);
+  }
+  EXPECT_EQ(sizeWith(9000, 9000), window.screen()->availableSize());
+  EXPECT_EQ(sizeWith(10, 10), usual) << "nothing may be cut off";
 }
 
 TEST_F(PaneWindow, PlacesTheHeaderWhereTheCoreSaysAndShowsItsTexts) {

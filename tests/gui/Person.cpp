@@ -122,7 +122,7 @@ void MousePerson::chooseInOpenList(const char* item) {
   const QPointer<QAbstractItemView> open(list);
   EXPECT_TRUE(eventually([&] {
     if (!open || !open->isVisible()) return true;
-    QTest::mouseMove(open->viewport(), place);
+    moveMouse(*open->viewport(), place);
     clickAt(*open->viewport(), place);
     return !open || !open->isVisible();
   })) << item;

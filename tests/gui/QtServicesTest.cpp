@@ -2,11 +2,13 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QTreeView>
 #include <fstream>
+#include <set>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -126,6 +128,27 @@ TEST(TestingPanel, EndsWhenTheAnswerComesOrTheUserCancels) {
   });
   EXPECT_FALSE(qt::waitReadable(&window, ends[0]));
   EXPECT_EQ(title, QStringLiteral("Testing settings…"));
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
+TEST(TestingPanel, LooksBusyAsLongAsItIsOpen) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  QWidget window;
+  bool moved = false;
+  QTimer::singleShot(0, &window, [&] {
+    auto& bar = find<QProgressBar>(*QApplication::activeModalWidget(), "progress");
+    const auto picture = [&bar] { return bar.grab().toImage(); };
+    const QImage first = picture();
+    std::set<QRgb> colours;
+    for (int x = 0; x < first.width(); ++x) colours.insert(first.pixel(x, first.height() / 2));
+    EXPECT_GE(colours.size(), 2U) << "one colour all along looks done";
+    moved = eventually([&] { return picture() != first; });
+    EXPECT_EQ(::write(ends[1], "x", 1), 1);
+  });
+  EXPECT_TRUE(qt::waitReadable(&window, ends[0]));
+  EXPECT_TRUE(moved);
   ::close(ends[0]);
   ::close(ends[1]);
 }

@@ -120,6 +120,24 @@ TEST_P(TroubleStory, WhereNothingCouldBeSavedTheLockStaysClosedAndSaysWhy) {
                                    ": No such file or directory. Click it to try again."));
 }
 
+TEST_P(TroubleStory, WhereNoPluginIsInstalledTheListSaysSo) {
+  std::filesystem::remove_all(demo.paths.plugins);
+  std::filesystem::create_directory(demo.paths.plugins);
+  openPane();
+  person->chooseTab(2);
+  person->press("button Continue");
+  picture("no plugins");
+  EXPECT_EQ(widget("pluginsTable").accessibleDescription(), QStringLiteral("No plugins are installed."));
+}
+
+TEST_P(TroubleStory, TheSecondPaneOfATreeSaysThatItIsNotAlone) {
+  qt::LinuxPane first(demo.root);
+  first.open();
+  openPane();
+  picture("second pane");
+  EXPECT_TRUE(widget<qt::StatusLabel>("statusField").text().startsWith(QStringLiteral("Another pane is open on ")));
+}
+
 INSTANTIATE_TEST_SUITE_P(By, TroubleStory, ::testing::Values(Means::Mouse, Means::Keyboard),
                          [](const auto& story) { return ::testing::PrintToString(story.param); });
 

@@ -16,6 +16,10 @@ int alignedHeight(int height, const QFontMetrics& metrics) {
   return height + qAbs(height - metrics.height()) % 2;
 }
 
+QString shortenedPath(const QString& path, const QFont& font, int width) {
+  return QFontMetrics(font).elidedText(path, Qt::ElideMiddle, width);
+}
+
 void drawTextLine(QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text) {
   const QFontMetricsF metrics(painter.font());
   qreal baseline = baselineIn(rect, painter.font());

@@ -17,6 +17,9 @@ namespace corvane::qt {
 /// The lowest even or odd height, as the font's own is, that is not below this one: of two such heights in
 /// one row the middles, and with them the baselines, are the same.
 [[nodiscard]] int alignedHeight(int height, const QFontMetrics& metrics);
+/// The path with as much of its middle left out as it must be to have room in the width: where it begins and
+/// what it ends in tell it from others.
+[[nodiscard]] QString shortenedPath(const QString& path, const QFont& font, int width);
 /// Draws the text in the painter's font and colour, at the top, in the middle or at the bottom.
 void drawTextLine(QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text);
 

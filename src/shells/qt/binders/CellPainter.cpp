@@ -143,7 +143,8 @@ void CellPainter::drawPictureButton(const ButtonCell& cell) const {
     drawText(AttributedText(fromQString(wordsOf(cell))), title,
              option_.palette.color(QPalette::Active, hint));
   } else {
-    drawText(cell.title, title, readableColor());
+    const QString path = shortenedPath(wordsOf(cell), option_.font, title.width());
+    drawText(AttributedText(fromQString(path)), title, readableColor());
   }
   if (pressed_) painter_.setOpacity(0.5);
   drawFileTypeIcon(painter_, picture, cell.image, option_.palette, enabled_);

@@ -51,6 +51,13 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
       const auto state = checkStateOf(outline_.preparedCell(columnAt(index), itemAt(index)));
       return state ? QVariant(*state ? Qt::Checked : Qt::Unchecked) : QVariant();
     }
+    case Qt::ToolTipRole: {
+      const CellReference cell = outline_.bareCell(columnAt(index), itemAt(index));
+      const auto* button = std::get_if<ButtonCell>(cell.get());
+      if (button == nullptr || !isPictureButton(*button)) return {};
+      const QString path = data(index, Qt::DisplayRole).toString();
+      return path.startsWith(QLatin1Char('/')) ? QVariant(plainToolTip(fromQString(path))) : QVariant();
+    }
     default:
       return {};
   }

@@ -12,6 +12,7 @@
 #include "binders/CellEditors.h"
 #include "binders/CellText.h"
 #include "binders/OutlineModel.h"
+#include "widgets/CopyMenu.h"
 
 namespace corvane::qt {
 namespace {
@@ -81,6 +82,7 @@ void OutlineViewBinder::prepareWidget() {
   widget_.showsTriangle = [this](const QModelIndex& index) {
     return outline_.showsOutlineCell(model_->itemAt(index));
   };
+  offerCopy(widget_, [this] { return widget_.wordsOf(widget_.currentIndex()); });
   QHeaderView* header = widget_.header();
   header->setSectionsMovable(false);
   header->setSectionResizeMode(QHeaderView::Fixed);

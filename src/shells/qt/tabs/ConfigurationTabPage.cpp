@@ -20,6 +20,7 @@ ConfigurationTabPage::ConfigurationTabPage(ConfigurationTabView& view, QWidget* 
   new LabelBinder(view.lastRunClientLabel, *ui_->lastRunClientLabel);
   new LabelBinder(view.lastRunClientField, *ui_->lastRunClientField);
   new ButtonBinder(view.runClientButton, *ui_->runClientButton);
+  ui_->runClientButton->setMinimumWidth(ui_->runClientButton->sizeHint().width());  // whatever it says later
   new LabelBinder(view.lastRunUpdaterLabel, *ui_->lastRunUpdaterLabel);
   new LabelBinder(view.lastRunUpdaterField, *ui_->lastRunUpdaterField);
   new ButtonBinder(view.updateClientNowButton, *ui_->updateClientNowButton);

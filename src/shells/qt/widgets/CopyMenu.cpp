@@ -12,8 +12,12 @@ void offerCopy(QWidget& shown, std::function<QString()> wholeText) {
   auto* copy = new QAction(QStringLiteral("Copy"), &shown);
   shown.addAction(copy);
   shown.setContextMenuPolicy(Qt::ActionsContextMenu);
+  if (shown.focusPolicy() != Qt::NoFocus) {
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+  }
   QObject::connect(copy, &QAction::triggered, &shown, [wholeText = std::move(wholeText)] {
-    QGuiApplication::clipboard()->setText(wholeText());
+    if (const QString text = wholeText(); !text.isEmpty()) QGuiApplication::clipboard()->setText(text);
   });
 }
 

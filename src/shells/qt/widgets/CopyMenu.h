@@ -1,5 +1,5 @@
 // A menu for texts that are shown but not typed: the whole text can be copied, also where it is shown
-// shortened.
+// shortened. What can have the keyboard answers to the key for it as well.
 #pragma once
 
 #include <QString>

@@ -77,8 +77,7 @@ void LabelButton::paintEvent(QPaintEvent*) {
   if (isDown()) color.setAlphaF(0.6F);
   const QRect room = rect().adjusted(inset(), 0, -inset(), 0);
   AttributedText shown = text_;
-  if (isPath_)
-    shown = AttributedText(fromQString(fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width())));
+  if (isPath_) shown = AttributedText(fromQString(shortenedPath(text(), font(), room.width())));
   AttributedTextLayout(shown, font(), palette(), color, !isEnabled()).draw(painter, room, alignment_);
   if (hasFocus()) drawFocusRingApart(painter, QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5), 2, palette());
 }

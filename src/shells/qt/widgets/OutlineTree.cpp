@@ -280,10 +280,10 @@ void OutlineTree::currentChanged(const QModelIndex& current, const QModelIndex& 
   tellFocus();
   if (!marksCurrentRow_) return;
   // The mark goes around the whole row; the toolkit draws anew the one cell that is left and the one that is
-  // reached.
+  // reached. Where a point is no whole number of pixels two rows share a line of them.
   for (const QModelIndex& index : {previous, current}) {
     const QRect cell = visualRect(index);
-    viewport()->update(0, cell.top(), viewport()->width(), cell.height());
+    viewport()->update(0, cell.top() - 1, viewport()->width(), cell.height() + 2);
   }
 }
 

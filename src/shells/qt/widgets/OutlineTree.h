@@ -40,6 +40,8 @@ class OutlineTree final : public QTreeView {
   [[nodiscard]] bool isPressed(const QModelIndex& index) const { return isOverPressed_ && index == pressed_; }
   /// Whether the user is in the middle of something: types in a cell or holds the mouse button.
   [[nodiscard]] bool isBusy() const { return isMouseDown_ || state() == EditingState; }
+  /// What the row says, without the blanks around it.
+  [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
   /// Makes the cell the current one without moving the rows.
   void setCurrentCell(const QModelIndex& index);
   /// Goes to the next row that begins with what is being typed; the same letter again goes on to the next
@@ -101,9 +103,6 @@ class OutlineTree final : public QTreeView {
   void activateCurrentRow();
   /// Whether the next letter goes on with a word that is being typed.
   [[nodiscard]] bool isSearching() const;
-  /// What the row says, without the blanks around it.
-  [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
-
   QString placeholder_;
   QPersistentModelIndex pressed_;
   QRect pressedPlace_;  // of the button that is held down, from its cell's corner
