@@ -134,7 +134,8 @@ QAccessible::State AccessibleRow::state() const {
   const SpokenRow row = spoken();
   state.focusable = true;
   state.focused = tree.hasFocus() && rows_.itemOf(tree.currentIndex()) == item_;
-  state.invisible = !tree.isVisible() || outline.rowForItem(item_) < 0;
+  state.invisible =
+      !tree.isVisible() || outline.rowForItem(item_) < 0 || tree.isLeftOut(rows_.indexOf(item_));
   state.offscreen = !tree.viewport()->visibleRegion().intersects(
       QRect(tree.viewport()->mapFromGlobal(rect().topLeft()), rect().size()));
   if (outline.showsOutlineCell(item_)) {

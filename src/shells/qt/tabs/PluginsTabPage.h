@@ -1,4 +1,5 @@
-// The page of the Plugins tab: the outline of the plug-ins and their settings fills it.
+// The page of the Plugins tab: the outline of the plug-ins and their settings fills it, below a
+// field that narrows it.
 #pragma once
 
 #include <QWidget>
@@ -21,6 +22,9 @@ class PluginsTabPage final : public QWidget {
   ~PluginsTabPage() override;
 
  private:
+  /// The field above the tree, which is the window's own.
+  void addFinding(OutlineView& outline);
+
   std::unique_ptr<Ui::PluginsTabPage> ui_;
 };
 

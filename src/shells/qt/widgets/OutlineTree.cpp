@@ -47,6 +47,13 @@ bool OutlineTree::hasTriangle(const QModelIndex& index) const {
   return index.isValid() && showsTriangle && showsTriangle(index);
 }
 
+bool OutlineTree::isLeftOut(const QModelIndex& index) const {
+  for (QModelIndex row = index; row.isValid(); row = row.parent()) {
+    if (isRowHidden(row.row(), row.parent())) return true;
+  }
+  return false;
+}
+
 void OutlineTree::setCurrentCell(const QModelIndex& index) {
   const bool scrolls = hasAutoScroll();
   setAutoScroll(false);

@@ -42,6 +42,8 @@ class OutlineTree final : public QTreeView {
   [[nodiscard]] bool isBusy() const { return isMouseDown_ || state() == EditingState; }
   /// What the row says, without the blanks around it.
   [[nodiscard]] QString wordsOf(const QModelIndex& row) const;
+  /// Whether the row is hidden among its neighbours, or one that it stands below is.
+  [[nodiscard]] bool isLeftOut(const QModelIndex& index) const;
   /// Makes the cell the current one without moving the rows.
   void setCurrentCell(const QModelIndex& index);
   /// Goes to the next row that begins with what is being typed; the same letter again goes on to the next
