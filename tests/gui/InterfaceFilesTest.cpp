@@ -42,7 +42,7 @@ Names allWidgets() {
 }
 
 /// Labels that show a text of a control that has a widget of its own, or of a window.
-const Names kTextsOfOthers = {"authLabel", "sheetTitle"};
+const Names kTextsOfOthers = {"authLabel", "sheetTitle", "treeField"};
 /// Windows and areas: they are no widgets of the files, or only a frame there.
 const Names kNoWidgets = {"mainWindow", "timeMachineAdvancedWindow", "volumesScrollView", "volumeOptionsBox"};
 

@@ -30,7 +30,10 @@ class PluginsTabActions : public PluginsTab {
   }
   [[nodiscard]] QString message() { return find<QLabel>(*sheet(), "message").text(); }
   [[nodiscard]] QString informative() { return find<QLabel>(*sheet(), "informative").text(); }
-  [[nodiscard]] QString note() { return find<QLabel>(*sheet(), "note").text(); }
+  /// The first line of it; the second one names the tree.
+  [[nodiscard]] QString note() {
+    return find<QLabel>(*sheet(), "note").text().section(QLatin1Char('\n'), 0, 0);
+  }
   [[nodiscard]] QString explanation() { return find<QLabel>(*sheet(), "informative").text(); }
   [[nodiscard]] Array list(std::initializer_list<const char*> entries) {
     Array array = Array::make();

@@ -299,13 +299,13 @@ TEST(CommandLine, AnswersHelpVersionAndMistakesWithoutOpeningThePane) {
   EXPECT_TRUE(parseCommandLine({QStringLiteral("p"), QStringLiteral("--version")})
                   .output.startsWith(QStringLiteral("corvane-pane ")));
   const QString help = parseCommandLine({QStringLiteral("p"), QStringLiteral("--help")}).output;
-  EXPECT_TRUE(
-      help.startsWith(QStringLiteral("Usage: corvane-pane [options]\nSettings of the monitoring client.\n")));
+  EXPECT_TRUE(help.startsWith(
+      QStringLiteral("Usage: corvane-pane [options] [folder]\nSettings of the monitoring client.\n")));
   EXPECT_TRUE(help.contains(QStringLiteral("--root <folder>")));
   for (const QStringList& arguments :
        {QStringList{QStringLiteral("--root"), QStringLiteral("/no/such/folder")},
         QStringList{QStringLiteral("--root")}, QStringList{QStringLiteral("--unknown")},
-        QStringList{QStringLiteral("stray")},
+        QStringList{QStringLiteral("folder"), QStringLiteral("stray")},
         QStringList{QStringLiteral("--appearance"), QStringLiteral("pink")},
         QStringList{QStringLiteral("--screenshots"), QStringLiteral("/no/such/folder")}}) {
     const auto line = parseCommandLine(QStringList{QStringLiteral("corvane-pane")} + arguments);

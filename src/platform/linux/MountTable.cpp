@@ -39,10 +39,21 @@ std::string unescaped(const std::string& field) {
   return text;
 }
 
+/// The rest of a line behind the mount point: options, then a dash, the kind of file system, and what is
+/// mounted.
+std::string sourceOf(std::istringstream& fields) {
+  std::string field;
+  while (fields >> field && field != "-") {
+  }
+  std::string kind, source;
+  fields >> kind >> source;
+  return source;
+}
+
 }  // namespace
 
-MountTable::MountTable()
-    : table_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)), changes_(::epoll_create1(EPOLL_CLOEXEC)) {
+MountTable::MountTable(const char* file)
+    : table_(::open(file, O_RDONLY | O_CLOEXEC)), changes_(::epoll_create1(EPOLL_CLOEXEC)) {
   // The table itself can always be read and tells of changes as urgent data, which no run loop waits for.
   epoll_event urgent{};
   urgent.events = EPOLLPRI;
@@ -59,8 +70,17 @@ void MountTable::read() {
     std::istringstream fields(line);
     std::string number, parent, device, root, point;
     if (!(fields >> number >> parent >> device >> root >> point)) continue;
-    mounts_.insert({number, deletingLastPathComponent(unescaped(point))});
+    point = unescaped(point);
+    mounts_.insert({number, deletingLastPathComponent(point), point, sourceOf(fields).starts_with("/dev/")});
   }
+}
+
+std::vector<std::string> MountTable::disks() const {
+  std::set<std::string> points;
+  for (const Mount& mount : mounts_) {
+    if (mount.isOnDevice) points.insert(mount.point);
+  }
+  return {points.begin(), points.end()};
 }
 
 std::set<std::string> MountTable::mountsIn(const std::string& folder) const {

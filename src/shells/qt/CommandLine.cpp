@@ -18,7 +18,7 @@ std::optional<Appearance> appearanceNamed(const QString& name) {
 /// The parser names the running program in its first line, and nothing where there is no application yet.
 QString helpOf(const QCommandLineParser& parser) {
   const QString text = parser.helpText();
-  return QStringLiteral("Usage: corvane-pane [options]") + text.mid(text.indexOf(QLatin1Char('\n')));
+  return QStringLiteral("Usage: corvane-pane [options] [folder]") + text.mid(text.indexOf(QLatin1Char('\n')));
 }
 
 void readRoot(const QString& folder, CommandLine& line) {
@@ -28,7 +28,7 @@ void readRoot(const QString& folder, CommandLine& line) {
     return;
   }
   const QString path = info.canonicalFilePath();
-  if (path != QLatin1String("/")) line.root = fromQString(path);
+  line.root = path == QLatin1String("/") ? std::string() : fromQString(path);
 }
 
 }  // namespace
@@ -40,9 +40,10 @@ CommandLine parseCommandLine(const QStringList& arguments) {
                                 QStringLiteral("Show this help."));
   const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                    QStringLiteral("Show the version."));
-  const QCommandLineOption root(QStringLiteral("root"),
-                                QStringLiteral("Look for the client's files below this folder."),
-                                QStringLiteral("folder"));
+  const QCommandLineOption root(
+      QStringLiteral("root"),
+      QStringLiteral("Look for the client's files below this folder, whether there are any or not."),
+      QStringLiteral("folder"));
   const QCommandLineOption tab(QStringLiteral("tab"), QStringLiteral("Show this tab first."),
                                QStringLiteral("name"));
   const QCommandLineOption screenshots(
@@ -53,6 +54,8 @@ CommandLine parseCommandLine(const QStringList& arguments) {
   const QCommandLineOption appearance(QStringLiteral("appearance"),
                                       QStringLiteral("How to look: system (the default), light or dark."),
                                       QStringLiteral("name"), QStringLiteral("system"));
+  parser.addPositionalArgument(QStringLiteral("folder"),
+                               QStringLiteral("Open the client that this folder holds."));
   parser.addOptions({help, version, root, tab, screenshots, appearance});
 
   CommandLine line;
@@ -62,8 +65,10 @@ CommandLine parseCommandLine(const QStringList& arguments) {
     line.output = helpOf(parser);
   } else if (parser.isSet(version)) {
     line.output = QStringLiteral("corvane-pane " CORVANE_VERSION "\n");
-  } else if (!parser.positionalArguments().isEmpty()) {
-    line.error = QStringLiteral("Unexpected argument \"%1\".").arg(parser.positionalArguments().constFirst());
+  } else if (const QStringList folders = parser.positionalArguments(); !folders.isEmpty()) {
+    line.folder = folders.constFirst();
+    if (folders.size() > 1 || parser.isSet(root))
+      line.error = QStringLiteral("Unexpected argument \"%1\".").arg(folders.constLast());
   }
   if (!line.opensPane()) return line;
 

@@ -11,9 +11,10 @@
 namespace corvane::qt {
 
 struct CommandLine {
-  std::string root;     // canonical; empty for the system's own files
-  QString tab;          // the label of the tab to show first; empty for the first one
-  QString screenshots;  // the folder for pictures; empty for none
+  std::optional<std::string> root;  // of --root: canonical; empty for the system's own files
+  QString folder;                   // to be opened if it holds a client; empty for none
+  QString tab;                      // the label of the tab to show first; empty for the first one
+  QString screenshots;              // the folder for pictures; empty for none
   Appearance appearance = Appearance::System;
 
   // Set when the pane is not to be opened: what to print and how to exit.

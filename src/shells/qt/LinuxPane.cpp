@@ -5,21 +5,24 @@
 #include "tabs/ConfigurationTabPage.h"
 #include "tabs/OptionsTabPage.h"
 #include "tabs/PluginsTabPage.h"
+#include "trees/Tree.h"
 
 namespace corvane::qt {
 
 LinuxPane::LinuxPane(const std::string& root)
     : window_(std::make_unique<PaneWindow>()),
-      dialogs_(window_->sheets()),
+      dialogs_(window_->sheets(), root),
       system_(runLoop_, {dialogs_, workspace_, bundle_},
               {root, [this](int descriptor) { return waitForOutput(descriptor); }}),
-      assembly_(system_.platform(), root) {}
+      assembly_(system_.platform(), root) {
+  window_->setTree(treeTitle(root));
+}
 
 // The widgets go before the controls that they show.
 LinuxPane::~LinuxPane() { window_.reset(); }
 
 bool LinuxPane::waitForOutput(int descriptor) {
-  const bool answered = waitReadable(window_.get(), descriptor);
+  const bool answered = waitReadable(window_.get(), descriptor, treeNote(assembly_.paths().rootPrefix()));
   // The verdict that follows tells of a plug-in that gave no answer; it was not asked to the end.
   dialogs_.addNote(
       verdictMessage(false),

@@ -29,8 +29,9 @@ PaneWindow::PaneWindow(QWidget* parent)
   for (QWidget* text : {ui_->greetingButton, ui_->urlButton}) text->setFont(header);
   ui_->greetingButton->setAlignment(Qt::AlignHCenter);
   const QFont small = toQFont(Font{Font::Family::System, 12});
-  for (QWidget* text : {static_cast<QWidget*>(ui_->statusField), static_cast<QWidget*>(ui_->authLabel)})
+  for (QWidget* text : std::initializer_list<QWidget*>{ui_->treeField, ui_->statusField, ui_->authLabel})
     text->setFont(small);
+  ui_->treeField->hide();
   ui_->clientVersionButton->setFont(small);
   ui_->clientVersionButton->setAlignment(Qt::AlignRight);
   setFocus();  // no control is marked before the keyboard is used
@@ -44,11 +45,26 @@ PaneWindow::~PaneWindow() {
 
 void PaneWindow::bindFrameTo(PaneView& view) {
   shown_ = &view.mainWindow;
-  shown_->onChange = [this] { setWindowTitle(toQString(shown_->title())); };
+  shown_->onChange = [this] {
+    const QString title = toQString(shown_->title());
+    setWindowTitle(tree_.isEmpty() ? title : QStringLiteral("%1 — %2").arg(tree_, title));
+  };
   shown_->onChange();
-  new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel);
+  new AuthorizationViewBinder(view.authView, *ui_->authView, *ui_->authLabel, tree_);
   new StatusBinder(view.statusField, *ui_->statusField);
   new TabViewBinder(view.tabView, *ui_->tabView);
+}
+
+void PaneWindow::setTree(const QString& tree) {
+  tree_ = tree;
+  ui_->treeField->setText(tree);
+  ui_->treeField->setVisible(!tree.isEmpty());
+  if (tree.isEmpty()) return;
+  // A line more below the tabs, which keep their room; the label of the lock keeps its own.
+  ui_->treeField->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  const int line = ui_->treeField->sizeHint().height();
+  ui_->footer->setFixedHeight(ui_->footer->maximumHeight() + line);
+  setMinimumHeight(minimumHeight() + line);
 }
 
 void PaneWindow::bindHeaderTo(PaneView& view) {

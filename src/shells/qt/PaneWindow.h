@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QKeySequence>
+#include <QString>
 #include <QWidget>
 #include <chrono>
 #include <memory>
@@ -34,6 +35,9 @@ class PaneWindow final : public QWidget {
   void bindHeaderTo(PaneView& view);
   /// Shows the product's icon, which takes as long to read as the frame to paint. Called once.
   void bindIconTo(PaneView& view);
+  /// Says in the title and beside the lock which tree is open; without it, or with an empty text, nothing
+  /// does. Called before the window is shown.
+  void setTree(const QString& tree);
   /// The page of the tab; called after `bindFrameTo`. The window takes it over.
   void setTabPage(int index, QWidget* page);
   [[nodiscard]] TabPane& tabs() const;
@@ -55,6 +59,7 @@ class PaneWindow final : public QWidget {
   void addTabKeys(const QList<QKeySequence>& keys, int step);
 
   std::unique_ptr<Ui::PaneWindow> ui_;
+  QString tree_;
   Window* shown_ = nullptr;  // whose title the window has
   SheetHost* sheets_;
 };

@@ -7,9 +7,10 @@
 #include "NoDisplay.h"
 #include "Pictures.h"
 #include "Text.h"
-#include "WindowSize.h"
 #include "appearance/DesktopAppearance.h"
 #include "posix/Signals.h"
+#include "trees/Tree.h"
+#include "trees/TreeWindows.h"
 
 namespace {
 
@@ -24,8 +25,10 @@ int complain(const QString& error) {
 }
 
 /// The index of the tab with this label in any case; -1 for an empty name, nothing for an unknown one.
-std::optional<int> tabNamed(const QString& name, const TabView& tabs) {
+std::optional<int> tabNamed(const QString& name) {
   if (name.isEmpty()) return -1;
+  LinuxPane unopened({});
+  const TabView& tabs = unopened.assembly().view().tabView;
   for (std::size_t index = 0; index < tabs.items().size(); ++index) {
     if (toQString(tabs.items()[index].label).compare(name, Qt::CaseInsensitive) == 0)
       return static_cast<int>(index);
@@ -47,6 +50,26 @@ std::optional<int> answerWithoutWindow(const CommandLine& line) {
   return 0;
 }
 
+int takePicturesOf(const std::string& root, const QString& folder, int tab) {
+  LinuxPane pane(root);
+  return openForPictures(pane, folder) && takePictures(pane, folder, tab)
+             ? 0
+             : complain(QStringLiteral("a picture could not be written"));
+}
+
+/// Opens what the command line names, the client of the running system, or the start page.
+void openFirst(TreeWindows& windows, const CommandLine& line, int tab) {
+  if (!line.folder.isEmpty()) {
+    windows.open(line.folder);
+  } else if (line.root || holdsClient({})) {
+    windows.openPane(line.root.value_or(std::string()));
+  } else {
+    windows.showStart();
+  }
+  if (tab < 0) return;
+  for (LinuxPane* pane : windows.panes()) pane->assembly().view().tabView.selectTabViewItemAtIndex(tab);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,19 +86,19 @@ int main(int argc, char** argv) {
   dressApplication(application);
   applyAppearance(line.appearance);
 
-  LinuxPane pane(line.root);
-  TabView& tabs = pane.assembly().view().tabView;
-  const std::optional<int> tab = tabNamed(line.tab, tabs);
+  const std::optional<int> tab = tabNamed(line.tab);
   if (!tab) return complain(QStringLiteral("--tab: there is no tab \"%1\"").arg(line.tab));
   if (!line.screenshots.isEmpty()) {
-    return openForPictures(pane, line.screenshots) && takePictures(pane, line.screenshots, *tab)
-               ? 0
-               : complain(QStringLiteral("a picture could not be written"));
+    const QString objection = line.folder.isEmpty() ? QString() : objectionTo(line.folder);
+    if (!objection.isEmpty()) return complain(objection);
+    const std::string root =
+        line.folder.isEmpty() ? line.root.value_or(std::string()) : rootPrefixOf(line.folder);
+    return takePicturesOf(root, line.screenshots, *tab);
   }
-  rememberSize(pane.window());
-  pane.open();
+  TreeWindows windows({RecentTrees(), mountedTrees});
+  openFirst(windows, line, *tab);
+  if (!windows.isAnyOpen()) return 0;
   if (line.appearance == Appearance::System)
     new DesktopAppearance(DesktopAppearance::sessionBus(), &application);
-  if (*tab >= 0) tabs.selectTabViewItemAtIndex(*tab);
   return QApplication::exec();
 }

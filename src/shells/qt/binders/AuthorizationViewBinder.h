@@ -12,7 +12,8 @@ class AuthorizationViewBinder final : public Binder {
   Q_OBJECT
 
  public:
-  AuthorizationViewBinder(AuthorizationView& view, LockButton& button, FittedLabel& label);
+  /// `tree`: which tree the lock is of, for assistive technology; may be empty.
+  AuthorizationViewBinder(AuthorizationView& view, LockButton& button, FittedLabel& label, QString tree = {});
 
  private:
   void show() override;
@@ -20,6 +21,7 @@ class AuthorizationViewBinder final : public Binder {
   AuthorizationView& view_;
   LockButton& button_;
   FittedLabel& label_;
+  QString tree_;
 };
 
 }  // namespace corvane::qt

@@ -1,50 +1,21 @@
 #include "services/QtDialogs.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QTreeView>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "Fonts.h"
 #include "Text.h"
+#include "trees/Tree.h"
+#include "trees/TreeFilePanel.h"
 #include "widgets/AlertPanel.h"
 #include "widgets/ButtonKeys.h"
+#include "widgets/ModalAlert.h"
 
 namespace corvane::qt {
 namespace {
-
-/// Ends only through its buttons: the window's own ways to close it press the button that leaves everything
-/// as it is.
-class ModalAlert final : public QDialog {
- public:
-  ModalAlert(const AlertDescription& alert, QWidget* parent)
-      : QDialog(parent), panel_(new AlertPanel(alert)) {
-    setObjectName(QStringLiteral("modalAlert"));
-    setWindowTitle(toQString(alert.messageText));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(panel_);
-    connect(panel_, &AlertPanel::ended, this, [this](const AlertResult& result) {
-      result_ = result;
-      accept();
-    });
-  }
-  void reject() override { panel_->cancel(); }
-  [[nodiscard]] const AlertResult& alertResult() const { return result_; }
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (!pressButtonOf(*this, *event)) QDialog::keyPressEvent(event);
-  }
-
- private:
-  AlertPanel* panel_;
-  AlertResult result_;
-};
 
 /// While it lives, a Return that is still held down from before does not answer the panel that has come up
 /// under it.
@@ -69,13 +40,17 @@ void makeRoom(QFileDialog& panel) {
 
 }  // namespace
 
+QtDialogs::QtDialogs(SheetHost& host, std::string rootPrefix)
+    : host_(host), rootPrefix_(std::move(rootPrefix)), tree_(treeNote(rootPrefix_)) {}
+
 QWidget* QtDialogs::visibleWindow() const {
   QWidget* window = host_.window();
   return window->isVisible() ? window : nullptr;
 }
 
 QString QtDialogs::takeNoteOf(const AlertDescription& alert) {
-  return alert.messageText == note_.first ? std::exchange(note_.second, QString()) : QString();
+  const QString note = alert.messageText == note_.first ? std::exchange(note_.second, QString()) : QString();
+  return note.isEmpty() || tree_.isEmpty() ? note + tree_ : note + QLatin1Char('\n') + tree_;
 }
 
 void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/,
@@ -93,28 +68,34 @@ void QtDialogs::beginSheet(const AlertDescription& alert, SheetWindow /*window*/
 }
 
 AlertResult QtDialogs::runModalAlert(const AlertDescription& alert) {
-  ModalAlert dialog(alert, visibleWindow());
-  dialog.exec();
-  return dialog.alertResult();
+  return qt::runModalAlert(alert, tree_, visibleWindow());
+}
+
+std::unique_ptr<QFileDialog> QtDialogs::panelFor(const OpenPanelDescription& description) const {
+  if (!rootPrefix_.empty()) return std::make_unique<TreeFilePanel>(rootPrefix_, description, visibleWindow());
+  auto panel = std::make_unique<QFileDialog>(visibleWindow(), panelTitle(description));
+  if (!description.directory.empty()) panel->setDirectory(toQString(description.directory));
+  return panel;
 }
 
 std::vector<std::string> QtDialogs::runOpenPanel(const OpenPanelDescription& description) {
-  QFileDialog panel(visibleWindow());
-  panel.setAcceptMode(QFileDialog::AcceptOpen);
+  const auto panel = panelFor(description);
+  panel->setAcceptMode(QFileDialog::AcceptOpen);
   // The toolkit's panel chooses either files or folders; files win where both are allowed.
   if (description.canChooseDirectories && !description.canChooseFiles) {
-    panel.setFileMode(QFileDialog::Directory);
-    panel.setOption(QFileDialog::ShowDirsOnly);
+    panel->setFileMode(QFileDialog::Directory);
+    panel->setOption(QFileDialog::ShowDirsOnly);
   } else {
-    panel.setFileMode(description.allowsMultipleSelection ? QFileDialog::ExistingFiles
-                                                          : QFileDialog::ExistingFile);
+    panel->setFileMode(description.allowsMultipleSelection ? QFileDialog::ExistingFiles
+                                                           : QFileDialog::ExistingFile);
   }
-  makeRoom(panel);
-  if (!description.directory.empty()) panel.setDirectory(toQString(description.directory));
+  makeRoom(*panel);
   const IgnoringHeldReturn ignoring;
-  if (panel.exec() != QDialog::Accepted) return {};
+  if (panel->exec() != QDialog::Accepted) return {};
   std::vector<std::string> paths;
-  for (const QString& path : panel.selectedFiles()) paths.push_back(fromQString(path));
+  const auto* inTree = qobject_cast<const TreeFilePanel*>(panel.get());
+  for (const QString& path : inTree != nullptr ? inTree->chosen() : panel->selectedFiles())
+    paths.push_back(fromQString(path));
   return paths;
 }
 

@@ -1,20 +1,25 @@
-// Alerts as sheets of the pane's window, one modal alert panel, and the desktop's own panel for opening
-// files.
+// Alerts as sheets of the pane's window, one modal alert panel, and a panel for opening files: the
+// desktop's own, or one that stays inside of the tree.
 #pragma once
 
 #include <QPointer>
 #include <QString>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "platform/Dialogs.h"
 #include "widgets/SheetHost.h"
 
+class QFileDialog;
+
 namespace corvane::qt {
 
 class QtDialogs final : public Dialogs {
  public:
-  /// Every sheet belongs to the one window of the host.
-  explicit QtDialogs(SheetHost& host) : host_(host) {}
+  /// Every sheet belongs to the one window of the host. Below its own texts every alert says of which tree it
+  /// is, and panels choose inside of it, where the root prefix names one.
+  explicit QtDialogs(SheetHost& host, std::string rootPrefix = {});
 
   /// What the window alone knows about the next alert with this message, and says in words of its own below
   /// the alert's; other sheets may come before it. An empty note takes back the one before.
@@ -27,10 +32,13 @@ class QtDialogs final : public Dialogs {
 
  private:
   [[nodiscard]] QWidget* visibleWindow() const;
-
-  SheetHost& host_;
+  [[nodiscard]] std::unique_ptr<QFileDialog> panelFor(const OpenPanelDescription& description) const;
+  /// What the window adds to the alert, and of which tree it is.
   [[nodiscard]] QString takeNoteOf(const AlertDescription& alert);
 
+  SheetHost& host_;
+  std::string rootPrefix_;
+  QString tree_;                          // what alerts say of it
   std::pair<std::string, QString> note_;  // by the message of its alert
 };
 

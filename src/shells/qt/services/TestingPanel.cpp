@@ -4,6 +4,7 @@
 #include <QSocketNotifier>
 
 #include "Fonts.h"
+#include "Text.h"
 #include "ui_TestingPanel.h"
 #include "widgets/ButtonKeys.h"
 
@@ -24,7 +25,7 @@ class TestingPanel final : public QDialog {
 
 }  // namespace
 
-bool waitReadable(QWidget* window, int descriptor) {
+bool waitReadable(QWidget* window, int descriptor, const QString& tree) {
   TestingPanel panel(window);
   Ui::TestingPanel ui;
   ui.setupUi(&panel);
@@ -32,6 +33,9 @@ bool waitReadable(QWidget* window, int descriptor) {
   panel.setWindowModality(Qt::ApplicationModal);
   panel.setWindowTitle(QStringLiteral("Testing settings…"));
   ui.message->setText(panel.windowTitle());
+  ui.tree->setText(tree);
+  ui.tree->setToolTip(plainToolTip(fromQString(tree)));
+  ui.tree->setVisible(!tree.isEmpty());
   ui.progress->setAccessibleName(panel.windowTitle());
   ui.cancelButton->setText(QStringLiteral("Cancel"));
   QObject::connect(ui.cancelButton, &QPushButton::clicked, &panel, &QDialog::reject);

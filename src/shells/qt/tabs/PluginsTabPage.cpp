@@ -14,7 +14,7 @@
 namespace corvane::qt {
 namespace {
 
-constexpr int kFieldWidth = 180;
+constexpr int kFieldWidth = 180;  // points
 
 }  // namespace
 
@@ -32,7 +32,7 @@ PluginsTabPage::~PluginsTabPage() = default;
 void PluginsTabPage::addFinding(OutlineView& outline) {
   auto* field = new QLineEdit;
   field->setObjectName(QStringLiteral("findField"));
-  field->setFixedWidth(kFieldWidth);
+  field->setFixedWidth(toPixels(kFieldWidth));
   field->setClearButtonEnabled(true);
   field->setPlaceholderText(QStringLiteral("Find"));
   field->setAccessibleName(QStringLiteral("Find plugins and settings"));

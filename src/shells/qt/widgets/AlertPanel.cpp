@@ -70,7 +70,8 @@ AlertPanel::AlertPanel(const AlertDescription& alert, const QString& note, QWidg
   ui_->informative->setAccessibleName(informative);
   setAccessibleDescription(note.isEmpty() ? informative : informative + QLatin1Char('\n') + note);
   ui_->informativeScroll->setVisible(!informative.isEmpty());
-  ui_->note->setText(note);
+  ui_->note->setText(breakable(note));
+  ui_->note->setAccessibleName(note);
   ui_->note->setVisible(!note.isEmpty());
   if (alert.accessory) addAccessory(*alert.accessory);
   addButtons(alert.buttons);
