@@ -76,10 +76,13 @@ void AssistivePerson::selectRow(const char* table, const char* text) {
 void AssistivePerson::switchAccessory() { press("accessory", {}); }
 
 QAccessibleInterface& AssistivePerson::rowOf(const TreeRow& row) {
-  QAccessibleInterface& plugin = childCalled(thing("pluginsTable"), QString::fromUtf8(row.plugin));
-  if (row.option == nullptr) return plugin;
-  if (plugin.state().collapsed) act(plugin, QStringLiteral("Expand"));
-  QAccessibleInterface& option = childCalled(plugin, QString::fromUtf8(row.option));
+  const auto plugin = [&]() -> QAccessibleInterface& {
+    return childCalled(thing("pluginsTable"), QString::fromUtf8(row.plugin));
+  };
+  if (row.option == nullptr) return plugin();
+  if (plugin().state().collapsed) act(plugin(), QStringLiteral("Expand"));
+  // Looked for again: the rows may have been read anew while the act was carried out.
+  QAccessibleInterface& option = childCalled(plugin(), QString::fromUtf8(row.option));
   if (row.value < 0) return option;
   QAccessibleInterface* value = option.child(row.value);
   if (value == nullptr) throw std::runtime_error(std::string(row.option) + " has no such row");

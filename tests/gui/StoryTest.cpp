@@ -357,6 +357,7 @@ void Story::expectThatNothingWasLeftOut() {
                                       : GetParam() == Means::Assistive ? uses.assisted
                                                                        : uses.typedIn;
   for (const QString& file : interfaceFiles()) {
+    if (file.contains(QStringLiteral("StartPage"))) continue;  // a window of its own, before any pane
     for (const auto& [name, kind] : widgetsOfInterfaceFile(file)) {
       if (!takesActs(window(), name, kind)) continue;
       EXPECT_TRUE(used.contains(name)) << name << " was never used";

@@ -66,12 +66,19 @@ TEST_F(TreeFilePanelTest, BeginsWhereItIsToldOrInTheTreeAndShowsThePathThatTheCl
     std::string shown;
   };
   for (const Case& each :
-       {Case{root + "/Users/clerk", "/Users/clerk"}, Case{"", "/"}, Case{root + "/Users/gone/away", "/Users"},
+       {Case{"", "/"}, Case{root + "/Users/clerk", "/Users/clerk"}, Case{root + "/Users/gone/away", "/Users"},
         Case{folder.path(), "/"}, Case{folder / "treehouse", "/"}}) {
     OpenPanelDescription description;
     description.directory = each.wanted;
     (void)run(description, [&](TreeFilePanel& panel) { EXPECT_EQ(place(panel), each.shown) << each.wanted; });
   }
+}
+
+TEST_F(TreeFilePanelTest, BeginsWhereTheLastOneWasLeftWhenItIsToldNoFolder) {
+  EXPECT_FALSE(typePath("/Users/clerk/b.txt").empty());
+  (void)run({}, [&](TreeFilePanel& panel) { EXPECT_EQ(place(panel), "/Users/clerk"); });
+  std::filesystem::remove_all(folder / "tree/Users/clerk");
+  (void)run({}, [&](TreeFilePanel& panel) { EXPECT_EQ(place(panel), "/Users"); });
 }
 
 TEST_F(TreeFilePanelTest, ChoosesByThePathThatTheClientKnows) {

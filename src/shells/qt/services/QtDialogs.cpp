@@ -72,7 +72,8 @@ AlertResult QtDialogs::runModalAlert(const AlertDescription& alert) {
 }
 
 std::unique_ptr<QFileDialog> QtDialogs::panelFor(const OpenPanelDescription& description) const {
-  if (!rootPrefix_.empty()) return std::make_unique<TreeFilePanel>(rootPrefix_, description, visibleWindow());
+  if (!rootPrefix_.empty())
+    return std::make_unique<TreeFilePanel>(rootPrefix_, description, lastPlace_, visibleWindow());
   auto panel = std::make_unique<QFileDialog>(visibleWindow(), panelTitle(description));
   if (!description.directory.empty()) panel->setDirectory(toQString(description.directory));
   return panel;
@@ -91,9 +92,11 @@ std::vector<std::string> QtDialogs::runOpenPanel(const OpenPanelDescription& des
   }
   makeRoom(*panel);
   const IgnoringHeldReturn ignoring;
-  if (panel->exec() != QDialog::Accepted) return {};
-  std::vector<std::string> paths;
+  const bool accepted = panel->exec() == QDialog::Accepted;
   const auto* inTree = qobject_cast<const TreeFilePanel*>(panel.get());
+  if (inTree != nullptr) lastPlace_ = inTree->place();
+  if (!accepted) return {};
+  std::vector<std::string> paths;
   for (const QString& path : inTree != nullptr ? inTree->chosen() : panel->selectedFiles())
     paths.push_back(fromQString(path));
   return paths;

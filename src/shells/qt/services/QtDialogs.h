@@ -39,6 +39,7 @@ class QtDialogs final : public Dialogs {
   SheetHost& host_;
   std::string rootPrefix_;
   QString tree_;                          // what alerts say of it
+  QString lastPlace_;                     // where the last panel inside of the tree was left
   std::pair<std::string, QString> note_;  // by the message of its alert
 };
 

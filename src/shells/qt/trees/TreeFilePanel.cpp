@@ -30,7 +30,7 @@ QString panelTitle(const OpenPanelDescription& description) {
 }
 
 TreeFilePanel::TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescription& description,
-                             QWidget* window)
+                             const QString& last, QWidget* window)
     : QFileDialog(window),
       root_(toQString(rootPrefix)),
       placeLabel_(new FittedLabel(this)),
@@ -61,7 +61,7 @@ TreeFilePanel::TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescr
     connect(name_, &QLineEdit::textChanged, this, &TreeFilePanel::offerTyped);
   }
 
-  place_ = beginning(toQString(description.directory));
+  place_ = beginning(description.directory.empty() ? last : toQString(description.directory));
   setDirectory(place_);
   showPlace();
   connect(this, &QFileDialog::directoryEntered, this, &TreeFilePanel::enter);
@@ -150,6 +150,7 @@ void TreeFilePanel::accept() {
   }
   if (paths.isEmpty()) return;
   chosen_ = paths;
+  place_ = QFileInfo(paths.front()).path();
   QDialog::accept();
 }
 

@@ -20,8 +20,13 @@ class TreeFilePanel final : public QFileDialog {
   Q_OBJECT
 
  public:
-  /// `rootPrefix` is not empty.
-  TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescription& description, QWidget* window);
+  /// `rootPrefix` is not empty. `last` is where to begin when the description names no folder: where the panel
+  /// before was left.
+  TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescription& description, const QString& last,
+                QWidget* window);
+
+  /// The folder that is shown, on this computer.
+  [[nodiscard]] const QString& place() const { return place_; }
 
   /// What was chosen when the panel ended.
   [[nodiscard]] const QStringList& chosen() const { return chosen_; }
