@@ -60,11 +60,8 @@ void PaneWindow::setTree(const QString& tree) {
   ui_->treeField->setText(tree);
   ui_->treeField->setVisible(!tree.isEmpty());
   if (tree.isEmpty()) return;
-  // A line more below the tabs, which keep their room; the label of the lock keeps its own.
-  ui_->treeField->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  const int line = ui_->treeField->sizeHint().height();
-  ui_->footer->setFixedHeight(ui_->footer->maximumHeight() + line);
-  setMinimumHeight(minimumHeight() + line);
+  // A line more below the tabs, which keep their room.
+  setMinimumHeight(minimumHeight() + ui_->treeField->sizeHint().height());
 }
 
 void PaneWindow::bindHeaderTo(PaneView& view) {
