@@ -20,10 +20,11 @@ read -r number <"$folder/display"
 DISPLAY=:$number
 QT_QPA_PLATFORM=xcb
 export DISPLAY QT_QPA_PLATFORM
-openbox --sm-disable >"$folder/openbox.log" 2>&1 &
+openbox --sm-disable --startup "touch $folder/managed" >"$folder/openbox.log" 2>&1 &
 openbox=$!
-# The window manager is there when it has taken the display's check window.
-until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; do
+# It does so at the end of its start: a window that is shown before may never be managed.
+until [ -e "$folder/managed" ]; do
   kill -0 "$openbox" || { cat "$folder/openbox.log" "$folder/xvfb.log" >&2; exit 1; }
+  sleep 0.05
 done
 "$@"
