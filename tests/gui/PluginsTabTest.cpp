@@ -126,8 +126,11 @@ TEST_F(PluginsTabPresses, APressDuringWhichTheKeyboardGoesElsewhereDoesNothing) 
 
 TEST_F(PluginsTabPresses, APressThatIsReleasedElsewhereDoesNothing) {
   pressTick();
-  moveMouse(*tree().viewport(), QPoint(box.x() + 300, box.y()));
-  QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, QPoint(box.x() + 300, box.y()));
+  QWidget& rows = *tree().viewport();
+  const QPoint elsewhere(box.x() + 300, box.y());
+  QMouseEvent drag(QEvent::MouseMove, elsewhere, rows.mapToGlobal(elsewhere), Qt::NoButton, Qt::LeftButton, {});
+  QApplication::sendEvent(&rows, &drag);
+  QTest::mouseRelease(&rows, Qt::LeftButton, {}, elsewhere);
   EXPECT_FALSE(tree().isPressed(tick));
   EXPECT_EQ(stored("Tick"), flag(false));
 }
