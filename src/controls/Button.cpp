@@ -1,5 +1,6 @@
 #include "controls/Button.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "controls/ActInProgress.h"
@@ -28,6 +29,13 @@ void Button::setIntState(int state) {
   } else {
     setState(state == -1 ? ButtonState::Mixed : ButtonState::On);
   }
+}
+
+bool Button::takesKeyboard() const {
+  if (kind_ != ButtonKind::Label) return true;
+  const bool isLink =
+      std::ranges::any_of(title_.runs, [](const auto& run) { return run.attributes.underlined; });
+  return action && (isLink || title_.text.empty());
 }
 
 void Button::click() {

@@ -27,6 +27,10 @@ class Button final : public Control {
   /// By the platform's rule for integers: 0 is off, -1 is mixed, anything else on.
   void setIntState(int state);
 
+  /// Whether the keyboard goes to it, as far as it is in use. Of the labels only to a link and to a picture
+  /// that do something: any other text that can be clicked belongs to a control that has the keyboard itself.
+  [[nodiscard]] bool takesKeyboard() const;
+
   /// The user's click: a check box changes its state (anything but on becomes on), a binding hears of it,
   /// then the action is called. A click that comes while another one is still being carried out does nothing.
   void click();

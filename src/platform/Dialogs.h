@@ -2,6 +2,7 @@
 // own loop.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -42,6 +43,13 @@ struct AlertDescription {
   std::optional<AlertCheckBox> accessory;
   friend bool operator==(const AlertDescription&, const AlertDescription&) = default;
 };
+
+/// The button that Escape presses: the one that cancels, or the only one; null when there is none.
+[[nodiscard]] inline const AlertButton* escapeButton(const AlertDescription& alert) {
+  if (alert.buttons.size() == 1) return &alert.buttons.front();
+  const auto found = std::ranges::find_if(alert.buttons, &AlertButton::cancels);
+  return found != alert.buttons.end() ? &*found : nullptr;
+}
 
 struct AlertResult {
   int returnCode = 0;

@@ -95,6 +95,22 @@ TEST_F(AppKitButton, ALabelWithAnActionLooksDisabledWithItsControlAndOneWithoutN
   EXPECT_TRUE([color() isEqual:[NSColor disabledControlTextColor]]);
 }
 
+TEST_F(AppKitButton, OfTheLabelsOnlyALinkAndAPictureThatDoSomethingHaveTheKeyboard) {
+  const AttributedText underlined("support", {{}, TextColor::Blue, {}, true});
+  const auto takes = [&](const AttributedText& title) {
+    link.setAttributedTitle(title);
+    return [linkView acceptsFirstResponder] == YES;
+  };
+  EXPECT_FALSE(takes(underlined)) << "without an action";
+  int acts = 0;
+  link.action = [&](Button&) { ++acts; };
+  EXPECT_FALSE(takes(AttributedText("percent full"))) << "the words beside a box";
+  click(linkView);
+  EXPECT_EQ(acts, 1) << "the mouse presses the words";
+  EXPECT_TRUE(takes(underlined));
+  EXPECT_TRUE(takes({})) << "a picture has no text";
+}
+
 TEST_F(AppKitButton, TheKeyboardPressesIt) {
   int acts = 0;
   push.action = [&](Button&) { ++acts; };

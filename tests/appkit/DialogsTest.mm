@@ -77,6 +77,21 @@ TEST_F(AppKitDialogsTest, ReturnPressesTheButtonThatHasItAsItsKeyAndNotTheFirstO
   EXPECT_EQ(ended, Ended{"asked 1001"});
 }
 
+TEST_F(AppKitDialogsTest, EscapePressesTheButtonThatCancelsWhateverItsOwnKeyOrTheOnlyOne) {
+  AlertDescription other = asking();
+  other.buttons = {{"Continue", std::nullopt}, {"Cancel", std::nullopt, true}};
+  const auto escape = [](NSWindow* sheet) { press(sheet, kEscape); };
+  for (const auto& [alert, name] :
+       {std::pair(asking(), "asked"), std::pair(other, "other"), std::pair(telling("Told"), "told")}) {
+    EXPECT_TRUE(answering([&, alert = alert, name = name] { begin(alert, name); }, Answer(escape)));
+    waitForAll();
+  }
+  EXPECT_EQ(ended, (Ended{"asked 1001", "other 1001", "told 1000"}));
+  AlertResult result;
+  EXPECT_TRUE(answering([&] { result = dialogs.runModalAlert(asking()); }, Answer(escape)));
+  EXPECT_EQ(result.returnCode, 1001);
+}
+
 TEST_F(AppKitDialogsTest, SheetsOpenOneAfterAnother) {
   const auto pressing = [](const char* title) {
     return Answer([title](NSWindow* sheet) { [buttonTitled([sheet contentView], title) performClick:nil]; });

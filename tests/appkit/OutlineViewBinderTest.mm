@@ -169,6 +169,29 @@ TEST_F(AppKitOutline, TheRowsAreTheControls) {
   picture(window, "outline");
 }
 
+TEST_F(AppKitOutline, WithoutRowsItsPlaceStandsEmptyButForThePlaceholder) {
+  const auto pixels = [this] {
+    [window display];
+    [view lockFocus];
+    NSBitmapImageRep* seen =
+        [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[view visibleRect]] autorelease];
+    [view unlockFocus];
+    return [seen representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]];
+  };
+  tree.top = Array::make();
+  outline.reloadData();
+  NSData* empty = pixels();
+  outline.setPlaceholder("No plugins are installed.");
+  NSData* named = pixels();
+  EXPECT_FALSE([named isEqual:empty]) << "the placeholder is not drawn";
+  picture(window, "outline without rows");
+  tree.top = Tree::strings({"first"});
+  outline.reloadData();
+  NSData* filled = pixels();
+  outline.setPlaceholder("");
+  EXPECT_TRUE([pixels() isEqual:filled]) << "the placeholder stands among rows";
+}
+
 TEST_F(AppKitOutline, TheTriangleOpensAndCloses) {
   clickTriangle(0);
   EXPECT_FALSE(outline.isItemExpanded(outline.itemAtRow(0)));

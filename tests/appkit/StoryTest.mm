@@ -70,6 +70,8 @@ class AppKitStory : public AppKitPaneTest, public ::testing::WithParamInterface<
       test::press([view(control) window], " ");
     }
   }
+  /// The mouse has them too; the keyboard has the box.
+  void useWordsBeside(const Button& words, const Button& box) { use(byMouse() ? words : box); }
   void put(const TextField& field, const std::string& text) {
     if (byMouse()) {
       fill(field, text);
@@ -315,11 +317,11 @@ void AppKitStory::useVolumes() {
 void AppKitStory::useWarnings() {
   use(options().bootVolumeWarningCheckbox);
   EXPECT_EQ(stored(demo.paths.rootCapacitySettings, "Plugin_Enabled"), flag(false));
-  use(options().bootVolumeWarningTrailingButton);
+  useWordsBeside(options().bootVolumeWarningTrailingButton, options().bootVolumeWarningCheckbox);
   putAndConfirm(options().bootVolumeFullTextField, "80");
   use(options().timeMachineWarningCheckbox);
   EXPECT_EQ(stored(demo.paths.timeMachineSettings, "Plugin_Enabled"), flag(false));
-  use(options().timeMachineWarningTrailingButton);
+  useWordsBeside(options().timeMachineWarningTrailingButton, options().timeMachineWarningCheckbox);
   putAndConfirm(options().timeMachineInactiveTextField, "14");
   use(options().automountCheckbox);
   EXPECT_EQ(stored(demo.paths.autoDiskMount, "AutomountDisksWithoutUserLogin"), flag(true));

@@ -27,6 +27,21 @@ TEST(Button, AClickOnACheckBoxChangesTheStateThenTellsTheBindingThenTheAction) {
   EXPECT_EQ(calls, (std::vector<std::string>{"change off", "edit off", "action off"}));
 }
 
+TEST(Button, OfTheLabelsOnlyALinkAndAPictureThatDoSomethingTakeTheKeyboard) {
+  TextAttributes underlined;
+  underlined.underlined = true;
+  Button link(ButtonKind::Label), words(ButtonKind::Label, "percent full"), picture(ButtonKind::Label);
+  link.setAttributedTitle(AttributedText("support", underlined));
+  for (const Button* label : {&link, &words, &picture})
+    EXPECT_FALSE(label->takesKeyboard()) << label->title();
+  for (Button* label : {&link, &words, &picture}) label->action = [](Button&) {};
+  EXPECT_TRUE(link.takesKeyboard());
+  EXPECT_FALSE(words.takesKeyboard());
+  EXPECT_TRUE(picture.takesKeyboard());
+  for (const ButtonKind kind : {ButtonKind::Push, ButtonKind::CheckBox})
+    EXPECT_TRUE(Button(kind, "Run").takesKeyboard());
+}
+
 TEST(Button, AClickTurnsAMixedCheckBoxOn) {
   Button button(ButtonKind::CheckBox);
   button.setState(ButtonState::Mixed);

@@ -38,6 +38,8 @@ inline NSColor* linkTextColor() { return [NSColor linkColor]; }
 inline NSArray* commonModes() { return [NSArray arrayWithObject:NSRunLoopCommonModes]; }
 /// Tells assistive technology what a view is called.
 inline void setSpokenName(NSView* view, NSString* name) { [view setAccessibilityLabel:name]; }
+/// Keeps it from a view that nobody sees.
+inline void hideFromSpeech(NSView* view) { [view setAccessibilityElement:NO]; }
 #else
 inline constexpr NSAlertStyle kWarningStyle = NSWarningAlertStyle;
 inline constexpr NSAlertStyle kInformationalStyle = NSInformationalAlertStyle;
@@ -66,6 +68,7 @@ inline NSArray* commonModes() {
       arrayWithObjects:NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode, nil];
 }
 inline void setSpokenName(NSView* /*view*/, NSString* /*name*/) {}  // there is no such interface
+inline void hideFromSpeech(NSView* /*view*/) {}
 #endif
 
 }  // namespace corvane::appkit

@@ -29,9 +29,10 @@ class System {
 [[nodiscard]] std::uint32_t heldModifierFlags();
 /// The system's icon for a file type code; nil when it has none.
 [[nodiscard]] NSImage* iconForTypeCode(const std::string& typeCode);
-/// Makes an alert, which is shown right after this call, ready: with the accessory (nil for none) in it, and
-/// with the keyboard where Return presses the button that has it as its key.
-void prepareAlert(NSAlert* alert, NSView* accessory);
+/// Makes an alert, which is shown right after this call, ready: with the accessory (nil for none) in it, with
+/// the keyboard where Return presses the button that has it as its key, and with a button (nil for none) that
+/// is not seen, whose key presses its target among the alert's buttons.
+void prepareAlert(NSAlert* alert, NSView* accessory, NSButton* key);
 /// Opens the menu of a cell for who uses the keyboard. The cell's action is sent when an item was chosen,
 /// then `closed` is called; it is called too when none was chosen.
 void openMenu(NSPopUpButtonCell* cell, NSRect frame, NSView* view, std::function<void()> closed);

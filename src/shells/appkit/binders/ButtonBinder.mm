@@ -19,7 +19,7 @@ void ButtonBinder::show() {
     // A label that does nothing is a text, which is never shown as disabled.
     const TextStyle style{[widget_ font], [widget_ alignment], button_.enabled() || !button_.action};
     [widget_ setAttributedTitle:toNSAttributedString(button_.attributedTitle(), style)];
-    [[widget_ cell] setRefusesFirstResponder:!button_.action];
+    [[widget_ cell] setRefusesFirstResponder:!button_.takesKeyboard()];
     return;
   }
   [widget_ setTitle:toNSString(button_.title())];

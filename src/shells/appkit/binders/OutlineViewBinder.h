@@ -45,6 +45,7 @@ class OutlineViewBinder final : public Binder, private OutlineTreeOwner {
   bool showsTriangle(NSInteger row) override;
   NSRect frameOfControl(NSInteger column, NSInteger row, NSRect cell) override;
   bool highlightsSelection() const override { return outline_.highlightsSelection(); }
+  NSAttributedString* placeholder() override;
   bool isTypedIn(NSInteger column, NSInteger row) override;
   void activate(NSInteger row) override;
   void disclose(NSInteger row, bool open) override;

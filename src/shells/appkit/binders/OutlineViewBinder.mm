@@ -268,6 +268,11 @@ NSRect OutlineViewBinder::frameOfControl(NSInteger column, NSInteger row, NSRect
   return cell;
 }
 
+NSAttributedString* OutlineViewBinder::placeholder() {
+  if (outline_.numberOfRows() > 0) return nil;
+  return toNSAttributedString(AttributedText(outline_.placeholder()), {controlFont(), kCentered, false});
+}
+
 bool OutlineViewBinder::isTypedIn(NSInteger column, NSInteger row) {
   const OutlineItem item = itemAt(row);
   return item &&

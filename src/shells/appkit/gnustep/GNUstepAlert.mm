@@ -38,18 +38,29 @@ void giveKeyboardToDefault(NSWindow* panel) {
   }
 }
 
+/// The panel has buttons of its own in the place of the alert's.
+void addKey(NSWindow* panel, NSButton* key) {
+  for (NSView* view in [[panel contentView] subviews]) {
+    if (isAnswer(view) && [[(NSButton*)view title] isEqual:[[key target] title]]) [key setTarget:view];
+  }
+  [[panel contentView] addSubview:key];
+}
+
 }  // namespace
 
 // The panel is made only when it opens, and that call returns when it has closed: from inside its loop, then.
-void prepareAlert(NSAlert* alert, NSView* accessory) {
+void prepareAlert(NSAlert* alert, NSView* accessory, NSButton* key) {
   [alert retain];
   [accessory retain];
-  callSoon([alert, accessory] {
+  [key retain];
+  callSoon([alert, accessory, key] {
     if (NSWindow* panel = [alert window]) {
       if (accessory != nil) addAccessory(panel, accessory);
+      if (key != nil) addKey(panel, key);
       giveKeyboardToDefault(panel);
       [panel display];
     }
+    [key release];
     [accessory release];
     [alert release];
   });

@@ -39,8 +39,9 @@ NSImage* iconForTypeCode(const std::string& typeCode) {
   return [[NSWorkspace sharedWorkspace] iconForFileType:NSFileTypeForHFSTypeCode(numberOf(typeCode))];
 }
 
-void prepareAlert(NSAlert* alert, NSView* accessory) {
+void prepareAlert(NSAlert* alert, NSView* accessory, NSButton* key) {
   if (accessory != nil) [alert setAccessoryView:accessory];
+  if (key != nil) [[[alert window] contentView] addSubview:key];
 }
 
 void openMenu(NSPopUpButtonCell* cell, NSRect frame, NSView* view, std::function<void()> closed) {

@@ -27,7 +27,9 @@ class Alert {
 
  private:
   NSAlert* alert_;
-  NSButton* accessory_;  // nil for none
+  NSButton* accessory_;     // nil for none
+  NSButton* escape_ = nil;  // nil for none
+  NSInteger escapeCode_ = 0;
 };
 
 class AlertSheet final : public SheetStage::Sheet {

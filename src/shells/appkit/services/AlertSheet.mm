@@ -49,6 +49,20 @@ NSButton* makeAccessory(const AlertCheckBox& description) {
   return box;
 }
 
+/// A button has one key. This one, which is not to be seen, has Escape and presses the button that cancels,
+/// which may have Return. The caller releases it.
+NSButton* makeEscapeKey(NSButton* cancels) {
+  NSButton* key = [[NSButton alloc] initWithFrame:NSZeroRect];
+  [key setTitle:@""];
+  [key setTransparent:YES];
+  [[key cell] setRefusesFirstResponder:YES];
+  hideFromSpeech(key);
+  [key setKeyEquivalent:@"\x1b"];
+  [key setTarget:cancels];
+  [key setAction:@selector(performClick:)];
+  return key;
+}
+
 }  // namespace
 
 Alert::Alert(const AlertDescription& description)
@@ -64,21 +78,26 @@ Alert::Alert(const AlertDescription& description)
   for (const AlertButton& button : description.buttons) {
     NSButton* shown = [alert_ addButtonWithTitle:toNSString(button.title)];
     if (button.keyEquivalent) [shown setKeyEquivalent:toNSString(*button.keyEquivalent)];
+    if (&button != escapeButton(description)) continue;
+    escape_ = makeEscapeKey(shown);
+    escapeCode_ = kAlertFirstButtonReturn + (&button - description.buttons.data());
   }
 }
 
 Alert::~Alert() {
+  [escape_ removeFromSuperview];
+  [escape_ release];
   [accessory_ release];
   [alert_ release];
 }
 
 AlertResult Alert::runModal() {
-  prepareAlert(alert_, accessory_);
+  prepareAlert(alert_, accessory_, escape_);
   return resultOf([alert_ runModal]);
 }
 
 void Alert::beginSheet(NSWindow* parent, CorvaneAlertEnd* delegate) {
-  prepareAlert(alert_, accessory_);
+  prepareAlert(alert_, accessory_, escape_);
   // Nothing may follow this call: on one system it returns at once, on the other when the alert has ended.
   [alert_ beginSheetModalForWindow:parent
                      modalDelegate:delegate
@@ -86,8 +105,10 @@ void Alert::beginSheet(NSWindow* parent, CorvaneAlertEnd* delegate) {
                        contextInfo:nullptr];
 }
 
+// The toolkit may end an alert without a button, as GNUstep does on Escape.
 AlertResult Alert::resultOf(NSInteger code) const {
-  return {static_cast<int>(code), accessory_ != nil && [accessory_ state] == kOn};
+  const NSInteger answer = code < kAlertFirstButtonReturn ? escapeCode_ : code;
+  return {static_cast<int>(answer), accessory_ != nil && [accessory_ state] == kOn};
 }
 
 AlertSheet::AlertSheet(SheetStage& stage, const AlertDescription& description, Ended ended)

@@ -14,6 +14,8 @@ class OutlineTreeOwner {
   /// Where the control of a cell stands in the cell's place.
   [[nodiscard]] virtual NSRect frameOfControl(NSInteger column, NSInteger row, NSRect cell) = 0;
   [[nodiscard]] virtual bool highlightsSelection() const = 0;
+  /// What stands in the place of the rows; nil while there are some.
+  [[nodiscard]] virtual NSAttributedString* placeholder() = 0;
   [[nodiscard]] virtual bool isTypedIn(NSInteger column, NSInteger row) = 0;
   /// Uses the control of the row, in whatever column it stands.
   virtual void activate(NSInteger row) = 0;

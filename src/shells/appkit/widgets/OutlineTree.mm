@@ -18,9 +18,18 @@
   if (owner_ == nullptr || owner_->highlightsSelection()) [super highlightSelectionInClipRect:rect];
 }
 
+- (void)drawPlaceholder {
+  NSAttributedString* text = owner_ != nullptr ? owner_->placeholder() : nil;
+  if (text == nil) return;
+  const NSRect seen = [self visibleRect];
+  const NSSize size = [text size];
+  [text drawAtPoint:NSMakePoint(NSMidX(seen) - size.width / 2, NSMidY(seen) - size.height / 2)];
+}
+
 // A frame for the row that the keyboard is on, where no other mark is wanted.
 - (void)drawRect:(NSRect)rect {
   [super drawRect:rect];
+  [self drawPlaceholder];
   const bool hasKeyboard = [[self window] firstResponder] == self;
   if (!hasKeyboard || owner_ == nullptr || owner_->highlightsSelection() || [self selectedRow] < 0) return;
   [[NSColor selectedControlColor] set];

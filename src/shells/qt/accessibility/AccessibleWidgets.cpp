@@ -40,7 +40,7 @@ class AccessibleLabelButton final : public QAccessibleWidget {
   explicit AccessibleLabelButton(LabelButton& button) : QAccessibleWidget(&button), button_(button) {}
 
   [[nodiscard]] QAccessible::Role role() const override {
-    return isLink() ? QAccessible::Link : QAccessible::StaticText;
+    return button_.isLink() ? QAccessible::Link : QAccessible::StaticText;
   }
   [[nodiscard]] QString text(QAccessible::Text kind) const override {
     const QString own = QAccessibleWidget::text(kind);
@@ -48,7 +48,7 @@ class AccessibleLabelButton final : public QAccessibleWidget {
   }
   [[nodiscard]] QStringList actionNames() const override {
     QStringList names = QAccessibleWidget::actionNames();
-    if (isLink() && button_.isEnabled()) names.prepend(pressAction());
+    if (button_.isLink() && button_.isEnabled()) names.prepend(pressAction());
     return names;
   }
   void doAction(const QString& name) override {
@@ -60,8 +60,6 @@ class AccessibleLabelButton final : public QAccessibleWidget {
   }
 
  private:
-  [[nodiscard]] bool isLink() const { return button_.isActive() && button_.isLink(); }
-
   LabelButton& button_;
 };
 

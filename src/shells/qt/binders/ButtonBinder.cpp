@@ -29,7 +29,7 @@ void ButtonBinder::act() {
 void ButtonBinder::show() {
   if (auto* label = qobject_cast<LabelButton*>(&widget_)) {
     label->setAttributedText(button_.attributedTitle());
-    label->setActive(static_cast<bool>(button_.action));
+    label->setLink(button_.takesKeyboard());
   } else if (!button_.title().empty()) {
     widget_.setText(withoutShortcuts(toQString(button_.title())));
   }

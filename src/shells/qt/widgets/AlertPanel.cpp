@@ -74,7 +74,7 @@ AlertPanel::AlertPanel(const AlertDescription& alert, const QString& note, QWidg
   ui_->note->setAccessibleName(note);
   ui_->note->setVisible(!note.isEmpty());
   if (alert.accessory) addAccessory(*alert.accessory);
-  addButtons(alert.buttons);
+  addButtons(alert);
 }
 
 AlertPanel::~AlertPanel() = default;
@@ -91,9 +91,9 @@ void AlertPanel::addAccessory(const AlertCheckBox& checkBox) {
   ui_->accessoryLayout->addWidget(accessory_);
 }
 
-void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
-  for (std::size_t index = 0; index < buttons.size(); ++index) {
-    const AlertButton& description = buttons[index];
+void AlertPanel::addButtons(const AlertDescription& alert) {
+  for (std::size_t index = 0; index < alert.buttons.size(); ++index) {
+    const AlertButton& description = alert.buttons[index];
     auto* button = new PushButton(withoutShortcuts(toQString(description.title)), this);
     button->setObjectName(toQString("button " + description.title));
     button->setAccessibleName(toQString(description.title));
@@ -104,9 +104,8 @@ void AlertPanel::addButtons(const std::vector<AlertButton>& buttons) {
     // By the platform's rule the first button has the Return key unless the alert says otherwise.
     const std::string key = description.keyEquivalent.value_or(index == 0 ? kReturnKey : "");
     if (key == kReturnKey && default_ == nullptr) default_ = button;
-    if (description.cancels) cancel_ = button;
+    if (&description == escapeButton(alert)) cancel_ = button;
   }
-  if (buttons_.size() == 1) cancel_ = buttons_.front();
   if (cancel_ != nullptr) cancel_->setEscapes(true);
   // The Tab key goes from the left to the right.
   for (std::size_t index = buttons_.size(); index-- > 1;) setTabOrder(buttons_[index], buttons_[index - 1]);

@@ -37,7 +37,7 @@ class AlertPanel final : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void addButtons(const std::vector<AlertButton>& buttons);
+  void addButtons(const AlertDescription& alert);
   void addAccessory(const AlertCheckBox& checkBox);
   void finish(int index);
 

@@ -1,7 +1,6 @@
 #include "widgets/LabelButton.h"
 
 #include <QPainter>
-#include <algorithm>
 
 #include "AttributedTextLayout.h"
 #include "Fonts.h"
@@ -21,40 +20,30 @@ int inset() { return toPoints(2) > 2 ? 1 : 2; }
 LabelButton::LabelButton(QWidget* parent) : PaintedButton(parent) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setForegroundRole(QPalette::WindowText);
-  setActive(false);
+  setLink(false);
 }
 
 void LabelButton::setAttributedText(const AttributedText& text) {
   if (text == text_ && !this->text().isEmpty()) return;
   text_ = text;
   setText(toQString(text.text));  // for assistive technology; painting uses the styled text
-  showShape();
   updateGeometry();
   update();
 }
 
-void LabelButton::setActive(bool active) {
-  isActive_ = active;
-  showShape();
-}
-
-bool LabelButton::isLink() const {
-  return std::any_of(text_.runs.begin(), text_.runs.end(),
-                     [](const auto& run) { return run.attributes.underlined; });
+void LabelButton::setLink(bool link) {
+  isLink_ = link;
+  setFocusPolicy(link ? Qt::StrongFocus : Qt::NoFocus);
+  if (link) {
+    setCursor(Qt::PointingHandCursor);
+  } else {
+    unsetCursor();
+  }
 }
 
 void LabelButton::showAsPath() {
   isPath_ = true;
   offerCopy(*this, [this] { return text(); });
-}
-
-void LabelButton::showShape() {
-  setFocusPolicy(isLink() && isActive() ? Qt::StrongFocus : Qt::NoFocus);
-  if (isLink() && isActive()) {
-    setCursor(Qt::PointingHandCursor);
-  } else {
-    unsetCursor();
-  }
 }
 
 void LabelButton::setAlignment(Qt::Alignment alignment) {

@@ -1,5 +1,5 @@
-// A label that can be clicked: shows a styled text without a frame, takes the mouse and the keyboard when it
-// does something.
+// A label that can be clicked: shows a styled text without a frame, takes the mouse, and the keyboard when it
+// is a link.
 #pragma once
 
 #include "values/AttributedText.h"
@@ -14,14 +14,11 @@ class LabelButton final : public PaintedButton {
   explicit LabelButton(QWidget* parent = nullptr);
 
   void setAttributedText(const AttributedText& text);
-  /// Whether a click does something. Of those that do only a link has the keyboard: any other clickable text
-  /// belongs to a control that has it itself.
-  void setActive(bool active);
-  [[nodiscard]] bool isActive() const { return isActive_; }
+  /// A link takes the keyboard, and shows that it can be clicked.
+  void setLink(bool link);
+  [[nodiscard]] bool isLink() const { return isLink_; }
   /// Shortens a text that has no room in its middle, as paths are, and lets it be copied whole.
   void showAsPath();
-  /// Whether it looks like one.
-  [[nodiscard]] bool isLink() const;
   void setAlignment(Qt::Alignment alignment);
 
   [[nodiscard]] QSize sizeHint() const override;
@@ -31,11 +28,8 @@ class LabelButton final : public PaintedButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  /// The hand over a link, and the keyboard.
-  void showShape();
-
   AttributedText text_;
-  bool isActive_ = false;
+  bool isLink_ = false;
   bool isPath_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft;
 };

@@ -33,7 +33,7 @@ extern "C" {
 // https://developer.apple.com/documentation/appkit/nsaccessibilityprotocol
 @protocol NSAccessibility <NSObject>
 - (void)setAccessibilityLabel:(NSString*)label;
-- (NSString*)accessibilityLabel;
+- (void)setAccessibilityElement:(BOOL)isElement;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsview
@@ -223,6 +223,7 @@ enum { NSLeftArrowFunctionKey = 0xF702, NSRightArrowFunctionKey = 0xF703 };
 @property (copy) NSString* keyEquivalent;
 @property (retain) NSImage* image;
 @property (getter=isBordered) BOOL bordered;
+@property (getter=isTransparent) BOOL transparent;
 @property NSBezelStyle bezelStyle;
 @property NSControlStateValue state;
 @property BOOL allowsMixedState;
@@ -606,6 +607,7 @@ typedef enum : NSInteger { NSUnderlineStyleSingle = 1 } NSUnderlineStyle;
 // https://developer.apple.com/documentation/foundation/nsattributedstring/size()
 @interface NSAttributedString (Drawing)
 - (NSSize)size;
+- (void)drawAtPoint:(NSPoint)point;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsgraphicscontext
