@@ -358,6 +358,19 @@ TEST_F(WhichTree, ASheetSaysBelowItsOwnTextsWhichTreeItIsAbout) {
   EXPECT_TRUE(sheet()->accessibleDescription().endsWith(tree));
 }
 
+TEST_F(WhichTree, ALongPathIsShortenedInItsMiddleAndToldWholeByTheTip) {
+  open();
+  auto& field = widget<qt::FittedLabel>("treeField");
+  const auto pictureOf = [&](char middle, char end) {
+    field.setText(q("disk — /" + std::string(100, 'm') + middle + std::string(100, 'm') + "/the end " + end));
+    return field.grab().toImage();
+  };
+  const QImage picture = pictureOf('1', '1');
+  EXPECT_TRUE(field.isCut());
+  EXPECT_EQ(pictureOf('2', '1'), picture) << "the middle is shown";
+  EXPECT_NE(pictureOf('1', '2'), picture) << "the end is not shown";
+}
+
 TEST_F(WhichTree, TheLineOfTheTreeLeavesTheTabsTheirRoom) {
   open();
   EXPECT_EQ(widget("tabView").height(), 420);

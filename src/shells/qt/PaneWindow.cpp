@@ -57,6 +57,7 @@ void PaneWindow::bindFrameTo(PaneView& view) {
 
 void PaneWindow::setTree(const QString& tree) {
   tree_ = tree;
+  ui_->treeField->showAsPath();
   ui_->treeField->setText(tree);
   ui_->treeField->setVisible(!tree.isEmpty());
   if (tree.isEmpty()) return;

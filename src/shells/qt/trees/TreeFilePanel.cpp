@@ -44,6 +44,7 @@ TreeFilePanel::TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescr
     if (auto* widget = findChild<QWidget*>(QLatin1String(part))) widget->hide();
   }
   placeLabel_->setObjectName(QStringLiteral("place"));
+  placeLabel_->showAsPath();
   if (auto* places = findChild<QComboBox*>(QStringLiteral("lookInCombo"))) {
     delete layout()->replaceWidget(places, placeLabel_);
     places->hide();

@@ -13,6 +13,8 @@ class QLineEdit;
 
 namespace corvane::qt {
 
+class FittedLabel;
+
 /// What the panel of the description asks for: "Choose a file".
 [[nodiscard]] QString panelTitle(const OpenPanelDescription& description);
 
@@ -53,7 +55,7 @@ class TreeFilePanel final : public QFileDialog {
   QString root_;
   QString place_;  // the last folder inside
   QStringList chosen_;
-  QLabel* placeLabel_;
+  FittedLabel* placeLabel_;
   QLabel* refusal_;
   QLineEdit* name_ = nullptr;
 };

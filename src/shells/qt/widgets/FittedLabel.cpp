@@ -6,12 +6,19 @@
 
 #include "AttributedTextLayout.h"
 #include "Text.h"
+#include "TextLine.h"
+#include "widgets/CopyMenu.h"
 
 namespace corvane::qt {
 
 FittedLabel::FittedLabel(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+}
+
+void FittedLabel::showAsPath() {
+  isPath_ = true;
+  offerCopy(*this, [this] { return text(); });
 }
 
 QSize FittedLabel::sizeHint() const {
@@ -27,8 +34,9 @@ bool FittedLabel::event(QEvent* event) {
 
 void FittedLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const AttributedTextLayout layout(AttributedText(fromQString(text())), font(), palette(), color());
-  isCut_ = !layout.draw(painter, rect(), Qt::AlignLeft);
+  const QString shown = isPath_ ? shortenedPath(text(), font(), width()) : text();
+  const AttributedTextLayout layout(AttributedText(fromQString(shown)), font(), palette(), color());
+  isCut_ = !layout.draw(painter, rect(), Qt::AlignLeft) || shown != text();
 }
 
 }  // namespace corvane::qt

@@ -12,6 +12,8 @@ class FittedLabel : public QLabel {
  public:
   explicit FittedLabel(QWidget* parent = nullptr);
 
+  /// Shortens a text that has no room in its middle, as paths are, and lets it be copied whole.
+  void showAsPath();
   /// Whether the text, as it was painted last, does not fit.
   [[nodiscard]] bool isCut() const { return isCut_; }
   /// One line of some characters; a layout gives more.
@@ -25,6 +27,7 @@ class FittedLabel : public QLabel {
   [[nodiscard]] virtual QColor color() const { return palette().color(QPalette::WindowText); }
 
  private:
+  bool isPath_ = false;
   bool isCut_ = false;
 };
 
