@@ -31,7 +31,8 @@ function __corvanectl_at
     set -l given (__corvanectl_given)
     test (count $given) -eq $argv[1]; or return 1
     for i in (seq 2 (count $argv))
-        contains -- "$given[(math $i - 1)]" (string split , -- $argv[$i]); or return 1
+        set -l place (math $i - 1)
+        contains -- "$given[$place]" (string split , -- $argv[$i]); or return 1
     end
 end
 
@@ -40,17 +41,22 @@ function __corvanectl_in
     test (count $given) -ge 1; and contains -- $given[1] $argv
 end
 
+# Whether the next word is a name and not the value of one.
+function __corvanectl_names
+    test (math (count (__corvanectl_given)) % 2) = 1
+end
+
 complete -c corvanectl -f
 complete -c corvanectl -l root -x -a '(__fish_complete_directories)' -d 'Look for the client below this folder'
 complete -c corvanectl -l json -d 'Print JSON'
 complete -c corvanectl -s h -l help -d 'Show help'
 complete -c corvanectl -l version -d 'Show the version'
 complete -c corvanectl -n '__corvanectl_at 0' -a 'help status get set volumes plugins run update uninstall watch check'
-complete -c corvanectl -n '__corvanectl_in get set' -a '(__corvanectl_ask get | cut -f 1)'
+complete -c corvanectl -n '__corvanectl_in set; and __corvanectl_names; or __corvanectl_in get' -a '(__corvanectl_ask get | cut -f 1)'
 complete -c corvanectl -n '__corvanectl_at 1 volumes' -a 'set purge'
 complete -c corvanectl -n '__corvanectl_at 1 volumes' -l all -d 'Those of the system too'
 complete -c corvanectl -n '__corvanectl_at 2 volumes set,purge' -a '(__corvanectl_ask volumes | tail -n +2 | cut -f 1)'
-complete -c corvanectl -n '__corvanectl_in volumes; and test (count (__corvanectl_given)) -gt 2' -a 'absence.warn absence.minutes usage.warn usage.percent'
+complete -c corvanectl -n '__corvanectl_in volumes; and contains -- (__corvanectl_given)[2] set; and test (count (__corvanectl_given)) -gt 2; and __corvanectl_names' -a 'absence.warn absence.minutes usage.warn usage.percent'
 complete -c corvanectl -n '__corvanectl_at 1 plugins' -a 'show enable disable set add remove test'
 complete -c corvanectl -n '__corvanectl_at 2 plugins' -a '(__corvanectl_ask plugins | cut -f 1)'
 complete -c corvanectl -n '__corvanectl_at 3 plugins set,add,remove' -a '(__corvanectl_ask plugins show (__corvanectl_given)[3] | string match -r "^  [^\t]*" | string trim)'
