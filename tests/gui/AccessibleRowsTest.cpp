@@ -266,13 +266,30 @@ TEST_F(AccessibleRows, ThatALockHasClosedIsToldOfWhatCanNoLongerBeChanged) {
   openTab();
   for (const char* title : {"Title", "Tick", "Text"}) static_cast<void>(optionThing(title));
   static_cast<void>(valueThing("Text"));
+  static_cast<void>(valueThing("Menu").child(1));
   listener.forget();
   click(widget("authView"));
   ASSERT_TRUE(eventually([this] { return valueThing("Text").state().disabled; }));
   const QStringList told = listener.toldNames(QAccessible::StateChanged);
   EXPECT_EQ(told.count(QStringLiteral("Tick")), 1);
   EXPECT_EQ(told.count(QStringLiteral("Text")), 1) << "the field alone, not the option above it";
+  EXPECT_EQ(told.count(QStringLiteral("Second")), 1) << "an item of the menu";
   EXPECT_FALSE(told.contains(QStringLiteral("Title")));
+}
+
+TEST_F(AccessibleRows, WhatOnlyRootMayReadIsToldToBeGoneWhenTheLockCloses) {
+  Dictionary option = options.at(6).asDictionary();
+  ASSERT_EQ(*option.string("SettingTitle"), "Text");
+  option.set("SettingStoragePath", text("/var/root/text.plist"));
+  std::filesystem::create_directories(paths.onDisk("/var/root"));
+  writePlist(paths.onDisk("/var/root/text.plist"), Dictionary::make({{"Text", text("secret")}}));
+  Listener listener;
+  openTab();
+  ASSERT_EQ(valueThing("Text").text(QAccessible::Value), QStringLiteral("secret"));
+  listener.forget();
+  click(widget("authView"));
+  ASSERT_TRUE(eventually([this] { return valueThing("Text").text(QAccessible::Value).isEmpty(); }));
+  EXPECT_TRUE(listener.toldNames(QAccessible::ValueChanged).contains(QStringLiteral("Text")));
 }
 
 TEST_F(AccessibleRows, NothingIsDoneToARowBehindASheetOrOnAHiddenTab) {

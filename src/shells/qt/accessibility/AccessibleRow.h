@@ -16,6 +16,8 @@ class AccessibleRow final : public QAccessibleInterface,
                             private QAccessibleEditableTextInterface {
  public:
   AccessibleRow(AccessibleRows& rows, OutlineItem item);
+  /// The items of its menu that were asked for, by their index.
+  [[nodiscard]] const std::map<int, QAccessible::Id>& choices() const { return choices_; }
   ~AccessibleRow() override;
 
   [[nodiscard]] bool isValid() const override;
@@ -72,7 +74,7 @@ class AccessibleRow final : public QAccessibleInterface,
 
   AccessibleRows& rows_;
   OutlineItem item_;
-  mutable std::map<int, QAccessible::Id> choices_;  // of a menu, those that were asked for
+  mutable std::map<int, QAccessible::Id> choices_;
 };
 
 }  // namespace corvane::qt

@@ -117,8 +117,13 @@ void AccessibleRows::tellWhetherEnabled() {
   QAccessible::State changed;
   changed.disabled = true;
   for (const auto& [row, known] : rows_) {
-    if (known.told.isForChanges())
-      tell(QAccessibleStateChangeEvent(QAccessible::accessibleInterface(known.id), changed));
+    if (!known.told.isForChanges()) continue;
+    QAccessibleInterface* thing = QAccessible::accessibleInterface(known.id);
+    tell(QAccessibleStateChangeEvent(thing, changed));
+    for (const auto& [index, choice] : static_cast<const AccessibleRow*>(thing)->choices())
+      tell(QAccessibleStateChangeEvent(QAccessible::accessibleInterface(choice), changed));
+    // What only root may read has gone; what is read from now on comes with rows of its own.
+    if (!outline_.enabled()) tellChangesOf(known.item);
   }
 }
 
