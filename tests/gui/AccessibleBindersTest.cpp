@@ -203,6 +203,22 @@ TEST_F(AccessibleBinders, NothingIsToldOfWhatHasNotChanged) {
   delete text;
 }
 
+TEST_F(AccessibleBinders, AToolTipIsReadAsItStandsAndToldWhenItChanges) {
+  Button path(ButtonKind::Label, "/Volumes/a");
+  path.setToolTip("/Volumes/a");
+  auto* widget = new qt::LabelButton(&window);
+  new qt::ButtonBinder(path, *widget);
+  show();
+  const Listener listener;
+  path.setToolTip("/Volumes/<b>b</b>");
+  EXPECT_EQ(accessible(*widget).text(QAccessible::Description), QStringLiteral("/Volumes/<b>b</b>"));
+  EXPECT_EQ(listener.toldNames(QAccessible::DescriptionChanged).size(), 1);
+  path.setToolTip("");
+  EXPECT_EQ(accessible(*widget).text(QAccessible::Description), QString());
+  EXPECT_EQ(listener.toldNames(QAccessible::DescriptionChanged).size(), 2);
+  delete widget;
+}
+
 class Volumes final : public TableViewDataSource {
  public:
   int numberOfRowsInTableView(const TableView& /*table*/) override { return 3; }

@@ -25,11 +25,20 @@ Binder::~Binder() { control_.onChange = nullptr; }
 
 void Binder::refresh() {
   setSpokenName(namedWidget(), toQString(control_.accessibleName()));
-  widget_.setToolTip(plainToolTip(control_.toolTip()));
+  showToolTip();
   show();
   enableOrDisable();
   showOrHide();
   place();
+}
+
+/// The toolkit would let assistive technology read the tool tip as it was made for showing, and tell of no
+/// other one.
+void Binder::showToolTip() {
+  const QString toolTip = plainToolTip(control_.toolTip());
+  if (toolTip == widget_.toolTip()) return;
+  widget_.setToolTip(toolTip);
+  setSpokenDescription(widget_, toQString(control_.toolTip()));
 }
 
 bool Binder::isInReach() const {

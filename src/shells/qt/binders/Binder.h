@@ -35,6 +35,7 @@ class Binder : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void showToolTip();
   void enableOrDisable();
   void showOrHide();
   void place();
