@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "controls/Control.h"
 #include "formatters/Formatter.h"
@@ -40,6 +41,10 @@ class TextField final : public Control, private Formatter::Client {
   void setFormatter(std::shared_ptr<Formatter> formatter);
   [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
   void setPlaceholder(std::string text);
+  /// What may be typed, in words for who has typed something else: the tool tip, unless that is about
+  /// something else.
+  [[nodiscard]] const std::string& rangeText() const { return rangeText_.empty() ? toolTip() : rangeText_; }
+  void setRangeText(std::string text) { rangeText_ = std::move(text); }
 
   // The user's acts.
   /// The field would now read `proposed`. The formatter may refuse (false: the text stays) or replace it
@@ -62,6 +67,7 @@ class TextField final : public Control, private Formatter::Client {
   Role role_;
   std::string text_;
   std::string placeholder_;
+  std::string rangeText_;
   PropertyList objectValue_;
   std::shared_ptr<Formatter> formatter_;
   bool editing_ = false;

@@ -83,7 +83,7 @@ void OptionsTabView::setToolTips() {
   monitorPresenceThresholdTextField.setToolTip("A number of minutes, 1 to 60");
   for (TextField* percent : {&monitorUsageThresholdTextField, &bootVolumeFullTextField})
     percent->setToolTip(percentageTextField.stringValue());
-  timeMachineInactiveTextField.setToolTip("1 to 99 days");
+  timeMachineInactiveTextField.setRangeText("1 to 99 days");  // its tool tip is its row's
   manuallyTriggerTextField.setToolTip("0 to 99 days");
   timeOfDayTextField.setToolTip("An hour, 1 to 12");
 }

@@ -278,11 +278,17 @@ TEST_F(OptionsPage, AClickOnATextBesideACheckBoxSwitchesItAndTheTabKeyLeavesTheT
 
 TEST_F(OptionsPage, AKeyThatANumberFieldRefusesSaysWhatItTakes) {
   open();
-  auto& field = find<QLineEdit>(window, "bootVolumeFullTextField");
-  field.setFocus();
-  QTest::keyClicks(&field, QStringLiteral("x"));
-  EXPECT_EQ(QToolTip::text(), QStringLiteral("1 to 99 percent"));
-  QToolTip::hideText();
+  const auto saysAfterALetter = [this](const char* name) {
+    auto& field = find<QLineEdit>(window, name);
+    field.setFocus();
+    QTest::keyClicks(&field, QStringLiteral("x"));
+    const QString said = QToolTip::text();
+    QToolTip::hideText();
+    return said;
+  };
+  EXPECT_EQ(saysAfterALetter("bootVolumeFullTextField"), QStringLiteral("1 to 99 percent"));
+  // The tool tip of its row is about something else.
+  EXPECT_EQ(saysAfterALetter("timeMachineInactiveTextField"), QStringLiteral("1 to 99 days"));
 }
 
 TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {

@@ -37,8 +37,8 @@ std::optional<QString> TextFieldBinder::textAfter(const QString& proposed) {
 
 /// A key that does nothing would be a riddle.
 void TextFieldBinder::sayWhatIsTaken() {
-  if (!widget_.toolTip().isEmpty())
-    QToolTip::showText(widget_.mapToGlobal(QPoint(0, widget_.height() / 2)), widget_.toolTip(), &widget_);
+  if (const QString range = plainToolTip(field_.rangeText()); !range.isEmpty())
+    QToolTip::showText(widget_.mapToGlobal(QPoint(0, widget_.height() / 2)), range, &widget_);
 }
 
 void TextFieldBinder::show() {
