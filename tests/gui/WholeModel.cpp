@@ -157,7 +157,7 @@ PropertyList WholeModel::file(const std::string& path) const {
 
 void WholeModel::changeByOthers(const std::string& path, const PropertyList& contents) {
   if (files_.contains(path)) {
-    files_[path] = contents.deepCopy();
+    files_[path] = contents ? contents.deepCopy() : PropertyList();
   } else if (contents) {
     plugins.files[path] = contents.deepCopy().asDictionary();
   } else {
@@ -248,6 +248,7 @@ void WholeModel::closeLock() { plugins.unlocked = false; }
 
 void WholeModel::readAgain(Store& store) {
   const Dictionary contents = files_.at(store.file).asDictionary();
+  if (!contents) return;  // what was read before stays
   for (const std::string& key : contents.keys()) store.values.set(key, contents.value(key).deepCopy());
 }
 
@@ -311,6 +312,14 @@ void WholeModel::mountOrUnmount(std::size_t device) {
   changeByOthers(paths.diskJournal, journal());
 }
 
+std::vector<Dictionary> WholeModel::savedVolumes() const {
+  std::vector<Dictionary> saved;
+  const Array list = files_.at(paths.volumesSettings).asArray();
+  if (!list) return saved;
+  for (const PropertyList& entry : list.elements()) saved.push_back(entry.deepCopy().asDictionary());
+  return saved;
+}
+
 bool WholeModel::isMissing(const Dictionary& entry) const {
   return std::ranges::none_of(knownDevices_, [&](const Volume& device) {
     return device.isMounted && device.name == nameOf(entry) && device.path == pathOf(entry);
@@ -338,10 +347,10 @@ void WholeModel::saveOrForgetDuplicate() {
   static const Dictionary duplicate = savedVolume("Archive", "/Volumes/Old Archive");
   Array changed = Array::make();
   bool wasThere = false;
-  for (const PropertyList& entry : files_.at(paths.volumesSettings).asArray().elements()) {
-    const bool isIt = isSameVolume(entry.asDictionary(), duplicate);
+  for (const Dictionary& entry : savedVolumes()) {
+    const bool isIt = isSameVolume(entry, duplicate);
     wasThere = wasThere || isIt;
-    if (!isIt) changed.append(entry.deepCopy());
+    if (!isIt) changed.append(entry);
   }
   if (!wasThere) changed.append(duplicate.deepCopy());
   changeByOthers(paths.volumesSettings, changed);
@@ -355,8 +364,7 @@ void WholeModel::rebuildVolumes() {
   const Dictionary before = selectedVolume();
   knownDevices_ = devices;
   volumes.clear();
-  for (const PropertyList& entry : files_.at(paths.volumesSettings).asArray().elements())
-    volumes.push_back(entry.deepCopy().asDictionary());
+  for (const Dictionary& entry : savedVolumes()) volumes.push_back(entry);
   for (const Volume& device : knownDevices_) {
     const bool isOffered = device.isMounted && (showsSystemVolumes || !device.isOfTheSystem);
     const Dictionary offered = savedVolume(device.name.c_str(), device.path.c_str());

@@ -54,7 +54,8 @@ class WholeModel {
   // The files.
   [[nodiscard]] std::map<std::string, PropertyList> allFiles() const;
   [[nodiscard]] PropertyList file(const std::string& path) const;
-  /// Others put these contents there, or remove it (null).
+  /// Others put these contents there, or remove it (null). A file that can't be read is, to the pane, one
+  /// without contents.
   void changeByOthers(const std::string& path, const PropertyList& contents);
   /// The directories that have changed since they were reported last are reported.
   [[nodiscard]] std::vector<std::string> takeChangedDirectories();
@@ -131,6 +132,7 @@ class WholeModel {
   void readAgain(Store& store);
   void fillSheet();
   void rebuildVolumes();
+  [[nodiscard]] std::vector<Dictionary> savedVolumes() const;
   [[nodiscard]] Dictionary journal() const;
   void write(const std::string& path, const PropertyList& contents);
   void writeVolumes();

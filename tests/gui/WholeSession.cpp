@@ -207,8 +207,27 @@ void WholeSession::meanwhile() {
   }
 }
 
+void WholeSession::breakSomething() {
+  const std::vector<std::string> files = {
+      model_.paths.clientSettings,       model_.paths.timeMachineSettings,
+      model_.paths.rootCapacitySettings, model_.paths.autoDiskMount,
+      model_.paths.volumesSettings,      anyOf(anyOf(WholeModel::pluginDefinitions()).options).path};
+  const std::string& path = anyOf(files);
+  static const std::array<std::string, 4> kNoLists = {"", "no property list", "<plist><dict><key>Set</key>",
+                                                      "<plist><string>neither</string></plist>"};
+  say("the client breaks " + path);
+  model_.changeByOthers(path, {});
+  window_.breakByOthers(path, anyOf(kNoLists));
+}
+
 void WholeSession::clientChangesSomething() {
+  if (oneIn(8)) return breakSomething();
   const auto random = [this](int limit) { return below(limit); };
+  // One that can't be read is made anew.
+  const auto dictionaryAt = [this](const std::string& file) {
+    const Dictionary before = model_.file(file).asDictionary();
+    return before ? before.deepCopy().asDictionary() : Dictionary::make({{"Unknown", number(1)}});
+  };
   std::string path;
   PropertyList contents;
   switch (below(8)) {
@@ -219,7 +238,7 @@ void WholeSession::clientChangesSomething() {
           model_.paths.clientSettings, model_.paths.timeMachineSettings, model_.paths.rootCapacitySettings,
           model_.paths.autoDiskMount};
       path = kFiles[setting.store];
-      Dictionary changed = model_.file(path).deepCopy().asDictionary();
+      Dictionary changed = dictionaryAt(path);
       changed.set(setting.key, setting.kind == Kind::Switch   ? flag(oneIn(2))
                                : setting.kind == Kind::Number ? number(1 + below(setting.largest))
                                                               : text("theirs " + std::to_string(below(100))));
@@ -228,7 +247,7 @@ void WholeSession::clientChangesSomething() {
     }
     case 1: {
       path = model_.paths.timeMachineSettings;
-      Dictionary changed = model_.file(path).deepCopy().asDictionary();
+      Dictionary changed = dictionaryAt(path);
       changed.set("Manual_Run_Hour", text(std::to_string(below(24))));
       changed.set("Days_Until_Manual_Run", number(below(100)));
       changed.set("Enable_On_Removal", flag(oneIn(2)));
@@ -237,8 +256,9 @@ void WholeSession::clientChangesSomething() {
     }
     case 2: {
       path = model_.paths.volumesSettings;
-      Array changed = model_.file(path).deepCopy().asArray();
-      if (changed.size() == 0) return;
+      const Array before = model_.file(path).asArray();
+      if (!before || before.size() == 0) return;
+      Array changed = before.deepCopy().asArray();
       Dictionary entry = changed.elements()[static_cast<std::size_t>(below(static_cast<int>(changed.size())))]
                              .asDictionary();
       entry.set("PresenceThreshold", number(1 + below(60)));
@@ -259,7 +279,7 @@ void WholeSession::clientChangesSomething() {
       return;
     case 4: {
       path = PluginsModel::settingsOf(anyOf(WholeModel::pluginDefinitions()).name);
-      Dictionary changed = model_.file(path).deepCopy().asDictionary();
+      Dictionary changed = dictionaryAt(path);
       changed.set("PrefPaneVisibility", flag(!oneIn(3)));
       if (oneIn(2)) changed.set("Plugin_Enabled", flag(oneIn(2)));
       contents = changed;
@@ -269,8 +289,7 @@ void WholeSession::clientChangesSomething() {
       const ModelOption& option = anyOf(anyOf(WholeModel::pluginDefinitions()).options);
       path = option.path;
       if (oneIn(8)) break;  // it is removed
-      const Dictionary before = model_.file(path).asDictionary();
-      Dictionary changed = before ? before.deepCopy().asDictionary() : Dictionary::make();
+      Dictionary changed = dictionaryAt(path);
       changed.set(option.key, oneIn(6) ? PropertyList() : WholeModel::anyPluginValue(option.key, random));
       contents = changed;
     }

@@ -74,6 +74,7 @@ class WholeSession {
   // What can come in between.
   void meanwhile();
   void clientChangesSomething();
+  void breakSomething();
   void reportChanges();
   void changeFate();
   /// Closes behind the user's back.

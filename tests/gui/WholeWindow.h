@@ -4,7 +4,10 @@
 #pragma once
 
 #include <algorithm>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -138,6 +141,19 @@ class WholeWindow {
     }
     wasChanged(path);
   }
+  /// Others put something there that is no settings file.
+  void breakByOthers(const std::string& clientPath, const std::string& contents) {
+    const std::string path = disk(clientPath);
+    test_.writeText(path, contents);
+    broken_[clientPath] = contents;
+    wasChanged(path);
+  }
+  /// Whether what others have broken is as they left it.
+  [[nodiscard]] bool isStillBroken(const std::string& clientPath) const {
+    std::ifstream file(disk(clientPath), std::ios::binary);
+    const std::string contents{std::istreambuf_iterator<char>(file), {}};
+    return broken_.contains(clientPath) && contents == broken_.at(clientPath);
+  }
   void reportDirectories(const std::vector<std::string>& onClient) {
     std::vector<std::string> directories;
     for (const std::string& directory : onClient) directories.push_back(disk(directory));
@@ -181,6 +197,7 @@ class WholeWindow {
   std::unique_ptr<qt::PaneWindow> window_ = std::make_unique<qt::PaneWindow>();
   qt::QtDialogs dialogs_{window_->sheets()};
   int changes_ = 0;
+  std::map<std::string, std::string> broken_;
 
  public:
   PlayedRoot root{*window_};
