@@ -201,6 +201,20 @@ TEST_F(OwnTree, IsLeftAloneWhereOthersCanChangeIt) {
   EXPECT_FALSE(exists("Library/Corvane/a.plist"));
 }
 
+TEST_F(OwnTree, FileInThePlaceOfAFolderIsAnObjectionAndTheTreeTheUsersAllTheSame) {
+  for (const char* relative : {"private/tmp", "Library/Corvane"}) {
+    fs::rename(folder / relative, folder / "away");
+    own(folder.writeFile(relative, ""), kStranger);
+    {
+      const OtherUser owner(kUser);
+      EXPECT_EQ(tree().objection(), folder / relative + ": Not a directory");
+      EXPECT_TRUE(tree().belongsTo(kUser));
+    }
+    fs::remove(folder / relative);
+    fs::rename(folder / "away", folder / relative);
+  }
+}
+
 TEST_F(OwnTree, BelongsToItsOwnerAndOnlyWithoutLinks) {
   EXPECT_TRUE(tree().belongsTo(kUser));
   EXPECT_FALSE(tree().belongsTo(kStranger));
