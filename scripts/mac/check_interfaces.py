@@ -10,6 +10,8 @@ from pathlib import Path
 
 import declarations
 
+# What the compiler uses by itself, for texts and loops.
+COMPILERS = {'NSConstantString', 'countByEnumeratingWithState:objects:count:'}
 # What the Objective-C runtime calls by itself.
 RUNTIME = {'dealloc', 'init', 'load', 'initialize', '.cxx_destruct'}
 
@@ -134,10 +136,34 @@ def ownMethods(sources):
     return defined, named
 
 
+def isUsed(one, text):
+    """Whether a text of sources for a Mac may use it."""
+    if one.kind != 'method':
+        return re.search(rf'\b{one.name}\b', text) is not None
+    if ':' not in one.name:  # a message, a selector, or a method of one's own
+        return re.search(rf'\b{one.name}(\]|\)| \{{|;)', text) is not None
+    return re.search('[^;{]*?'.join(rf'\b{part}:' for part in one.name.split(':') if part), text) is not None
+
+
+def unused(found, sources):
+    """The declarations that nothing needs: neither the sources nor, of types and the like, other declarations."""
+    text = '\n'.join(re.sub(r'//[^\n]*', '', source.read_text()) for source in sources)
+    text = re.sub(r'^#else\n.*?^#endif|^#ifndef __APPLE__\n.*?^#endif', '', text, flags=re.M | re.S)  # GNUstep's
+    lines = {}  # what one line declares is used together, as getter and setter are
+    for one in found:
+        lines.setdefault((one.where, one.name if one.kind == 'enumerator' else ''), []).append(one)
+    for (where, _), ones in lines.items():
+        others = declarations.allBut(where) if ones[0].kind not in ('method', 'enumerator') else ''
+        members = [one for one in found if one.owner == ones[0].name and ones[0].kind == 'protocol']
+        if not any(one.name in COMPILERS or isUsed(one, text + others) for one in ones) and not any(isUsed(one, text) for one in members):
+            yield ones[0]
+
+
 def main(folder, *sources):
     typings = Typings(folder)
     found = [one for name in declarations.frameworks() for one in declarations.readFramework(name)] + declarations.readSystem()
     faults = [f'{one.where}: {one.name} {what}' for one in found if (what := fault(one, typings))]
+    faults += [f'{one.where}: {one.name} is not used' for one in unused(found, [Path(source) for source in sources])]
     known = {one.name for one in found if one.kind == 'method'} | RUNTIME
     defined, named = ownMethods([Path(source) for source in sources])
     faults += [f'{source.name}: nobody calls {selector}: neither a framework as declared nor the pane'

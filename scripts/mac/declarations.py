@@ -148,6 +148,18 @@ def read(path):
     return found
 
 
+def allBut(where):
+    """What all headers declare, without one line."""
+    name, number = where.rsplit(':', 1)
+    texts = []
+    for header in FOLDER.rglob('*.h'):
+        lines = header.read_text().splitlines()
+        if str(header.relative_to(FOLDER)) == name:
+            del lines[int(number) - 1]
+        texts += [re.sub(r'//.*$', '', line) for line in lines if not line.startswith('@class')]
+    return '\n'.join(texts)
+
+
 def frameworks():
     return sorted(path.stem for path in FOLDER.glob('*.framework'))
 

@@ -121,6 +121,21 @@ class ChecksInterfaces(unittest.TestCase):
                                         ('Thing', 'NSView', "has the superclass ['NSObject']")):
             self.assertEqual(self.fault(declarations.Declaration('class', name, 'here', superclass=superclass)), fault)
 
+    def test_whatIsDeclaredAndNotUsed(self):
+        with tempfile.TemporaryDirectory() as folder:
+            source = Path(folder) / 'A.mm'
+            source.write_text('// kGone resize:\nMakeThing([thing moveTo:place speed:2]);\n[thing setTitle:kThing];\n#ifdef __APPLE__\n#else\n'
+                              '[thing old];\n#endif\n- (void)told:(id)x {\n}\n')
+            found = [one for line in ('int MakeThing(int a);', 'int MakeOther(int a);', 'extern const int kThing;', 'extern const int kGone;')
+                     for one in parse(line)]
+            for line, where in (('- (void)moveTo:(NSPoint)place speed:(double)speed;', 1), ('- (void)moveTo:(NSPoint)place size:(double)size;', 2),
+                                ('@property (copy) NSString* title;', 3), ('- (void)old;', 4), ('- (void)told:(id)x;', 5)):
+                found += declarations.member(line, 'Thing', f'System/os/log.h:{where}')
+            for index, one in enumerate(found[:4]):
+                one.where = f'System/os/log.h:{index + 10}'
+            self.assertEqual([one.name for one in check_interfaces.unused(found, [source])],
+                             ['MakeOther', 'kGone', 'moveTo:size:', 'old'])
+
     def test_methodsThatNobodyCalls(self):
         with tempfile.TemporaryDirectory() as folder:
             source = Path(folder) / 'A.mm'

@@ -18,7 +18,6 @@ extern "C" {
 
 // https://developer.apple.com/documentation/appkit/nsresponder
 @interface NSResponder : NSObject <NSStandardKeyBindingResponding>
-@property (readonly) BOOL acceptsFirstResponder;
 - (BOOL)becomeFirstResponder;
 - (BOOL)resignFirstResponder;
 - (void)keyDown:(NSEvent*)event;
@@ -40,7 +39,6 @@ extern "C" {
 @interface NSView : NSResponder <NSAccessibility>
 @property (readonly) NSWindow* window;
 @property (readonly) NSView* superview;
-@property (readonly, copy) NSArray* subviews;
 @property NSRect frame;
 @property NSRect bounds;
 @property (getter=isHidden) BOOL hidden;
@@ -48,8 +46,6 @@ extern "C" {
 @property (readonly, getter=isFlipped) BOOL flipped;
 @property (copy) NSString* toolTip;
 @property (assign) NSView* nextKeyView;
-@property NSUInteger autoresizingMask;
-@property (readonly) BOOL canBecomeKeyView;
 @property (readonly) NSRect visibleRect;
 - (id)initWithFrame:(NSRect)frame;
 - (void)addSubview:(NSView*)view;
@@ -58,12 +54,9 @@ extern "C" {
 - (void)setFrameSize:(NSSize)size;
 - (void)setNeedsDisplayInRect:(NSRect)rect;
 - (void)drawRect:(NSRect)rect;
-- (BOOL)scrollRectToVisible:(NSRect)rect;
 - (void)scrollPoint:(NSPoint)point;
 @property (readonly) NSScrollView* enclosingScrollView;
 - (NSPoint)convertPoint:(NSPoint)point fromView:(NSView*)view;
-- (NSPoint)convertPoint:(NSPoint)point toView:(NSView*)view;
-- (NSRect)convertRect:(NSRect)rect toView:(NSView*)view;
 @end
 
 // https://developer.apple.com/documentation/appkit/nscontrol
@@ -79,7 +72,6 @@ typedef enum : NSInteger { NSTextAlignmentLeft = 0, NSTextAlignmentCenter = 1, N
 @interface NSControl : NSView
 @property (assign) id target;
 @property SEL action;
-@property NSInteger tag;
 @property (getter=isEnabled) BOOL enabled;
 @property BOOL refusesFirstResponder;
 @property (retain) NSFont* font;
@@ -87,14 +79,10 @@ typedef enum : NSInteger { NSTextAlignmentLeft = 0, NSTextAlignmentCenter = 1, N
 @property (retain) NSFormatter* formatter;
 @property (copy) id objectValue;
 @property (copy) NSString* stringValue;
-@property (copy) NSAttributedString* attributedStringValue;
 @property NSInteger integerValue;
-- (BOOL)sendAction:(SEL)action to:(id)target;
 - (void)performClick:(id)sender;
-- (void)sizeToFit;
 - (NSText*)currentEditor;
 - (BOOL)abortEditing;
-- (void)validateEditing;
 // deprecated: tables and fields are made of cells here, whose formatters and frames the pane sets
 @property (retain) NSCell* cell;
 @end
@@ -102,20 +90,15 @@ typedef enum : NSInteger { NSTextAlignmentLeft = 0, NSTextAlignmentCenter = 1, N
 // https://developer.apple.com/documentation/appkit/nscontroltexteditingdelegate
 @protocol NSControlTextEditingDelegate <NSObject>
 @optional
-- (BOOL)control:(NSControl*)control textShouldBeginEditing:(NSText*)editor;
-- (BOOL)control:(NSControl*)control textShouldEndEditing:(NSText*)editor;
 - (BOOL)control:(NSControl*)control textView:(NSTextView*)view doCommandBySelector:(SEL)selector;
-- (void)controlTextDidBeginEditing:(NSNotification*)notification;
-- (void)controlTextDidChange:(NSNotification*)notification;
 - (void)controlTextDidEndEditing:(NSNotification*)notification;
 @end
 
 // https://developer.apple.com/documentation/appkit/nscell
-typedef enum : NSUInteger { NSNoImage = 0, NSImageOnly = 1, NSImageLeft = 2, NSImageRight = 3 } NSCellImagePosition;
+typedef enum : NSUInteger { NSImageOnly = 1, NSImageLeft = 2, NSImageRight = 3 } NSCellImagePosition;
 @interface NSCell : NSObject <NSCopying, NSAccessibility>
 @property (copy) id objectValue;
 @property (copy) NSString* stringValue;
-@property (copy) NSAttributedString* attributedStringValue;
 @property NSControlStateValue state;
 @property BOOL allowsMixedState;
 @property (copy) NSString* title;
@@ -129,18 +112,11 @@ typedef enum : NSUInteger { NSNoImage = 0, NSImageOnly = 1, NSImageLeft = 2, NSI
 @property (getter=isBordered) BOOL bordered;
 @property (getter=isBezeled) BOOL bezeled;
 @property (getter=isScrollable) BOOL scrollable;
-@property (getter=isHighlighted) BOOL highlighted;
 @property BOOL refusesFirstResponder;
-@property BOOL sendsActionOnEndEditing;
 @property (assign) id target;
 @property SEL action;
 @property (assign) NSView* controlView;
-@property (readonly) NSSize cellSize;
 - (id)initTextCell:(NSString*)text;
-- (id)initImageCell:(NSImage*)image;
-- (void)drawWithFrame:(NSRect)frame inView:(NSView*)view;
-- (void)drawInteriorWithFrame:(NSRect)frame inView:(NSView*)view;
-- (NSRect)titleRectForBounds:(NSRect)bounds;
 - (NSRect)expansionFrameWithFrame:(NSRect)frame inView:(NSView*)view;
 @end
 
@@ -152,7 +128,6 @@ typedef enum : NSUInteger { NSNoImage = 0, NSImageOnly = 1, NSImageLeft = 2, NSI
 @interface NSTextFieldCell : NSActionCell
 @property (copy) NSString* placeholderString;
 @property (retain) NSColor* textColor;
-@property (retain) NSColor* backgroundColor;
 @property BOOL drawsBackground;
 @end
 
@@ -246,7 +221,6 @@ enum { NSLeftArrowFunctionKey = 0xF702, NSRightArrowFunctionKey = 0xF703 };
 @interface NSTextField : NSControl
 @property (copy) NSString* placeholderString;
 @property (retain) NSColor* textColor;
-@property (retain) NSColor* backgroundColor;
 @property BOOL drawsBackground;
 @property (getter=isBordered) BOOL bordered;
 @property (getter=isBezeled) BOOL bezeled;
@@ -264,7 +238,6 @@ enum { NSLeftArrowFunctionKey = 0xF702, NSRightArrowFunctionKey = 0xF703 };
 @property (copy) NSString* string;
 @property (assign) id<NSTextDelegate> delegate;
 @property (getter=isFieldEditor) BOOL fieldEditor;
-@property NSRange selectedRange;
 @end
 // deprecated: GNUstep has only this name of it
 enum { NSIllegalTextMovement = 0, NSReturnTextMovement = 16 };
@@ -292,18 +265,15 @@ typedef enum : NSUInteger { NSNoTitle = 0 } NSTitlePosition;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsscrollview
-typedef enum : NSUInteger { NSNoBorder = 0, NSLineBorder = 1, NSBezelBorder = 2 } NSBorderType;
+typedef enum : NSUInteger { NSBezelBorder = 2 } NSBorderType;
 typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNone = 1, NSScrollElasticityAllowed = 2 } NSScrollElasticity;
 @interface NSScrollView : NSView
 @property (retain) NSClipView* contentView;
 @property (retain) NSView* documentView;
 @property NSBorderType borderType;
 @property BOOL hasVerticalScroller;
-@property BOOL hasHorizontalScroller;
-@property BOOL autohidesScrollers;
 @property NSScrollElasticity horizontalScrollElasticity;
 @property NSScrollElasticity verticalScrollElasticity;
-@property (readonly) NSSize contentSize;
 @end
 
 // https://developer.apple.com/documentation/appkit/nstableviewdatasource
@@ -311,7 +281,6 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 @optional
 - (NSInteger)numberOfRowsInTableView:(NSTableView*)table;
 - (id)tableView:(NSTableView*)table objectValueForTableColumn:(NSTableColumn*)column row:(NSInteger)row;
-- (void)tableView:(NSTableView*)table setObjectValue:(id)value forTableColumn:(NSTableColumn*)column row:(NSInteger)row;
 @end
 
 // https://developer.apple.com/documentation/appkit/nstableviewdelegate
@@ -330,19 +299,13 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 @property (readonly, copy) NSArray* tableColumns;
 @property (retain) NSTableHeaderView* headerView;
 @property CGFloat rowHeight;
-@property NSSize intercellSpacing;
 @property BOOL allowsColumnReordering;
-@property BOOL allowsColumnResizing;
 @property BOOL allowsEmptySelection;
 @property BOOL allowsMultipleSelection;
-@property BOOL usesAlternatingRowBackgroundColors;
 @property (readonly) NSInteger selectedRow;
-@property (readonly) NSInteger clickedRow;
-@property (readonly) NSInteger clickedColumn;
 @property (readonly) NSInteger editedRow;
 @property (readonly) NSInteger editedColumn;
 @property (readonly) NSInteger numberOfRows;
-@property (readonly) NSInteger numberOfColumns;
 - (void)addTableColumn:(NSTableColumn*)column;
 - (void)reloadData;
 - (void)deselectAll:(id)sender;
@@ -353,7 +316,6 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 - (NSRect)rectOfRow:(NSInteger)row;
 - (NSInteger)rowAtPoint:(NSPoint)point;
 - (NSInteger)columnAtPoint:(NSPoint)point;
-- (NSCell*)preparedCellAtColumn:(NSInteger)column row:(NSInteger)row;
 - (void)highlightSelectionInClipRect:(NSRect)rect;
 - (void)textDidChange:(NSNotification*)notification;
 - (void)textDidEndEditing:(NSNotification*)notification;
@@ -378,7 +340,6 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 - (BOOL)outlineView:(NSOutlineView*)outline shouldEditTableColumn:(NSTableColumn*)column item:(id)item;
 - (BOOL)outlineView:(NSOutlineView*)outline shouldShowOutlineCellForItem:(id)item;
 - (CGFloat)outlineView:(NSOutlineView*)outline heightOfRowByItem:(id)item;
-- (NSString*)outlineView:(NSOutlineView*)outline toolTipForCell:(NSCell*)cell rect:(NSRectPointer)rect tableColumn:(NSTableColumn*)column item:(id)item mouseLocation:(NSPoint)location;
 - (void)outlineViewSelectionDidChange:(NSNotification*)notification;
 - (void)outlineViewItemDidExpand:(NSNotification*)notification;
 - (void)outlineViewItemDidCollapse:(NSNotification*)notification;
@@ -390,18 +351,10 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 @property (assign) id<NSOutlineViewDataSource> dataSource;
 @property (assign) NSTableColumn* outlineTableColumn;
 @property BOOL autoresizesOutlineColumn;
-@property CGFloat indentationPerLevel;
-- (id)itemAtRow:(NSInteger)row;
-- (NSInteger)rowForItem:(id)item;
-- (NSInteger)levelForRow:(NSInteger)row;
-- (id)parentForItem:(id)item;
 - (BOOL)isItemExpanded:(id)item;
 - (void)expandItem:(id)item;
-- (void)expandItem:(id)item expandChildren:(BOOL)children;
 - (void)collapseItem:(id)item;
 - (void)collapseItem:(id)item collapseChildren:(BOOL)children;
-- (void)reloadItem:(id)item;
-- (void)reloadItem:(id)item reloadChildren:(BOOL)children;
 - (NSRect)frameOfOutlineCellAtRow:(NSInteger)row;
 @end
 
@@ -414,7 +367,6 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 @property (retain) NSTableHeaderCell* headerCell;
 @property (getter=isEditable) BOOL editable;
 @property (copy) NSString* identifier;
-@property (retain) id dataCell;
 - (id)initWithIdentifier:(NSString*)identifier;
 @end
 
@@ -438,12 +390,10 @@ typedef enum : NSInteger { NSScrollElasticityAutomatic = 0, NSScrollElasticityNo
 @property (assign) id<NSTabViewDelegate> delegate;
 @property (readonly) NSTabViewItem* selectedTabViewItem;
 @property (readonly) NSRect contentRect;
-@property (readonly) NSInteger numberOfTabViewItems;
 @property (retain) NSFont* font;
 - (void)addTabViewItem:(NSTabViewItem*)item;
 - (void)selectTabViewItemAtIndex:(NSInteger)index;
 - (NSInteger)indexOfTabViewItem:(NSTabViewItem*)item;
-- (NSTabViewItem*)tabViewItemAtIndex:(NSInteger)index;
 @end
 
 // https://developer.apple.com/documentation/appkit/nstabviewitem
@@ -463,22 +413,15 @@ typedef enum : NSUInteger { NSBackingStoreBuffered = 2 } NSBackingStoreType;
 @property (copy) NSString* title;
 @property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property (readonly, getter=isVisible) BOOL visible;
-@property (readonly, getter=isKeyWindow) BOOL keyWindow;
 @property (readonly) NSResponder* firstResponder;
 @property (assign) NSView* initialFirstResponder;
 @property (readonly) NSWindow* attachedSheet;
-@property (readonly, getter=isSheet) BOOL sheet;
 @property (readonly, copy) NSArray* sheets;
-@property (retain) NSButtonCell* defaultButtonCell;
 - (id)initWithContentRect:(NSRect)rect styleMask:(NSWindowStyleMask)style backing:(NSBackingStoreType)backing defer:(BOOL)defer;
 - (BOOL)makeFirstResponder:(NSResponder*)responder;
 - (void)orderOut:(id)sender;
-- (void)close;
-- (void)setContentSize:(NSSize)size;
 - (void)recalculateKeyViewLoop;
 - (void)selectKeyViewFollowingView:(NSView*)view;
-- (void)endEditingFor:(id)object;
-- (NSText*)fieldEditor:(BOOL)create forObject:(id)object;
 @end
 
 // https://developer.apple.com/documentation/appkit/nspanel
@@ -504,16 +447,10 @@ static const NSModalResponse NSModalResponseOK = 1;
 
 // https://developer.apple.com/documentation/appkit/nsapplication
 @interface NSApplication : NSResponder
-@property (class, readonly) NSApplication* sharedApplication;
-@property (readonly, assign) NSWindow* mainWindow;
-@property (readonly, assign) NSWindow* keyWindow;
-@property (readonly, retain) NSEvent* currentEvent;
 // deprecated: the sheet's end comes as a message to a delegate, on a Mac and under GNUstep alike; what followed it takes a block
 - (void)beginSheet:(NSWindow*)sheet modalForWindow:(NSWindow*)window modalDelegate:(id)delegate didEndSelector:(SEL)selector contextInfo:(void*)info;
 // deprecated: as above
 - (void)endSheet:(NSWindow*)sheet;
-// deprecated: as above
-- (void)endSheet:(NSWindow*)sheet returnCode:(NSInteger)code;
 @end
 extern NSApplication* NSApp;
 
@@ -529,7 +466,6 @@ typedef enum : NSUInteger { NSAlertStyleWarning = 0, NSAlertStyleInformational =
 @property (readonly) NSWindow* window;
 - (NSButton*)addButtonWithTitle:(NSString*)title;
 - (NSModalResponse)runModal;
-- (void)layout;
 // deprecated: the alert's end comes as a message to a delegate, on a Mac and under GNUstep alike; what followed it takes a block
 - (void)beginSheetModalForWindow:(NSWindow*)window modalDelegate:(id)delegate didEndSelector:(SEL)selector contextInfo:(void*)info;
 @end
@@ -555,12 +491,10 @@ typedef enum : NSUInteger { NSAlertStyleWarning = 0, NSAlertStyleInformational =
 @property (class, readonly) NSColor* controlTextColor;
 @property (class, readonly) NSColor* disabledControlTextColor;
 @property (class, readonly) NSColor* grayColor;
-@property (class, readonly) NSColor* darkGrayColor;
 @property (class, readonly) NSColor* linkColor;
 @property (class, readonly) NSColor* secondaryLabelColor;
 @property (class, readonly) NSColor* selectedControlColor;
 @property (class, readonly) NSColor* systemRedColor;
-@property (class, readonly) NSColor* textColor;
 + (NSColor*)colorWithCalibratedRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
 - (void)set;
 @end
@@ -597,7 +531,6 @@ extern const NSAttributedStringKey NSFontAttributeName;
 extern const NSAttributedStringKey NSForegroundColorAttributeName;
 extern const NSAttributedStringKey NSParagraphStyleAttributeName;
 extern const NSAttributedStringKey NSUnderlineStyleAttributeName;
-typedef enum : NSInteger { NSUnderlineStyleSingle = 1 } NSUnderlineStyle;
 
 // https://developer.apple.com/documentation/foundation/nsstring/sizewithattributes:
 @interface NSString (Drawing)

@@ -14,7 +14,6 @@ typedef uint32_t UInt32;
 typedef int32_t OSStatus;
 typedef long CFIndex;
 typedef unsigned long CFOptionFlags;
-typedef unsigned long CFTypeID;
 typedef const void* CFTypeRef;
 typedef struct { CFIndex location; CFIndex length; } CFRange;
 static inline CFRange CFRangeMake(CFIndex location, CFIndex length) { CFRange range = {location, length}; return range; }

@@ -16,7 +16,6 @@ typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
 typedef NSRect* NSRectPointer;
-typedef double NSTimeInterval;
 extern const NSPoint NSZeroPoint;
 extern const NSRect NSZeroRect;
 static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { NSPoint point = {x, y}; return point; }
@@ -29,16 +28,12 @@ static inline CGFloat NSMaxY(NSRect rect) { return rect.origin.y + rect.size.hei
 static inline CGFloat NSMidX(NSRect rect) { return rect.origin.x + rect.size.width / 2; }
 static inline CGFloat NSMidY(NSRect rect) { return rect.origin.y + rect.size.height / 2; }
 static inline CGFloat NSWidth(NSRect rect) { return rect.size.width; }
-static inline CGFloat NSHeight(NSRect rect) { return rect.size.height; }
 BOOL NSEqualRects(NSRect left, NSRect right);
 NSRect NSInsetRect(NSRect rect, CGFloat x, CGFloat y);
-NSRect NSIntersectionRect(NSRect left, NSRect right);
-BOOL NSPointInRect(NSPoint point, NSRect rect);
 BOOL NSMouseInRect(NSPoint point, NSRect rect, BOOL flipped);
 
 // https://developer.apple.com/documentation/foundation/max
 #define MIN(left, right) ((left) < (right) ? (left) : (right))
-#define MAX(left, right) ((left) < (right) ? (right) : (left))
 
 // https://developer.apple.com/documentation/foundation/nsrange
 typedef struct _NSRange { NSUInteger location; NSUInteger length; } NSRange;  // _NSRange
@@ -46,7 +41,7 @@ typedef NSRange* NSRangePointer;
 static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length) { NSRange range = {location, length}; return range; }
 
 // https://developer.apple.com/documentation/foundation/nsnotfound
-enum : NSInteger { NSNotFound = NSIntegerMax };
+enum : NSInteger { };
 
 // https://developer.apple.com/documentation/foundation/nsfastenumeration
 typedef struct { unsigned long state; id __unsafe_unretained* itemsPtr; unsigned long* mutationsPtr; unsigned long extra[5]; } NSFastEnumerationState;
@@ -56,7 +51,6 @@ typedef struct { unsigned long state; id __unsafe_unretained* itemsPtr; unsigned
 
 // https://developer.apple.com/documentation/foundation/nscopying
 @protocol NSCopying
-- (id)copyWithZone:(struct _NSZone*)zone;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsrunloopmode
@@ -79,7 +73,6 @@ typedef NSUInteger NSStringEncoding;
 enum { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 5 };
 @interface NSString : NSObject <NSCopying>
 @property (readonly) NSUInteger length;
-@property (readonly) const char* UTF8String;
 @property (readonly) NSString* lowercaseString;
 - (id)initWithBytes:(const void*)bytes length:(NSUInteger)length encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
@@ -110,30 +103,20 @@ typedef NSString* NSAttributedStringKey;
 @property (readonly) NSUInteger count;
 + (id)array;
 + (id)arrayWithObject:(id)object;
-+ (id)arrayWithObjects:(id)first, ... __attribute__((sentinel));
 - (id)objectAtIndex:(NSUInteger)index;
 - (NSUInteger)indexOfObjectIdenticalTo:(id)object;
-- (BOOL)containsObject:(id)object;
-@end
-
-// https://developer.apple.com/documentation/foundation/nsmutablearray
-@interface NSMutableArray : NSArray
-- (void)addObject:(id)object;
-- (void)removeAllObjects;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsdictionary
 @interface NSDictionary : NSObject <NSFastEnumeration>
 + (id)dictionary;
 + (id)dictionaryWithObject:(id)object forKey:(id)key;
-+ (id)dictionaryWithObjectsAndKeys:(id)first, ... __attribute__((sentinel));
 - (id)objectForKey:(id)key;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsmutabledictionary
 @interface NSMutableDictionary : NSDictionary
 - (void)setObject:(id)object forKey:(id)key;
-- (void)removeObjectForKey:(id)key;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsdata
@@ -148,22 +131,15 @@ typedef NSString* NSAttributedStringKey;
 
 // https://developer.apple.com/documentation/foundation/nsnumber
 @interface NSNumber : NSValue
-@property (readonly) int intValue;
-@property (readonly) BOOL boolValue;
 @property (readonly) NSInteger integerValue;
 + (NSNumber*)numberWithInt:(int)value;
 + (NSNumber*)numberWithInteger:(NSInteger)value;
-+ (NSNumber*)numberWithBool:(BOOL)value;
-+ (NSNumber*)numberWithDouble:(double)value;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsindexset
 @interface NSIndexSet : NSObject
 @property (readonly) NSUInteger count;
-@property (readonly) NSUInteger firstIndex;
-+ (id)indexSet;
 + (id)indexSetWithIndex:(NSUInteger)index;
-+ (id)indexSetWithIndexesInRange:(NSRange)range;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsurl
@@ -178,7 +154,6 @@ typedef NSString* NSAttributedStringKey;
 // https://developer.apple.com/documentation/foundation/nsbundle
 @interface NSBundle : NSObject
 @property (readonly) NSDictionary* infoDictionary;
-+ (NSBundle*)bundleForClass:(Class)aClass;
 - (NSString*)pathForResource:(NSString*)name ofType:(NSString*)type;
 - (NSString*)pathForAuxiliaryExecutable:(NSString*)name;
 @end
@@ -187,7 +162,6 @@ typedef NSString* NSAttributedStringKey;
 @interface NSFileManager : NSObject
 @property (class, readonly) NSFileManager* defaultManager;
 - (BOOL)isExecutableFileAtPath:(NSString*)path;
-- (BOOL)fileExistsAtPath:(NSString*)path;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsformatter
@@ -205,14 +179,6 @@ typedef NSString* NSNotificationName;
 @property (readonly) id object;
 @property (readonly) NSDictionary* userInfo;
 + (id)notificationWithName:(NSNotificationName)name object:(id)object userInfo:(NSDictionary*)info;
-@end
-
-// https://developer.apple.com/documentation/foundation/nsnotificationcenter
-@interface NSNotificationCenter : NSObject
-@property (class, readonly) NSNotificationCenter* defaultCenter;
-- (void)addObserver:(id)observer selector:(SEL)selector name:(NSNotificationName)name object:(id)object;
-- (void)removeObserver:(id)observer;
-- (void)removeObserver:(id)observer name:(NSNotificationName)name object:(id)object;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsaffinetransform

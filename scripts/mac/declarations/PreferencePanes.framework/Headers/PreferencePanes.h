@@ -3,19 +3,15 @@
 #import <AppKit/AppKit.h>
 
 // https://developer.apple.com/documentation/preferencepanes/nspreferencepane
-typedef enum : NSUInteger { NSUnselectCancel = 0, NSUnselectNow = 1, NSUnselectLater = 2 } NSPreferencePaneUnselectReply;
+typedef enum : NSUInteger { NSUnselectCancel = 0, NSUnselectNow = 1 } NSPreferencePaneUnselectReply;
 @interface NSPreferencePane : NSObject
 @property (readonly) NSBundle* bundle;
 @property (readonly) NSPreferencePaneUnselectReply shouldUnselect;
 @property NSView* mainView;
 @property NSView* initialKeyView;
-@property NSView* firstKeyView;
-@property NSView* lastKeyView;
 - (id)initWithBundle:(NSBundle*)bundle;
 - (NSView*)loadMainView;
 - (void)mainViewDidLoad;
-- (void)willSelect;
 - (void)didSelect;
 - (void)willUnselect;
-- (void)didUnselect;
 @end
