@@ -153,8 +153,8 @@ def unused(found, sources):
     for one in found:
         lines.setdefault((one.where, one.name if one.kind == 'enumerator' else ''), []).append(one)
     for (where, _), ones in lines.items():
-        others = declarations.allBut(where) if ones[0].kind not in ('method', 'enumerator') else ''
-        members = [one for one in found if one.owner == ones[0].name and ones[0].kind == 'protocol']
+        others = declarations.allBut(where) if ones[0].kind != 'method' else ''
+        members = [one for one in found if one.owner == ones[0].name and ones[0].kind in ('protocol', 'type')]
         if not any(one.name in COMPILERS or isUsed(one, text + others) for one in ones) and not any(isUsed(one, text) for one in members):
             yield ones[0]
 

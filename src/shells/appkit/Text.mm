@@ -82,9 +82,11 @@ NSFont* smallFont() { return [NSFont systemFontOfSize:[NSFont smallSystemFontSiz
 
 NSAttributedString* toNSAttributedString(const AttributedText& text, const TextStyle& style) {
   NSMutableAttributedString* result = [[[NSMutableAttributedString alloc] init] autorelease];
+  // A line break at the end is part of some texts; it would only show as an empty line.
+  const std::string_view shown = std::string_view(text.text).substr(0, text.text.find_last_not_of('\n') + 1);
   const auto append = [&](std::size_t start, std::size_t length, const TextAttributes& own) {
-    if (length == 0) return;
-    NSString* piece = toNSString(std::string_view(text.text).substr(start, length));
+    if (length == 0 || start >= shown.size()) return;
+    NSString* piece = toNSString(shown.substr(start, length));
     NSDictionary* attributes = attributesOf(own, style);
     [result appendAttributedString:[[[NSAttributedString alloc] initWithString:piece
                                                                     attributes:attributes] autorelease]];

@@ -56,6 +56,8 @@ struct Make {
   NSCell* operator()(const ComboBoxCell& description) const {
     NSComboBoxCell* cell = [[NSComboBoxCell alloc] initTextCell:@""];
     [cell setEditable:description.editable];
+    [cell setBezeled:YES];
+    [cell setDrawsBackground:YES];
     [cell setCompletes:NO];
     return cell;
   }

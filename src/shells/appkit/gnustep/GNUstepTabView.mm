@@ -42,7 +42,7 @@
   [super drawRect:rect];
   if ([[self window] firstResponder] != self) return;
   [[NSColor blackColor] set];
-  NSDottedFrameRect(NSInsetRect([[self selectedTabViewItem] _tabRect], 2, 2));
+  NSDottedFrameRect(NSInsetRect([[self selectedTabViewItem] _tabRect], -2, 2));
 }
 
 @end

@@ -531,6 +531,7 @@ extern const NSAttributedStringKey NSFontAttributeName;
 extern const NSAttributedStringKey NSForegroundColorAttributeName;
 extern const NSAttributedStringKey NSParagraphStyleAttributeName;
 extern const NSAttributedStringKey NSUnderlineStyleAttributeName;
+typedef enum : NSInteger { NSUnderlineStyleSingle = 1 } NSUnderlineStyle;
 
 // https://developer.apple.com/documentation/foundation/nsstring/sizewithattributes:
 @interface NSString (Drawing)

@@ -10,7 +10,7 @@ extern "C" {
 // https://developer.apple.com/documentation/os/logging
 typedef struct os_log_s* os_log_t;
 typedef uint8_t os_log_type_t;
-enum { };  // os_log_type_t
+enum { OS_LOG_TYPE_DEFAULT = 0 };  // os_log_type_t
 os_log_t os_log_create(const char* subsystem, const char* category);
 bool os_log_type_enabled(os_log_t log, os_log_type_t type);
 void _os_log_impl(void* image, os_log_t log, os_log_type_t type, const char* format, uint8_t* buffer, uint32_t size);
