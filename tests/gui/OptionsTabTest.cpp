@@ -60,10 +60,11 @@ TEST_F(OptionsPage, TheTooltipOfARowIsThePathOfItsVolume) {
 }
 
 TEST_F(OptionsPage, ALongPathIsShortenedInItsMiddleAndSaidAndCopiedWhole) {
-  const QString path = QStringLiteral("/Volumes/") + QString(40, QLatin1Char('m')) + QStringLiteral("/the end");
+  const QString path =
+      QStringLiteral("/Volumes/") + QString(40, QLatin1Char('m')) + QStringLiteral("/the end");
   platform.writePlist(platform.paths.volumesSettings,
-                      Array::make({Dictionary::make({{"VolumeName", text("Archive")},
-                                                     {"VolumePath", text(path.toStdString())}})}));
+                      Array::make({Dictionary::make(
+                          {{"VolumeName", text("Archive")}, {"VolumePath", text(path.toStdString())}})}));
   open();
   auto& pathShown = find<LabelButton>(window, "volumeOptionPathButton");
   EXPECT_EQ(pathShown.text(), path);
@@ -289,6 +290,9 @@ TEST_F(OptionsPage, AKeyThatANumberFieldRefusesSaysWhatItTakes) {
   EXPECT_EQ(saysAfterALetter("bootVolumeFullTextField"), QStringLiteral("1 to 99 percent"));
   // The tool tip of its row is about something else.
   EXPECT_EQ(saysAfterALetter("timeMachineInactiveTextField"), QStringLiteral("1 to 99 days"));
+  EXPECT_EQ(
+      accessible(find<QLineEdit>(window, "timeMachineInactiveTextField")).text(QAccessible::Description),
+      QStringLiteral("1 to 99 days"));
 }
 
 TEST_F(OptionsPage, TheSheetOpensWithTheFileAndAcceptsByReturn) {

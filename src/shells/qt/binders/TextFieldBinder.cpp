@@ -5,6 +5,7 @@
 #include <QToolTip>
 
 #include "Text.h"
+#include "accessibility/Spoken.h"
 
 namespace corvane::qt {
 
@@ -42,6 +43,7 @@ void TextFieldBinder::sayWhatIsTaken() {
 }
 
 void TextFieldBinder::show() {
+  if (field_.toolTip().empty()) setSpokenDescription(widget_, toQString(field_.rangeText()));
   widget_.setPlaceholderText(toQString(field_.placeholder()));
   widget_.showText(toQString(field_.stringValue()));
 }
