@@ -99,6 +99,18 @@ TEST_P(Contrast, OfACheckMarkIsThatOfAMarkAlsoWhenItIsLocked) {
   }
 }
 
+TEST_P(Contrast, OfAnEmptyBoxIsThatOfAMarkAlsoWhenItIsLocked) {
+  for (const bool isEnabled : {true, false}) {
+    QCheckBox box;
+    box.setEnabled(isEnabled);
+    const QImage image = pictureOf(box);
+    const QColor window = QApplication::palette().color(QPalette::Window);
+    const QColor inside = image.pixelColor(image.width() / 2, image.height() / 2);
+    EXPECT_GE(strongest(image, {0, 0.4, 0.4, 0.2}, window), qt::kMarkContrast) << isEnabled;
+    EXPECT_GE(strongest(image, {0, 0.4, 0.4, 0.2}, inside), qt::kMarkContrast) << isEnabled;
+  }
+}
+
 TEST_P(Contrast, OfTheArrowsOfAMenuIsThatOfAMark) {
   for (const bool isEnabled : {true, false}) {
     QComboBox menu;

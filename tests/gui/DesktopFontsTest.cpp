@@ -9,19 +9,24 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyleOption>
 #include <QTableView>
 #include <QTreeView>
 #include <array>
+#include <functional>
 #include <optional>
 #include <ostream>
+#include <set>
 #include <tuple>
 #include <utility>
 
+#include "AttributedTextLayout.h"
 #include "Fonts.h"
 #include "GuiFixture.h"
+#include "TextLine.h"
 #include "appearance/Appearance.h"
 #include "plugins/PluginRowHeights.h"
 #include "support/DemoClient.h"
@@ -149,6 +154,20 @@ class DesktopFonts : public GuiTest, public ::testing::WithParamInterface<std::t
     EXPECT_GE(header.height(), header.fontMetrics().height());
   }
 
+  /// Where a text that is not always the same has room, the longest one.
+  void showLongestTexts() {
+    ConfigurationTabView& configuration = pane->assembly().configurationView();
+    for (TextField* date : {&configuration.lastRunClientField, &configuration.lastRunUpdaterField})
+      date->setStringValue("September 28, 2026 at 10:48 PM");
+    configuration.runIntervalTextField.setStringValue("6");
+    OptionsTabView& view = pane->assembly().optionsView();
+    view.defaultTextField.setHidden(false);
+    view.volumesTable.selectRow(1);
+    for (TextField* number : {&view.monitorPresenceThresholdTextField, &view.monitorUsageThresholdTextField,
+                              &view.bootVolumeFullTextField, &view.timeMachineInactiveTextField})
+      number->setStringValue("60");
+  }
+
   // What stands on one line.
 
   /// The part of the widget that holds nothing but its text.
@@ -247,6 +266,8 @@ TEST_P(DesktopFonts, NothingIsCutOffAndTheTextsOfARowStandOnOneLine) {
     settle();
     expectRowsWhole();
   }
+  showLongestTexts();
+  settle();
   if (page.sheet) {
     pane->assembly().options().advancedButtonAction();
     settle();
@@ -257,6 +278,12 @@ TEST_P(DesktopFonts, NothingIsCutOffAndTheTextsOfARowStandOnOneLine) {
   expectRowsOnOneLine(page.rows, QStringLiteral("H"));
   // What the font has not got comes from one whose letters are higher.
   expectRowsOnOneLine(page.rows, QStringLiteral("H \U0001F9EA"));
+  if (page.tab == 0) {
+    click(widget("uninstallButton"));
+    settle();
+    ASSERT_NE(sheet(), nullptr);
+    expectWhole(*sheet());
+  }
 }
 
 /// What the letters of an image cover.
@@ -300,8 +327,66 @@ TEST_F(ColumnTitles, AreWholeAndStandAboveTheTextsOfTheRows) {
   expectWhole(header, 1);
 }
 
+class LinesOfText : public ::testing::TestWithParam<const char*> {
+ protected:
+  void SetUp() override {
+    if (!QFontDatabase::families().contains(QString::fromLatin1(GetParam())))
+      GTEST_SKIP() << "NOT TESTED: " << GetParam() << " is not installed";
+  }
+  using Draw = std::function<void(QPainter&, const QRectF&, const QString&)>;
+  /// The rows of the picture in which the first letters have ink, however the lines are drawn.
+  [[nodiscard]] static std::set<int> rowsOfFirstLetters(const QFont& font, const QString& text,
+                                                        const Draw& draw) {
+    QImage image(600, 120, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(font);
+    draw(painter, QRectF(0, 0, image.width(), image.height()), text);
+    painter.end();
+    std::set<int> rows;
+    const int width = QFontMetrics(font).horizontalAdvance(QLatin1Char('H'));
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < width; ++x) {
+        if (qGray(image.pixel(x, y)) < 128) rows.insert(y);
+      }
+    }
+    return rows;
+  }
+};
+
+TEST_P(LinesOfText, StandWhereTheyStandWhateverOtherLettersAreInThem) {
+  const Draw inOneLine = [](QPainter& painter, const QRectF& rect, const QString& text) {
+    qt::drawTextLine(painter, rect, Qt::AlignVCenter, text);
+  };
+  const Draw styled = [](QPainter& painter, const QRectF& rect, const QString& text) {
+    qt::AttributedTextLayout(AttributedText(text.toStdString()), painter.font(), QPalette(), Qt::black)
+        .draw(painter, rect, Qt::AlignLeft);
+  };
+  for (const int points : {9, 10, 11, 13, 15, 18}) {
+    const QFont font(QString::fromLatin1(GetParam()), points);
+    const std::set<int> line = rowsOfFirstLetters(font, QStringLiteral("H"), inOneLine);
+    const std::set<int> two = rowsOfFirstLetters(font, QStringLiteral("H\nH"), styled);
+    ASSERT_FALSE(line.empty());
+    ASSERT_GT(two.size(), line.size());
+    EXPECT_EQ(rowsOfFirstLetters(font, QStringLiteral("H"), styled), line);
+    for (const char* foreign :
+         {"\U0001F9EA", "\u6F22", "\u0639", "\u0E01", "\uFFFD", "\U0001F469\u200D\U0001F4BB"}) {
+      SCOPED_TRACE(::testing::Message() << points << " " << foreign);
+      const QString text = QStringLiteral("H ") + QString::fromUtf8(foreign);
+      EXPECT_EQ(rowsOfFirstLetters(font, text, inOneLine), line);
+      EXPECT_EQ(rowsOfFirstLetters(font, text, styled), line);
+      EXPECT_EQ(rowsOfFirstLetters(font, text + QStringLiteral("\nH"), styled), two);
+      EXPECT_EQ(rowsOfFirstLetters(font, QStringLiteral("H\n") + text, styled), two);
+    }
+  }
+}
+
 constexpr std::array<const char*, 5> kFamilies{"DejaVu Sans", "Liberation Sans", "Noto Sans", "Cantarell",
                                                "Noto Sans CJK JP"};
+
+INSTANTIATE_TEST_SUITE_P(Of, LinesOfText, ::testing::ValuesIn(kFamilies), [](const auto& test) {
+  return QString::fromLatin1(test.param).remove(QLatin1Char(' ')).toStdString();
+});
 
 std::vector<DesktopFont> desktopFonts() {
   std::vector<DesktopFont> fonts;

@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QFont desktop(QStringLiteral("DejaVu Sans"));
   desktop.setPixelSize(13);  // a pixel is a point of the core
-  if (const QString font = qEnvironmentVariable("CORVANE_TEST_FONT"); !font.isEmpty()) desktop.fromString(font);
+  if (const QString font = qEnvironmentVariable("CORVANE_TEST_FONT"); !font.isEmpty())
+    desktop.fromString(font);
   QApplication::setFont(desktop);
   corvane::qt::dressApplication(application);
   return RUN_ALL_TESTS();

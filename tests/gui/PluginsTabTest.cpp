@@ -320,7 +320,8 @@ TEST_F(PluginsTab, ALongPathIsShortenedInItsMiddleAndSaidAndCopiedWhole) {
   };
   isWhole(value(QStringLiteral("File")));
   isWhole(value(QStringLiteral("Files"), 1));
-  EXPECT_FALSE(value(QStringLiteral("Files")).data(Qt::ToolTipRole).isValid()) << "the row that adds is no path";
+  EXPECT_FALSE(value(QStringLiteral("Files")).data(Qt::ToolTipRole).isValid())
+      << "the row that adds is no path";
   EXPECT_FALSE(value(QStringLiteral("Password")).data(Qt::ToolTipRole).isValid());
   const auto pictureOf = [&](const QModelIndex& cell) {
     tree().scrollTo(cell);
@@ -527,8 +528,8 @@ TEST_F(PluginsTab, TheArrowKeysLeaveNoTraceOfTheMarkOnTheRowsTheyCameFrom) {
     return window().screen()->grabWindow(window().winId()).toImage().convertToFormat(QImage::Format_RGB32);
   };
   const QRect seen(QPoint(), onScreen().size());
-  const QPoint row = tree().viewport()->mapTo(
-      &window(), tree().visualRect(value(QStringLiteral("Title"))).bottomRight());
+  const QPoint row =
+      tree().viewport()->mapTo(&window(), tree().visualRect(value(QStringLiteral("Title"))).bottomRight());
   ASSERT_LT(row.y() * window().devicePixelRatio(), seen.height());
   const auto drawnAnew = [this, seen] {
     return window().grab().toImage().convertToFormat(QImage::Format_RGB32).copy(seen);

@@ -120,6 +120,19 @@ TEST_P(TroubleStory, WhereNothingCouldBeSavedTheLockStaysClosedAndSaysWhy) {
                                    ": No such file or directory. Click it to try again."));
 }
 
+TEST_P(TroubleStory, ARunOfTheClientThatSomebodyHasStartedIsSaidOnItsButton) {
+  openPane();
+  person->press("authView");
+  const auto& button = widget<QPushButton>("runClientButton");
+  std::ofstream(demo.paths.errorLoggerPid) << "1";
+  EXPECT_TRUE(eventually([&] { return button.text() == QStringLiteral("Running…"); }));
+  picture("the client runs");
+  EXPECT_FALSE(button.isEnabled());
+  std::filesystem::remove(demo.paths.errorLoggerPid);
+  EXPECT_TRUE(eventually([&] { return button.text() == QStringLiteral("Run Client Now"); }));
+  EXPECT_TRUE(button.isEnabled());
+}
+
 TEST_P(TroubleStory, WhereNoPluginIsInstalledTheListSaysSo) {
   std::filesystem::remove_all(demo.paths.plugins);
   std::filesystem::create_directory(demo.paths.plugins);
@@ -135,7 +148,8 @@ TEST_P(TroubleStory, TheSecondPaneOfATreeSaysThatItIsNotAlone) {
   first.open();
   openPane();
   picture("second pane");
-  EXPECT_TRUE(widget<qt::StatusLabel>("statusField").text().startsWith(QStringLiteral("Another pane is open on ")));
+  EXPECT_TRUE(
+      widget<qt::StatusLabel>("statusField").text().startsWith(QStringLiteral("Another pane is open on ")));
 }
 
 INSTANTIATE_TEST_SUITE_P(By, TroubleStory, ::testing::Values(Means::Mouse, Means::Keyboard),

@@ -70,9 +70,14 @@ void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& re
     fill.setAlphaF(0.6F);
   }
   if (pressed(&option)) fill = fill.darker(112);
-  const QColor seen = overlaid(fill, option.palette.color(QPalette::Window));
+  const QColor window = option.palette.color(QPalette::Window);
+  const QColor seen = overlaid(fill, window);
+  // All that is seen of an empty box.
+  const QColor empty = readable(overlaid(outlineColor(option.palette), seen),
+                                option.palette.color(QPalette::Active, QPalette::Text), {seen, window},
+                                kMarkContrast);
   drawRounded(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, fill,
-              on || mixed ? fill.darker(108) : outlineColor(option.palette));
+              on || mixed ? fill.darker(108) : empty);
   if (on || mixed)
     drawCheckMark(painter, frame, mixed, markOn(seen, option.palette.color(QPalette::HighlightedText)));
   if (focused(&option)) {
@@ -285,15 +290,6 @@ void PaneStyle::drawControl(ControlElement element, const QStyleOption* option, 
         // The toolkit's list of files says only at which side its titles stand.
         if (!(label.textAlignment & Qt::AlignVertical_Mask)) label.textAlignment |= Qt::AlignVCenter;
         QProxyStyle::drawControl(CE_HeaderLabel, &label, painter, widget);
-      }
-      return;
-    case CE_ProgressBarGroove:
-      return;  // the stripes run over all of it
-    case CE_ProgressBarContents:
-      if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option)) {
-        QStyleOptionProgressBar slim(*bar);
-        slim.rect = QRect(bar->rect.left(), bar->rect.center().y() - 3, bar->rect.width(), 8);
-        QProxyStyle::drawControl(element, &slim, painter, widget);
       }
       return;
     case CE_HeaderEmptyArea: {
