@@ -76,16 +76,19 @@ class StoryTest : public GuiTest, public ::testing::WithParamInterface<Means> {
 
   /// Keeps a picture of the window, and of what is open above it.
   void picture(const char* name) {
+    while (window().sheets().isSliding()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    picture(name, window());
+  }
+  void picture(const char* name, QWidget& shown) {
     const QString folder = qEnvironmentVariable("CORVANE_STORY_PICTURES");
     if (folder.isEmpty()) return;
-    while (window().sheets().isSliding()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     QApplication::processEvents();
     const QString file = QDir(folder).filePath(
         QStringLiteral("%1 %2 %3")
             .arg(pictures_++, 2, 10, QLatin1Char('0'))
             .arg(QString::fromUtf8(name))
             .arg(QString::fromStdString(::testing::PrintToString(GetParam())).toLower()));
-    EXPECT_TRUE(window().grab().save(file + QStringLiteral(".png")));
+    EXPECT_TRUE(shown.grab().save(file + QStringLiteral(".png")));
     for (QWidget* above : {QApplication::activeModalWidget(), QApplication::activePopupWidget()}) {
       if (above == nullptr) continue;
       EXPECT_TRUE(above->grab().save(file + QStringLiteral(" above.png")));

@@ -344,7 +344,7 @@ void Story::removeTheClient() {
 /// Labels, and buttons that are labels here, take no acts.
 bool takesActs(const qt::PaneWindow& window, const std::string& name, const std::string& kind) {
   for (const char* text :
-       {"QLabel", "QProgressBar", "corvane::qt::FittedLabel", "corvane::qt::StatusLabel"}) {
+       {"QLabel", "corvane::qt::BusyBar", "corvane::qt::FittedLabel", "corvane::qt::StatusLabel"}) {
     if (kind == text) return false;
   }
   if (kind != "corvane::qt::LabelButton") return true;

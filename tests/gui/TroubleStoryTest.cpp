@@ -6,6 +6,8 @@
 #include <QPushButton>
 
 #include "StoryFixture.h"
+#include "trees/StartPage.h"
+#include "trees/TreeWindows.h"
 #include "widgets/LabelButton.h"
 #include "widgets/LockButton.h"
 #include "widgets/StatusLabel.h"
@@ -150,6 +152,28 @@ TEST_P(TroubleStory, TheSecondPaneOfATreeSaysThatItIsNotAlone) {
   picture("second pane");
   EXPECT_TRUE(
       widget<qt::StatusLabel>("statusField").text().startsWith(QStringLiteral("Another pane is open on ")));
+}
+
+TEST_P(TroubleStory, WhereNoTreeIsOpenTheStartPageOffersThoseThereAreAndSaysWhatIsNone) {
+  qt::RecentTrees recents{QString::fromStdString(root / "trees")};
+  recents.add(QString::fromStdString(demo.root));
+  recents.add(QStringLiteral("/srv/prepared trees of the laboratory/") + QString(60, QLatin1Char('m')));
+  qt::TreeWindows windows{{recents, [] { return QStringList{QStringLiteral("/media/Macintosh HD")}; }}};
+  windows.showStart();
+  qt::StartPage& page = *windows.startPage();
+  showActive(page);
+  picture("start page", page);
+  windows.open(QString::fromStdString(root.path()));
+  picture("not a tree", page);
+  EXPECT_TRUE(find<QLabel>(page, "refusal").isVisible());
+  QString about;
+  EXPECT_TRUE(answerPanel<QDialog>([&] { press(page, Qt::Key_F1); },
+                                   [&](QDialog& panel) {
+                                     about = find<QLabel>(panel, "message").text();
+                                     picture("about", page);
+                                     panel.accept();
+                                   }));
+  EXPECT_FALSE(about.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(By, TroubleStory, ::testing::Values(Means::Mouse, Means::Keyboard),

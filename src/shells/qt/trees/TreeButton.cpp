@@ -2,18 +2,21 @@
 
 #include <QPainter>
 
+#include "Fonts.h"
 #include "Text.h"
+#include "TextLine.h"
 #include "appearance/Shapes.h"
 #include "trees/Tree.h"
 
 namespace corvane::qt {
 namespace {
 
-constexpr int kInsetAcross = 10;
-constexpr int kInsetAbove = 6;
-constexpr int kNarrowest = 160;
-constexpr int kPathSize = 11;
-constexpr qreal kRadius = 6;
+// In points.
+constexpr double kInsetAcross = 10;
+constexpr double kInsetAbove = 6;
+constexpr double kNarrowest = 160;
+constexpr double kPathSize = 11;
+constexpr double kRadius = 6;
 
 }  // namespace
 
@@ -29,18 +32,18 @@ TreeButton::TreeButton(QString folder, QWidget* parent) : PaintedButton(parent),
 
 QFont TreeButton::pathFont() const {
   QFont small = font();
-  small.setPixelSize(kPathSize);
+  small.setPixelSize(toPixels(kPathSize));
   return small;
 }
 
 QSize TreeButton::sizeHint() const {
   const QFontMetrics name(font());
   const QFontMetrics path(pathFont());
-  return {qMax(name.horizontalAdvance(text()), path.horizontalAdvance(path_)) + 2 * kInsetAcross,
-          name.height() + path.height() + 2 * kInsetAbove};
+  return {qMax(name.horizontalAdvance(text()), path.horizontalAdvance(path_)) + 2 * toPixels(kInsetAcross),
+          name.height() + path.height() + 2 * toPixels(kInsetAbove)};
 }
 
-QSize TreeButton::minimumSizeHint() const { return {kNarrowest, sizeHint().height()}; }
+QSize TreeButton::minimumSizeHint() const { return {toPixels(kNarrowest), sizeHint().height()}; }
 
 void TreeButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
@@ -52,19 +55,21 @@ void TreeButton::paintEvent(QPaintEvent*) {
   } else if (underMouse()) {
     ground = palette().color(QPalette::AlternateBase);
   }
-  drawRounded(painter, frame, kRadius, ground, outlineColor(palette()));
-  if (hasFocus()) drawFocusRing(painter, frame, kRadius, palette());
+  const int radius = toPixels(kRadius);
+  drawRounded(painter, frame, radius, ground, outlineColor(palette()));
+  if (hasFocus()) drawFocusRing(painter, frame, radius, palette());
 
-  const QRect inner = rect().adjusted(kInsetAcross, kInsetAbove, -kInsetAcross, -kInsetAbove);
-  const QFontMetrics name(font());
-  painter.setFont(font());
-  painter.setPen(palette().color(QPalette::Text));
-  painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop,
-                   name.elidedText(text(), Qt::ElideMiddle, inner.width()));
-  painter.setFont(pathFont());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(inner, Qt::AlignLeft | Qt::AlignBottom,
-                   QFontMetrics(pathFont()).elidedText(path_, Qt::ElideMiddle, inner.width()));
+  const int across = toPixels(kInsetAcross);
+  const int above = toPixels(kInsetAbove);
+  const QRect inner = rect().adjusted(across, above, -across, -above);
+  const auto draw = [&](const QString& line, const QFont& lineFont, QPalette::ColorRole role,
+                        Qt::Alignment where) {
+    painter.setFont(lineFont);
+    painter.setPen(palette().color(role));
+    drawTextLine(painter, inner, where, shortenedPath(line, lineFont, inner.width()));
+  };
+  draw(text(), font(), QPalette::Text, Qt::AlignTop);
+  draw(path_, pathFont(), QPalette::PlaceholderText, Qt::AlignBottom);
 }
 
 }  // namespace corvane::qt
