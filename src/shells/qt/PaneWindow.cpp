@@ -62,7 +62,7 @@ void PaneWindow::setTree(const QString& tree) {
   ui_->treeField->setVisible(!tree.isEmpty());
   if (tree.isEmpty()) return;
   // A line more below the tabs, which keep their room.
-  setMinimumHeight(minimumHeight() + ui_->treeField->sizeHint().height());
+  setMinimumHeight(minimumHeight() + ui_->treeLayout->sizeHint().height());
 }
 
 void PaneWindow::bindHeaderTo(PaneView& view) {

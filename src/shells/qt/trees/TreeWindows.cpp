@@ -128,7 +128,10 @@ void TreeWindows::chooseFolder(QWidget& window) {
   if (!folder.isEmpty()) open(folder, &window);
 }
 
-void TreeWindows::showAbout(QWidget& window) { runModalAlert(aboutAlert(), window.windowTitle(), &window); }
+void TreeWindows::showAbout(QWidget& window) {
+  const bool isStart = &window == startPage_.get();  // there is no tree to name
+  runModalAlert(aboutAlert(), isStart ? QString() : window.windowTitle(), &window);
+}
 
 bool TreeWindows::eventFilter(QObject* watched, QEvent* event) {
   auto* window = qobject_cast<QWidget*>(watched);
