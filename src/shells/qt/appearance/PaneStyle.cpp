@@ -138,7 +138,11 @@ void drawTabLabel(const QStyleOptionTab& option, QPainter& painter) {
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   painter.setPen(option.palette.color(enabled(&option) ? QPalette::Active : QPalette::Disabled,
                                       selected ? QPalette::HighlightedText : QPalette::ButtonText));
-  drawTextLine(painter, option.rect, Qt::AlignCenter, withoutMarks(option.text));
+  // In the middle of what is coloured: the ends of the bar leave room for a ring.
+  QRect piece = pieceOfBar(option).toAlignedRect();
+  piece.setTop(option.rect.top());
+  piece.setBottom(option.rect.bottom());
+  drawTextLine(painter, piece, Qt::AlignCenter, withoutMarks(option.text));
 }
 
 /// A line below, and one to the right where another section follows.
