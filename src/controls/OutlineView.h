@@ -93,6 +93,11 @@ class OutlineViewDelegate {
   virtual void outlineViewWillDisplayCellForTableColumnItem(OutlineView& outline, Cell& cell,
                                                             const TableColumn& column,
                                                             const OutlineItem& item) = 0;
+  /// A picture of the rows is about to be drawn, and lasts as long as the answer is kept: what they show
+  /// need not be looked up for each of them.
+  [[nodiscard]] virtual std::shared_ptr<const void> outlineViewWillDrawRows(OutlineView& /*outline*/) {
+    return nullptr;
+  }
   /// Nothing holds the rows any more (`OutlineView::holdRows`).
   virtual void outlineViewDidReleaseRows(OutlineView& /*outline*/) {}
 };
@@ -174,6 +179,10 @@ class OutlineView final : public Control {
   void deselectAll();
 
   // Cells.
+  /// To be kept by a shell while it draws many of them.
+  [[nodiscard]] std::shared_ptr<const void> drawRows() {
+    return delegate_ != nullptr ? delegate_->outlineViewWillDrawRows(*this) : nullptr;
+  }
   [[nodiscard]] PreparedCell preparedCell(const Column& column, const OutlineItem& item);
   /// The cell without its value, never null: its kind, and nothing that is stored is read for it.
   [[nodiscard]] CellReference bareCell(const Column& column, const OutlineItem& item);

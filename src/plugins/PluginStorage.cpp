@@ -19,6 +19,7 @@ Dictionary PluginStorage::readFile(const std::string& diskPath) const {
 }
 
 void PluginStorage::writeFile(const std::string& diskPath, const Dictionary& contents) const {
+  if (const auto shown = shown_.lock()) shown->clear();
   if (quorlenPrefPane_ != nullptr) quorlenPrefPane_->setPlistFileValues(diskPath, contents);
 }
 
@@ -26,14 +27,29 @@ std::string PluginStorage::fileOf(const PluginOption& option) const {
   return paths_.onDisk(standardizingPath(option.storagePath()));
 }
 
+std::shared_ptr<const void> PluginStorage::readOnce() {
+  auto shown = shown_.lock();
+  if (!shown) shown_ = shown = std::make_shared<Shown>();
+  return shown;
+}
+
+Dictionary PluginStorage::readShown(const std::string& file, bool asRoot) const {
+  const auto read = [&] { return asRoot ? quorlenPrefPane_->readRootFile(file) : readFile(file); };
+  const auto shown = shown_.lock();
+  if (!shown) return read();
+  const auto known = shown->find({file, asRoot});
+  return known != shown->end() ? known->second
+                               : shown->emplace(std::pair(file, asRoot), read()).first->second;
+}
+
 Dictionary PluginStorage::read(const PluginOption& option) const {
-  return option.storageKeyObject() ? readFile(fileOf(option)) : Dictionary();
+  return option.storageKeyObject() ? readShown(fileOf(option), false) : Dictionary();
 }
 
 Dictionary PluginStorage::readForDisplay(const PluginOption& option) const {
   const bool isRoots = option.storageKeyObject() && isBelow(option.storagePath(), kRootHomePrefix);
   if (!isRoots) return read(option);
-  return mayEdit() ? quorlenPrefPane_->readRootFile(fileOf(option)) : Dictionary();
+  return mayEdit() ? readShown(fileOf(option), true) : Dictionary();
 }
 
 Dictionary PluginStorage::readForEdit(const PluginOption& option) const {

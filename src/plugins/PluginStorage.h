@@ -6,7 +6,10 @@
 // are worked out.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "pane/PaneServices.h"
 #include "pane/PathTable.h"
@@ -31,6 +34,8 @@ class PluginStorage {
   [[nodiscard]] Dictionary read(const PluginOption& option) const;
   /// The same for showing a value: a file in root's home is read through root, while the lock is open.
   [[nodiscard]] Dictionary readForDisplay(const PluginOption& option) const;
+  /// As long as one of these lives, each storage file that is shown is read once: a picture of many rows.
+  [[nodiscard]] std::shared_ptr<const void> readOnce();
   /// What an edit starts from: the file as the user reads it, also in root's home. Where it does not read: a
   /// new dictionary if the file may be created, nothing otherwise. For a file in root's home that the user
   /// can't read this means that its other keys are lost with the edit; this is intended. A file that is seen
@@ -53,9 +58,13 @@ class PluginStorage {
   [[nodiscard]] std::string fileOf(const PluginOption& option) const;
 
  private:
+  using Shown = std::map<std::pair<std::string, bool>, Dictionary>;
+  [[nodiscard]] Dictionary readShown(const std::string& file, bool asRoot) const;
+
   Platform& platform_;
   const PathTable& paths_;
   PaneServices* quorlenPrefPane_ = nullptr;
+  std::weak_ptr<Shown> shown_;
 };
 
 }  // namespace corvane

@@ -74,6 +74,9 @@ class PluginsTabViewController final : public PluginsTab,
   void outlineViewWillDisplayCellForTableColumnItem(OutlineView& outline, Cell& cell,
                                                     const TableColumn& column,
                                                     const OutlineItem& item) override;
+  std::shared_ptr<const void> outlineViewWillDrawRows(OutlineView& /*outline*/) override {
+    return storage_.readOnce();
+  }
   void outlineViewDidReleaseRows(OutlineView& outline) override;
 
   /// Opens the address that the clicked link shows.

@@ -5,7 +5,6 @@
 #include <QFont>
 #include <QPalette>
 #include <QRectF>
-#include <QTextLayout>
 
 #include "values/AttributedText.h"
 
@@ -16,6 +15,7 @@ namespace corvane::qt {
 /// The colour that a role has against the base colour of the palette: each is readable in light and in dark.
 [[nodiscard]] QColor colorOf(TextColor role, const QPalette& palette);
 
+/// Laying out costs more than drawing, so that the texts that were drawn last are kept laid out.
 class AttributedTextLayout {
  public:
   /// `font` stands where the text names none. On a selected row every part has the selection's text colour.
@@ -29,18 +29,11 @@ class AttributedTextLayout {
   bool draw(QPainter& painter, const QRectF& rect, Qt::Alignment alignment) const;
 
  private:
-  struct Line {
-    qreal ascent = 0, height = 0;
-  };
-  /// Of the fonts that the text names; not of those that stand in for them.
-  [[nodiscard]] Line measure(const QTextLine& line) const;
-  qreal lay(QTextLayout& layout, qreal width, bool wraps) const;
-  void drawShortened(QPainter& painter, int start, const QRectF& rect, Qt::Alignment alignment) const;
-
-  QString text_;
+  AttributedText text_;
   QFont font_;
+  QPalette palette_;
   QColor plainColor_;
-  QList<QTextLayout::FormatRange> formats_;
+  bool selected_;
 };
 
 }  // namespace corvane::qt

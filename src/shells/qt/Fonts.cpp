@@ -13,10 +13,15 @@ namespace {
 
 constexpr double kHintSize = 11;
 
+/// Looked up once for each font: every row that is drawn asks several times.
 double pixelsPerPoint() {
+  static QFont known;
+  static double pixels = 0;
   const QFont desktop = QGuiApplication::font();
+  if (pixels > 0 && desktop == known) return pixels;
+  known = desktop;
   const int size = desktop.pixelSize() > 0 ? desktop.pixelSize() : QFontInfo(desktop).pixelSize();
-  return size / kSystemFontSize;
+  return pixels = size / kSystemFontSize;
 }
 
 QSize scaled(const QSize& size) {

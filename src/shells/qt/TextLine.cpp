@@ -26,9 +26,9 @@ void drawTextLine(QPainter& painter, const QRectF& rect, Qt::Alignment alignment
   if (alignment.testFlag(Qt::AlignTop)) baseline = rect.top() + metrics.ascent();
   if (alignment.testFlag(Qt::AlignBottom)) baseline = rect.bottom() - metrics.descent();
   qreal left = rect.left();
-  const qreal spare = rect.width() - metrics.horizontalAdvance(text);
-  if (alignment.testFlag(Qt::AlignRight)) left += spare;
-  if (alignment.testFlag(Qt::AlignHCenter)) left += std::floor(spare / 2);
+  const auto spare = [&] { return rect.width() - metrics.horizontalAdvance(text); };
+  if (alignment.testFlag(Qt::AlignRight)) left += spare();
+  if (alignment.testFlag(Qt::AlignHCenter)) left += std::floor(spare() / 2);
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.drawText(QPointF(left, baseline), text);

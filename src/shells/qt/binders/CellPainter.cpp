@@ -120,7 +120,7 @@ void CellPainter::drawLink(const ButtonCell& cell) const {
 void CellPainter::drawSwitch(const ButtonCell& cell) const {
   QStyleOptionButton box;
   box.QStyleOption::operator=(option_);
-  box.rect = buttonRect(cell, control_, option_.font);
+  box.rect = cell.title.text.empty() ? buttonRect(cell, control_, option_.font) : control_;
   box.rect.setWidth(boxSide());
   box.state = buttonState() | (cell.on ? QStyle::State_On : QStyle::State_Off);
   option_.widget->style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter_, nullptr);
@@ -154,50 +154,48 @@ void CellPainter::drawPictureButton(const ButtonCell& cell) const {
 void CellPainter::operator()(const PopUpButtonCell& cell) const {
   const auto index = static_cast<std::size_t>(cell.selectedIndex);
   const bool chosen = cell.selectedIndex >= 0 && index < cell.items.size();
-  drawComboBox(chosen ? toQString(cell.items[index]) : QString(), false);
+  drawComboBox(chosen ? cell.items[index] : std::string(), false);
 }
 
-void CellPainter::operator()(const ComboBoxCell& cell) const { drawComboBox(toQString(cell.text), true); }
+void CellPainter::operator()(const ComboBoxCell& cell) const { drawComboBox(cell.text, true); }
 
-void CellPainter::drawComboBox(const QString& text, bool editable) const {
+void CellPainter::drawComboBox(const std::string& text, bool editable) const {
   QStyleOptionComboBox box;
   box.QStyleOption::operator=(option_);
   box.rect = control_;
   box.editable = editable;
-  box.currentText = text;
   box.state = enabled_ ? QStyle::State_Enabled : QStyle::State_None;
   const QStyle* style = option_.widget->style();
   style->drawComplexControl(QStyle::CC_ComboBox, &box, &painter_, nullptr);
   const QRect field = style->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, nullptr);
-  painter_.setPen(enabled_ && !editable ? option_.palette.color(QPalette::ButtonText) : textColor());
-  drawTextLine(painter_, field, Qt::AlignLeft,
-               option_.fontMetrics.elidedText(text, Qt::ElideRight, field.width()));
+  drawText(AttributedText(text), field,
+           enabled_ && !editable ? option_.palette.color(QPalette::ButtonText) : textColor());
 }
 
 void CellPainter::operator()(const TextFieldCell& cell) const {
   if (cell.editable) {
-    drawField(toQString(cell.text), cell.placeholder);
+    drawField(cell.text, cell.placeholder);
   } else {
     drawText(AttributedText(cell.text), control_, textColor());
   }
 }
 
 void CellPainter::operator()(const SecureTextFieldCell& cell) const {
-  const QString text = toQString(cell.text);
-  drawField(cell.echosBullets ? QString(text.size(), QChar(0x2022)) : QString(), cell.placeholder);
+  const QString bullets(cell.echosBullets ? toQString(cell.text).size() : 0, QChar(0x2022));
+  drawField(fromQString(bullets), cell.placeholder);
 }
 
-void CellPainter::drawField(const QString& text, const std::string& placeholder) const {
+void CellPainter::drawField(const std::string& text, const std::string& placeholder) const {
   QColor base = option_.palette.color(QPalette::Base);
   if (!enabled_) base.setAlphaF(0.5F);
   drawRounded(painter_, QRectF(control_).adjusted(2.5, 1.5, -2.5, -1.5), 3.5, base,
               outlineColor(option_.palette));
-  const bool empty = text.isEmpty();
-  painter_.setPen(empty ? option_.palette.color(QPalette::PlaceholderText) : textColor());
   const QRect inside = control_.adjusted(7, 0, -7, 0);
-  drawTextLine(
-      painter_, inside, Qt::AlignLeft,
-      option_.fontMetrics.elidedText(empty ? toQString(placeholder) : text, Qt::ElideRight, inside.width()));
+  if (text.empty()) {
+    drawText(AttributedText(placeholder), inside, option_.palette.color(QPalette::PlaceholderText));
+  } else {
+    drawText(AttributedText(text), inside, textColor());
+  }
 }
 
 }  // namespace corvane::qt

@@ -36,8 +36,8 @@ class CellPainter {
   [[nodiscard]] QColor readableColor() const;
   [[nodiscard]] QStyle::State buttonState() const;
   void drawText(const AttributedText& text, const QRect& rect, const QColor& color) const;
-  void drawField(const QString& text, const std::string& placeholder) const;
-  void drawComboBox(const QString& text, bool editable) const;
+  void drawField(const std::string& text, const std::string& placeholder) const;
+  void drawComboBox(const std::string& text, bool editable) const;
   void drawPushButton(const ButtonCell& cell) const;
   void drawLink(const ButtonCell& cell) const;
   void drawSwitch(const ButtonCell& cell) const;

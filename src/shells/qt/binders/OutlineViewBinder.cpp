@@ -73,6 +73,7 @@ void OutlineViewBinder::prepareWidget() {
   widget_.setEditTriggers(QAbstractItemView::NoEditTriggers);
   widget_.setSelectionBehavior(QAbstractItemView::SelectRows);
   widget_.setIndentation(toPixels(kIndentation));
+  widget_.drawsRows = [this] { return outline_.drawRows(); };
   widget_.targetAt = [this](const QModelIndex& index, const QPoint& point) {
     return delegate_->targetAt(index, widget_.visualRect(index), point);
   };

@@ -62,6 +62,7 @@ void OutlineTree::setCurrentCell(const QModelIndex& index) {
 }
 
 void OutlineTree::paintEvent(QPaintEvent* event) {
+  const auto rows = drawsRows ? drawsRows() : nullptr;
   QTreeView::paintEvent(event);
   if (model() == nullptr || model()->rowCount() > 0) return;
   QPainter painter(viewport());

@@ -28,6 +28,8 @@ class OutlineTree final : public QTreeView {
  public:
   explicit OutlineTree(QWidget* parent = nullptr);
 
+  /// Asked for what is to be kept while a picture of the rows is drawn.
+  std::function<std::shared_ptr<const void>()> drawsRows;
   /// Which rows show the triangle.
   std::function<bool(const QModelIndex&)> showsTriangle;
   /// What a press of the mouse would do at this point of the viewport. Asked for a press alone: finding out
