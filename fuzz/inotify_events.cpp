@@ -28,6 +28,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "TakeByte.h"
 #include "platform/linux/LinuxDirectoryEvents.h"
 #include "platform/linux/LinuxFileEventQueues.h"
 #include "support/VirtualRunLoop.h"
@@ -235,12 +236,7 @@ class Session {
   }
 
  private:
-  std::size_t byte() {
-    if (input_.empty()) return 0;
-    const auto first = static_cast<std::uint8_t>(input_.front());
-    input_.remove_prefix(1);
-    return first;
-  }
+  std::size_t byte() { return fuzz::takeByte(input_); }
 
   void act() {
     switch (byte() % 8) {

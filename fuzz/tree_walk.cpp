@@ -8,12 +8,14 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "TakeByte.h"
 #include "helper/TreeWalk.h"
 
 namespace {
@@ -29,14 +31,11 @@ const bool kIsRoot = ::geteuid() == 0;
 
 class Bytes {
  public:
-  Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-  unsigned below(unsigned limit) { return at_ < size_ ? data_[at_++] % limit : 0; }
-  [[nodiscard]] bool atEnd() const { return at_ >= size_; }
+  Bytes(const std::uint8_t* data, std::size_t size) : left_(reinterpret_cast<const char*>(data), size) {}
+  unsigned below(unsigned limit) { return corvane::fuzz::takeByte(left_) % limit; }
 
  private:
-  const std::uint8_t* data_;
-  std::size_t size_;
-  std::size_t at_ = 0;
+  std::string_view left_;
 };
 
 std::string nameFrom(Bytes& bytes) { return std::string(1, static_cast<char>('a' + bytes.below(3))); }

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "MemoryPane.h"
+#include "TakeByte.h"
 #include "pane/QLCFileWatcher.h"
 #include "support/NamedControls.h"
 #include "values/Text.h"
@@ -132,12 +133,7 @@ class Session {
             {paths_.pluginSupport + "/p_settings.plist", filled(kSettings)}};
   }
 
-  std::size_t byte() {
-    if (input_.empty()) return 0;
-    const auto first = static_cast<std::uint8_t>(input_.front());
-    input_.remove_prefix(1);
-    return first;
-  }
+  std::size_t byte() { return fuzz::takeByte(input_); }
 
   void act() {
     switch (byte() % 12) {

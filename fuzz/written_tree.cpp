@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "TakeByte.h"
 #include "values/PropertyListCodec.h"
 
 namespace {
@@ -34,12 +35,7 @@ class Builder {
   }
 
  private:
-  std::uint8_t byte() {
-    if (bytes_.empty()) return 0;
-    const auto first = static_cast<std::uint8_t>(bytes_.front());
-    bytes_.remove_prefix(1);
-    return first;
-  }
+  std::uint8_t byte() { return fuzz::takeByte(bytes_); }
   std::string text() {
     const std::string_view taken = bytes_.substr(0, byte() % 40);
     bytes_.remove_prefix(std::min(bytes_.size(), taken.size()));

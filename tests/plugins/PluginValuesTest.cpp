@@ -300,5 +300,39 @@ TEST_F(PluginValuesTest, ACheckboxInRootsHomeIsReadAsTheUser) {
   EXPECT_TRUE(pane.rootReads.empty());
 }
 
+// A picture of many rows.
+
+TEST_F(PluginValuesTest, APictureReadsAFileOnceAndTheNextOneReadsItAgain) {
+  store(Dictionary::make({{kKey, text("before")}}));
+  awakeWith(option("TextField"));
+  {
+    const auto picture = outline().drawRows();
+    EXPECT_EQ(shownValue(valueRow()), text("before"));
+    store(Dictionary::make({{kKey, text("after")}}));
+    EXPECT_EQ(shownValue(valueRow()), text("before")) << "one picture, one moment";
+    const auto inIt = outline().drawRows();
+    EXPECT_EQ(shownValue(valueRow()), text("before"));
+  }
+  EXPECT_EQ(shownValue(valueRow()), text("after"));
+  const auto next = outline().drawRows();
+  EXPECT_EQ(shownValue(valueRow()), text("after"));
+  edit(valueRow(), text("typed"));
+  EXPECT_EQ(shownValue(valueRow()), text("typed")) << "what the pane writes is seen at once";
+}
+
+TEST_F(PluginValuesTest, APictureAsksRootForAFileOnce) {
+  pane.rootFile = Dictionary::make({{kKey, text("secret")}});
+  awakeWith(in(kRootStorage, option("TextField")));
+  pane.rootReads.clear();
+  {
+    const auto picture = outline().drawRows();
+    for (int row = 0; row < 3; ++row) EXPECT_EQ(shownValue(valueRow()), text("secret"));
+    EXPECT_EQ(pane.rootReads.size(), 1U);
+    pane.setUnlocked(false);
+    EXPECT_TRUE(isNothing(shown(valueRow()))) << "nor is it shown behind a closed lock";
+  }
+  EXPECT_EQ(pane.rootReads.size(), 1U);
+}
+
 }  // namespace
 }  // namespace corvane

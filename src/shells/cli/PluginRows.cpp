@@ -24,9 +24,7 @@ const std::string& textOfRow(const OutlineItem& item) {
 
 }  // namespace
 
-PluginRows::PluginRows(Tree& tree) : tree_(tree), outline_(tree.pane().pluginsView().pluginsTable) {
-  outline_.expandItem({}, true);
-}
+PluginRows::PluginRows(Tree& tree) : tree_(tree), outline_(tree.pane().pluginsView().pluginsTable) {}
 
 PluginOption PluginRows::optionOf(const OutlineItem& item) { return PluginTree::optionOfOptionRow(item); }
 
@@ -43,6 +41,7 @@ std::vector<PluginRows::Named> PluginRows::plugins() {
 }
 
 std::vector<PluginRows::Named> PluginRows::options(const OutlineItem& plugin) {
+  outline_.expandItem(plugin, true);  // only rows that can be seen take acts
   const auto items = outline_.childrenOfItem(plugin);
   std::vector<Named> rows;
   for (std::size_t index = 0; index < items.size(); ++index) {

@@ -14,7 +14,6 @@ namespace corvane::cli {
 
 class PluginRows {
  public:
-  /// Expands all rows of the loaded pane.
   explicit PluginRows(Tree& tree);
 
   struct Named {
@@ -22,6 +21,7 @@ class PluginRows {
     std::string name;  // as the command line names it, without a doubt
   };
   [[nodiscard]] std::vector<Named> plugins();
+  /// Opens the plug-in's row.
   [[nodiscard]] std::vector<Named> options(const OutlineItem& plugin);
   /// The one that is meant, or none, and then it was complained of.
   [[nodiscard]] std::optional<Named> pluginNamed(const std::string& name);

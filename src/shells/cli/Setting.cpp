@@ -36,8 +36,14 @@ std::string joined(const std::vector<std::string>& items) {
 
 ButtonState stateOf(bool on) { return on ? ButtonState::On : ButtonState::Off; }
 
-Entry field(TextField& control) { return {.field = &control}; }
-Entry checkBox(Button& control) { return {.checkBox = &control}; }
+template <auto Control>
+Entry ofConfiguration(PaneAssembly& pane) {
+  return pane.configurationView().*Control;
+}
+template <auto Control>
+Entry ofOptions(PaneAssembly& pane) {
+  return pane.optionsView().*Control;
+}
 
 }  // namespace
 
@@ -118,38 +124,21 @@ std::string textOf(const Json& value) {
 }
 
 const std::vector<Setting>& allSettings() {
+  using C = ConfigurationTabView;
+  using O = OptionsTabView;
+  using P = PathTable;
   static const std::vector<Setting> all = {
-      {"run-interval",
-       [](PaneAssembly& pane) { return field(pane.configurationView().runIntervalTextField); },
-       &PathTable::clientSettings},
-      {"group", [](PaneAssembly& pane) { return field(pane.configurationView().clientGroupTextField); },
-       &PathTable::clientSettings},
-      {"startup-disk.warn",
-       [](PaneAssembly& pane) { return checkBox(pane.optionsView().bootVolumeWarningCheckbox); },
-       &PathTable::rootCapacitySettings},
-      {"startup-disk.percent",
-       [](PaneAssembly& pane) { return field(pane.optionsView().bootVolumeFullTextField); },
-       &PathTable::rootCapacitySettings},
-      {"time-machine.warn",
-       [](PaneAssembly& pane) { return checkBox(pane.optionsView().timeMachineWarningCheckbox); },
-       &PathTable::timeMachineSettings},
-      {"time-machine.days",
-       [](PaneAssembly& pane) { return field(pane.optionsView().timeMachineInactiveTextField); },
-       &PathTable::timeMachineSettings},
-      {"time-machine.backup-days",
-       [](PaneAssembly& pane) { return field(pane.optionsView().manuallyTriggerTextField); },
-       &PathTable::timeMachineSettings, true},
-      {"time-machine.backup-hour",
-       [](PaneAssembly& pane) { return field(pane.optionsView().timeOfDayTextField); },
-       &PathTable::timeMachineSettings, true},
-      {"time-machine.backup-half",
-       [](PaneAssembly& pane) { return Entry{.menu = &pane.optionsView().amPmButton}; },
-       &PathTable::timeMachineSettings, true},
-      {"time-machine.removal-warn",
-       [](PaneAssembly& pane) { return checkBox(pane.optionsView().timeMachineRemovalWarning); },
-       &PathTable::timeMachineSettings, true},
-      {"automount", [](PaneAssembly& pane) { return checkBox(pane.optionsView().automountCheckbox); },
-       &PathTable::autoDiskMount},
+      {"run-interval", ofConfiguration<&C::runIntervalTextField>, &P::clientSettings},
+      {"group", ofConfiguration<&C::clientGroupTextField>, &P::clientSettings},
+      {"startup-disk.warn", ofOptions<&O::bootVolumeWarningCheckbox>, &P::rootCapacitySettings},
+      {"startup-disk.percent", ofOptions<&O::bootVolumeFullTextField>, &P::rootCapacitySettings},
+      {"time-machine.warn", ofOptions<&O::timeMachineWarningCheckbox>, &P::timeMachineSettings},
+      {"time-machine.days", ofOptions<&O::timeMachineInactiveTextField>, &P::timeMachineSettings},
+      {"time-machine.backup-days", ofOptions<&O::manuallyTriggerTextField>, &P::timeMachineSettings, true},
+      {"time-machine.backup-hour", ofOptions<&O::timeOfDayTextField>, &P::timeMachineSettings, true},
+      {"time-machine.backup-half", ofOptions<&O::amPmButton>, &P::timeMachineSettings, true},
+      {"time-machine.removal-warn", ofOptions<&O::timeMachineRemovalWarning>, &P::timeMachineSettings, true},
+      {"automount", ofOptions<&O::automountCheckbox>, &P::autoDiskMount},
   };
   return all;
 }

@@ -15,6 +15,9 @@ namespace corvane::cli {
 
 /// A control that a value can be given to. Exactly one of them is there.
 struct Entry {
+  Entry(TextField& control) : field(&control) {}
+  Entry(Button& control) : checkBox(&control) {}
+  Entry(PopUpButton& control) : menu(&control) {}
   TextField* field = nullptr;
   Button* checkBox = nullptr;
   PopUpButton* menu = nullptr;

@@ -17,13 +17,16 @@ struct VolumeSetting {
   Entry (*entry)(OptionsTabView& view);
 };
 
+template <auto Control>
+Entry inBox(OptionsTabView& view) {
+  return view.*Control;
+}
+
 constexpr std::array<VolumeSetting, 4> kSettings = {{
-    {"absence.warn", [](OptionsTabView& view) { return Entry{.checkBox = &view.monitorPresenceCheckbox}; }},
-    {"absence.minutes",
-     [](OptionsTabView& view) { return Entry{.field = &view.monitorPresenceThresholdTextField}; }},
-    {"usage.warn", [](OptionsTabView& view) { return Entry{.checkBox = &view.monitorUsageCheckbox}; }},
-    {"usage.percent",
-     [](OptionsTabView& view) { return Entry{.field = &view.monitorUsageThresholdTextField}; }},
+    {"absence.warn", inBox<&OptionsTabView::monitorPresenceCheckbox>},
+    {"absence.minutes", inBox<&OptionsTabView::monitorPresenceThresholdTextField>},
+    {"usage.warn", inBox<&OptionsTabView::monitorUsageCheckbox>},
+    {"usage.percent", inBox<&OptionsTabView::monitorUsageThresholdTextField>},
 }};
 
 std::optional<Entry> entryNamed(OptionsTabView& view, std::string_view name) {
