@@ -5,6 +5,7 @@
 #import "System.h"
 #import "Text.h"
 #import "binders/CellMaker.h"
+#import "binders/Rows.h"
 #import "binders/Target.h"
 
 namespace corvane::appkit {
@@ -70,14 +71,7 @@ OutlineViewBinder::~OutlineViewBinder() {
 void OutlineViewBinder::makeColumns() {
   NSTableColumn* tree = nil;
   for (const OutlineView::Column& description : outline_.columns()) {
-    NSTableColumn* column =
-        [[[NSTableColumn alloc] initWithIdentifier:toNSString(description.identifier)] autorelease];
-    [[column headerCell] setStringValue:toNSString(description.title)];
-    [column setMinWidth:description.width];
-    [column setMaxWidth:description.width];
-    [column setWidth:description.width];
-    [column setEditable:YES];
-    [widget_ addTableColumn:column];
+    NSTableColumn* column = addColumn(widget_, description, true);
     // The triangles stand in the first column of texts, not in one of check boxes.
     if (tree == nil && !description.checkBox) tree = column;
   }
@@ -170,12 +164,7 @@ void OutlineViewBinder::showSelection() {
   const NSInteger row = outline_.selectedRow();
   if ([widget_ selectedRow] == row || row >= [widget_ numberOfRows]) return;
   const Flag flag(isShowing_);
-  if (row < 0) {
-    [widget_ deselectAll:nil];
-  } else {
-    [widget_ selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(row)]
-         byExtendingSelection:NO];
-  }
+  selectRow(widget_, row);
 }
 
 void OutlineViewBinder::userSelected() {

@@ -1,6 +1,7 @@
 #import "binders/TableViewBinder.h"
 
 #import "Text.h"
+#import "binders/Rows.h"
 #include "values/Conversions.h"
 
 namespace corvane::appkit {
@@ -31,16 +32,7 @@ TableViewBinder::~TableViewBinder() {
 }
 
 void TableViewBinder::makeColumns() {
-  for (const TableColumn& description : table_.columns()) {
-    NSTableColumn* column =
-        [[[NSTableColumn alloc] initWithIdentifier:toNSString(description.identifier)] autorelease];
-    [[column headerCell] setStringValue:toNSString(description.title)];
-    [column setMinWidth:description.width];
-    [column setMaxWidth:description.width];
-    [column setWidth:description.width];
-    [column setEditable:NO];
-    [widget_ addTableColumn:column];
-  }
+  for (const TableColumn& description : table_.columns()) addColumn(widget_, description, false);
 }
 
 const TableColumn& TableViewBinder::columnOf(NSTableColumn* column) const {
@@ -76,13 +68,8 @@ void TableViewBinder::showSelection() {
   const NSInteger row = table_.selectedRow();
   if ([widget_ selectedRow] == row) return;
   isShowing_ = true;
-  if (row < 0) {
-    [widget_ deselectAll:nil];
-  } else {
-    [widget_ selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(row)]
-         byExtendingSelection:NO];
-    [widget_ scrollRowToVisible:row];
-  }
+  selectRow(widget_, row);
+  if (row >= 0) [widget_ scrollRowToVisible:row];
   isShowing_ = false;
 }
 
