@@ -69,6 +69,11 @@ class Asked {
     Words line = {"-c", "read go < '" + gate + "'; exec \"$@\"", "sh", program};
     line.insert(line.end(), words.begin(), words.end());
     RunningCtl ctl(line, {.user = PolkitMachine::kUser, .program = "/bin/sh"});
+    // Nobody may answer for a process of another user, which it is until it has become one of the user's.
+    EXPECT_TRUE(waitUntil([process = "/proc/" + std::to_string(ctl.pid())] {
+      struct stat status {};
+      return ::stat(process.c_str(), &status) == 0 && status.st_uid == PolkitMachine::kUser;
+    }));
     Pipe registered = makePipe();
     (void)::fcntl(registered.writeEnd.get(), F_SETFD, 0);
     const Terminal terminal;
