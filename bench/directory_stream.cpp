@@ -13,8 +13,8 @@
 #include <sys/inotify.h>
 
 #include "platform/linux/LinuxDirectoryEvents.h"
-#include "posix/FileDescriptor.h"
 #include "platform/linux/PollRunLoop.h"
+#include "posix/FileDescriptor.h"
 
 namespace {
 

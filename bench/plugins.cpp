@@ -13,9 +13,9 @@
 #include "BenchPlatform.h"
 #include "controls/AuthorizationView.h"
 #include "platform/linux/LinuxAuthorization.h"
+#include "platform/linux/PollRunLoop.h"
 #include "plugins/PluginsTabViewController.h"
 #include "privileged/RootFileOperations.h"
-#include "platform/linux/PollRunLoop.h"
 #include "values/PropertyListCodec.h"
 
 namespace corvane::bench {

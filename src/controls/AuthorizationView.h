@@ -61,7 +61,7 @@ class AuthorizationView final : public Control {
   AuthorizationViewDelegate* delegate_ = nullptr;
   std::string right_;
   State state_ = State::Closed;
-  std::string fault_;    // of the installation
+  std::string fault_;  // of the installation
   std::string refusal_;
   std::unique_ptr<Authorization> authorization_;
   LateCalls calls_;  // an answer may come after this view has gone

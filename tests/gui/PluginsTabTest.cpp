@@ -128,7 +128,8 @@ TEST_F(PluginsTabPresses, APressThatIsReleasedElsewhereDoesNothing) {
   pressTick();
   QWidget& rows = *tree().viewport();
   const QPoint elsewhere(box.x() + 300, box.y());
-  QMouseEvent drag(QEvent::MouseMove, elsewhere, rows.mapToGlobal(elsewhere), Qt::NoButton, Qt::LeftButton, {});
+  QMouseEvent drag(QEvent::MouseMove, elsewhere, rows.mapToGlobal(elsewhere), Qt::NoButton, Qt::LeftButton,
+                   {});
   QApplication::sendEvent(&rows, &drag);
   QTest::mouseRelease(&rows, Qt::LeftButton, {}, elsewhere);
   EXPECT_FALSE(tree().isPressed(tick));

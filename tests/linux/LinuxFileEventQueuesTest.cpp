@@ -11,10 +11,10 @@
 
 #include "pane/QLCFileWatcher.h"
 #include "platform/linux/LinuxFileEventQueues.h"
+#include "platform/linux/PollRunLoop.h"
 #include "posix/FileDescriptor.h"
 #include "support/Isolated.h"
 #include "support/OtherUser.h"
-#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 
 namespace corvane {

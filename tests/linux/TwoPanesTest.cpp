@@ -9,10 +9,10 @@
 
 #include "controls/AuthorizationView.h"
 #include "platform/linux/LinuxAuthorization.h"
+#include "platform/linux/PollRunLoop.h"
 #include "posix/PosixFiles.h"
 #include "posix/PosixPropertyListFiles.h"
 #include "privileged/RootFileOperations.h"
-#include "platform/linux/PollRunLoop.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestPlatform.h"
 

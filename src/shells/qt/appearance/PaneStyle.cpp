@@ -73,9 +73,9 @@ void drawCheckBox(const QStyleOption& option, QPainter& painter, const QRect& re
   const QColor window = option.palette.color(QPalette::Window);
   const QColor seen = overlaid(fill, window);
   // All that is seen of an empty box.
-  const QColor empty = readable(overlaid(outlineColor(option.palette), seen),
-                                option.palette.color(QPalette::Active, QPalette::Text), {seen, window},
-                                kMarkContrast);
+  const QColor empty =
+      readable(overlaid(outlineColor(option.palette), seen),
+               option.palette.color(QPalette::Active, QPalette::Text), {seen, window}, kMarkContrast);
   drawRounded(painter, frame.adjusted(0.5, 0.5, -0.5, -0.5), 3.5, fill,
               on || mixed ? fill.darker(108) : empty);
   if (on || mixed)

@@ -22,8 +22,8 @@ class TreeFilePanel final : public QFileDialog {
   Q_OBJECT
 
  public:
-  /// `rootPrefix` is not empty. `last` is where to begin when the description names no folder: where the panel
-  /// before was left.
+  /// `rootPrefix` is not empty. `last` is where to begin when the description names no folder: where the
+  /// panel before was left.
   TreeFilePanel(const std::string& rootPrefix, const OpenPanelDescription& description, const QString& last,
                 QWidget* window);
 
