@@ -163,6 +163,7 @@ void WholeModel::changeByOthers(const std::string& path, const PropertyList& con
   } else {
     plugins.files.erase(path);
   }
+  rowsAreOld_ = true;
   wasChanged(path);
 }
 
@@ -200,7 +201,7 @@ void WholeModel::directoriesWereReported(const std::vector<std::string>& directo
     volumesChanged = isNewer(paths.volumesSettings) || volumesChanged;
     pluginsChanged = true;
   }
-  if (pluginsChanged) plugins.refresh();
+  if (pluginsChanged) refreshPlugins();
   if (volumesChanged) rebuildVolumes();
 }
 
@@ -215,6 +216,7 @@ void WholeModel::setFate(const std::string& whyWritesFail, const std::string& wh
   whyWritesFail_ = whyWritesFail;
   whyStartsFail_ = whyStartsFail;
   plugins.writesFail = !whyWritesFail.empty();
+  rowsAreOld_ = rowsAreOld_ || rootReads != plugins.rootReads;
   plugins.rootReads = rootReads;
 }
 
@@ -239,6 +241,11 @@ void WholeModel::openLock() {
   fillSheet();
   rebuildVolumes();
   selected = volumes.empty() ? -1 : 0;
+  refreshPlugins();
+}
+
+void WholeModel::refreshPlugins() {
+  rowsAreOld_ = false;
   plugins.refresh();
 }
 

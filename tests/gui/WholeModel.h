@@ -59,6 +59,9 @@ class WholeModel {
   void changeByOthers(const std::string& path, const PropertyList& contents);
   /// The directories that have changed since they were reported last are reported.
   [[nodiscard]] std::vector<std::string> takeChangedDirectories();
+  /// Whether the tree of plug-ins has been told of all that others have done. A row that is drawn before that
+  /// shows what its file holds by then, and its neighbour what it held.
+  [[nodiscard]] bool rowsAreTold() const { return !rowsAreOld_ && !plugins.refreshIsDue; }
   void directoriesWereReported(const std::vector<std::string>& directories);
 
   // How writes and starts of the client's scripts end from now on; empty: well.
@@ -129,6 +132,7 @@ class WholeModel {
     const char* format;
     std::string reason;
   };
+  void refreshPlugins();
   void readAgain(Store& store);
   void fillSheet();
   void rebuildVolumes();
@@ -143,6 +147,7 @@ class WholeModel {
   std::map<std::string, PropertyList> files_;  // but those of plug-ins
   std::vector<Store> stores_;
   std::array<bool, 3> wasCleared_{};
+  bool rowsAreOld_ = false;
   std::vector<Volume> knownDevices_;  // as of the last rebuild of the list
   std::vector<Failure> failures_;     // the newest first
   std::string whyWritesFail_;
