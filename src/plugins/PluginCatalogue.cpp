@@ -43,7 +43,11 @@ std::string pluginSettingsFile(const PathTable& paths, std::string_view pluginFi
 void PluginCatalogue::refresh() {
   const std::vector<FoundPlugin> found = loadPlugins();
   plugins_.clear();
-  for (const FoundPlugin& plugin : found) plugins_.push_back(plugin.entry);
+  fileNames_.clear();
+  for (const FoundPlugin& plugin : found) {
+    plugins_.push_back(plugin.entry);
+    fileNames_.insert(*plugin.entry.string(plugin_key::kFileName));
+  }
   loadBlacklistPlugins(found);
   isOutOfDate_ = false;
 }
@@ -102,10 +106,7 @@ Array PluginCatalogue::fileFolderArrayForEdit(const PluginOption& option) const 
 
 std::optional<std::string> PluginCatalogue::blacklistName(const PropertyList& item) const {
   const std::string* fileName = item.asDictionary().string(plugin_key::kFileName);
-  const auto isNamedSo = [&](const Dictionary& entry) {
-    return *entry.string(plugin_key::kFileName) == *fileName;
-  };
-  if (fileName == nullptr || std::ranges::none_of(plugins_, isNamedSo)) return std::nullopt;
+  if (fileName == nullptr || !fileNames_.contains(*fileName)) return std::nullopt;
   return blacklistNameOf(item.asDictionary());
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "pane/PathTable.h"
@@ -72,6 +73,7 @@ class PluginCatalogue {
   const PathTable& paths_;
   const PluginStorage& storage_;
   std::vector<Dictionary> plugins_;
+  std::unordered_set<std::string> fileNames_;  // of the plug-ins
   std::vector<std::string> blacklistPlugins_;
   bool isOutOfDate_ = false;
 };
