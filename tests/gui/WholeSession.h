@@ -50,7 +50,7 @@ class WholeSession {
   void step();
   void switchLock();
   void closeLock();
-  void endTypingInRow();
+  void endEditOfRow();
   void actAtSetting();
   void typeInSetting(const ModelSetting& setting);
   void actAtVolumes();
@@ -124,7 +124,7 @@ class WholeSession {
   bool sheetIsOpen_ = false;
   const ModelSetting* typedSetting_ = nullptr;  // in which a text is being typed
   std::string typed_;
-  bool typesInRow_ = false;
+  bool editsRow_ = false;
   std::string said_;
 };
 

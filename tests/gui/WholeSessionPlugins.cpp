@@ -136,10 +136,10 @@ void WholeSession::typeInRow(const ModelRow& row) {
   auto* field = qobject_cast<QLineEdit*>(openEditor(tree()));
   ASSERT_NE(field, nullptr) << "no field opens";
   ++model_.plugins.holds;
-  typesInRow_ = true;
+  editsRow_ = true;
   const auto texts = enter(*field, keys, [](const std::string&) { return true; });
   if (oneIn(2)) meanwhile();
-  endTypingInRow();
+  endEditOfRow();
   if (!model_.unlocked()) {
     EXPECT_EQ(openEditor(tree()), nullptr);
     return;
@@ -173,8 +173,9 @@ void WholeSession::pickInRow(const ModelRow& row) {
   if (way_ != Way::Assistive && isMenu && oneIn(2)) {
     person().actOn(treeRow(row));
     ++model_.plugins.holds;
+    editsRow_ = true;
     const bool chosen = chooseFromOpenList(value);
-    --model_.plugins.holds;
+    endEditOfRow();
     if (!chosen) return;
   } else {
     person().pickInCell(treeRow(row), item.c_str());
