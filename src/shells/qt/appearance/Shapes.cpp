@@ -3,8 +3,11 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmap>
+#include <cmath>
 
 #include "Fonts.h"
+#include "Kept.h"
 #include "appearance/Appearance.h"
 
 namespace corvane::qt {
@@ -42,6 +45,39 @@ void drawRing(QPainter& painter, const QRectF& frame, qreal radius, const QColor
   painter.drawRoundedRect(frame.adjusted(-out, -out, out, out), radius + out, radius + out);
 }
 
+constexpr int kEdge = 1;               // around a picture of a shape, for its outline
+constexpr qreal kLargestCopy = 20000;  // points in a square; a field of the usual size has half of it
+constexpr int kKept = 50;
+
+struct Rounded {
+  QRectF frame;
+  qreal radius;
+  QRgb fill;
+  QRgb outline;
+  qreal scale;
+  friend bool operator==(const Rounded&, const Rounded&) = default;
+
+  void draw(QPainter& painter, const QPointF& at) const {
+    const Smooth smooth(painter);
+    painter.setBrush(QColor::fromRgba(fill));
+    painter.setPen(qAlpha(outline) == 0 ? QPen(Qt::NoPen) : QPen(QColor::fromRgba(outline), 1));
+    painter.drawRoundedRect(frame.translated(at), radius, radius);
+  }
+  [[nodiscard]] QPixmap picture() const {
+    const QSize size(qCeil(frame.right()) + kEdge, qCeil(frame.bottom()) + kEdge);
+    QPixmap pixmap(size * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    draw(painter, {});
+    return pixmap;
+  }
+};
+
+std::size_t qHash(const Rounded& shape, std::size_t seed) {
+  return qHashMulti(seed, shape.frame.width(), shape.frame.height(), shape.fill, shape.outline);
+}
+
 QColor ringColor(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::Highlight); }
 
 }  // namespace
@@ -53,10 +89,20 @@ QColor separatorColor(const QPalette& palette) { return textWithAlpha(palette, 0
 
 void drawRounded(QPainter& painter, const QRectF& frame, qreal radius, const QColor& fill,
                  const QColor& outline) {
-  const Smooth smooth(painter);
-  painter.setBrush(fill);
-  painter.setPen(outline.alpha() == 0 ? QPen(Qt::NoPen) : QPen(outline, 1));
-  painter.drawRoundedRect(frame, radius, radius);
+  const QPointF corner(std::floor(frame.left()) - kEdge, std::floor(frame.top()) - kEdge);
+  // Where the dots really are: a widget may be drawn into a picture that is finer than the screen.
+  const QTransform dots = painter.deviceTransform();
+  const qreal scale = dots.m11();
+  // A copy is as good where it stands on whole dots.
+  const bool isCopied = dots.type() <= QTransform::TxScale && dots.m22() == scale && scale >= 1 &&
+                        scale == std::floor(scale) && dots.dx() == std::floor(dots.dx()) &&
+                        dots.dy() == std::floor(dots.dy()) && frame.width() * frame.height() < kLargestCopy;
+  const Rounded shape{frame.translated(-corner), radius, fill.rgba(), outline.rgba(), scale};
+  if (!isCopied) {
+    shape.draw(painter, corner);
+    return;
+  }
+  painter.drawPixmap(corner, kept<QPixmap>(shape, kKept, [&] { return shape.picture(); }));
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& frame, qreal radius, const QPalette& palette) {
